@@ -1,0 +1,15 @@
+// Constraint blocks: an equation in the host's own algebra, paired with an auxiliary variable.
+//
+//     $CONSTRAINT:TAU(S)$X0(S)
+//        TAU(S) =E= 0.1*Y(S);
+#pragma once
+
+namespace orvex {
+
+// Writes the constraint of the keyword record in `record` to the constraint and model-statement scratch
+// files. The body is copied as it stands, up to the first record with a ";" or the next that begins
+// with "$". Returns 0 with the next record in `record`, or 1 at the end of the input.
+// Stops: " *** CONBLK: SYNTAX ERROR IN $CONSTRAINT.", and those of chksym.
+int conblk();
+
+}  // namespace orvex

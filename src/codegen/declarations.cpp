@@ -1,0 +1,138 @@
+#include "codegen/declarations.h"
+
+#include "codegen/loops.h"
+#include "codegen/writer.h"
+#include "input/arguments.h"
+#include "input/conditions.h"
+#include "input/fields.h"
+#include "input/records.h"
+#include "input/values.h"
+#include "preproc.h"
+#include "symbols/table.h"
+#include "unit.h"
+
+namespace orvex {
+
+namespace {
+
+constexpr int prefix_length = 6;
+
+struct Declaration {
+    View prefix;   // the first six characters of the keyword
+    View keyword;  // the whole keyword, where only that will do; else blank
+    char symtyp;
+    View level;  // the default level, or blank for none
+};
+
+constexpr Declaration declarations[] = {
+    {"SECTOR", "", 'A', "1"}, {"ACTIVI", "", 'A', "1"},          {"COMMOD", "", 'P', "1"},
+    {"PRICES", "", 'P', "1"}, {"MARKET", "", 'P', "1"},          {"CONSUM", "", 'C', ""},
+    {"INCOME", "", 'C', ""},  {"AUXILI", "AUXILIARY", 'V', "0"},
+};
+
+const Declaration* find_prefix(View keyword) {
+    const View prefix = keyword.substr(0, prefix_length);
+    const auto* const found =
+        std::find_if(std::begin(declarations), std::end(declarations),
+                     [prefix](const Declaration& row) { return row.prefix == prefix; });
+    return found == std::end(declarations) ? nullptr : found;
+}
+
+// The row that gives type and level. A keyword such as AUXILIARIES opens a block without them.
+const Declaration* find_declaration(View keyword) {
+    const Declaration* const row = find_prefix(keyword);
+    return row == nullptr || row->keyword.empty() || row->keyword == keyword ? row : nullptr;
+}
+
+// The field in the header file's variable list. The description belongs to the record's last name, and
+// ends before its first ";", which would end the list.
+void write_name() {
+    if (descrp.is_blank() || !record.is_blank()) {
+        write_line(khdr, {field});
+        return;
+    }
+    if (const int semicolon = descrp.find(';'); semicolon != 0) descrp.blank_from(semicolon);
+    write_line(khdr, {field, "    ", descrp});
+}
+
+// The header line of the field, and its default level, if the keyword gives one.
+void wrtlvl(View keyword) {
+    write_name();
+    const Declaration* const row = find_declaration(keyword);
+    if (row == nullptr || row->level.empty()) return;
+    const int open = field.find('(');
+    const int name_end = open == 0 ? maxline : open - 1;
+    write_line(klvl,
+               {field.slice(1, name_end), ".L", field.from(name_end + 1), " = ", row->level, ";"});
+}
+
+void close_levels() {
+    while (nloop > 0) {
+        closel(Level::loop);
+        nset = 0;
+    }
+    while (nblkif > 0) closel(Level::block_if);
+}
+
+// One name with its set arguments and condition.
+void declare_field(View keyword) {
+    freefd();
+    condtn.clear();
+    if (const int mark = field.find('$'); mark != 0) chkcnd(mark);
+    wrtlvl(keyword);
+    root.clear();
+    rdarg();
+    nxarg = 0;
+    sloop();
+    dumeqn();
+    condtn.clear();
+    if (const Declaration* const row = find_declaration(keyword); row != nullptr)
+        addsym(row->symtyp);
+    chrfld("", Put::new_line);
+    close_levels();
+}
+
+// The distinct sets among the field's arguments, as "(S,T,".
+Line distinct_sets() {
+    static Table<Argument, maxset> locset;
+    const auto first = locset.begin();
+    auto end = first;
+    Line list = "(";
+    for (int i = 1; i <= narg; ++i) {
+        const Argument& name = arg[static_cast<std::size_t>(i)];
+        if (name[1] == '"' || std::find(first, end, name) != end) continue;
+        list.append(name);
+        list.append(",");
+        *end++ = name;
+    }
+    return list;
+}
+
+}  // namespace
+
+bool is_declaration(View keyword) { return find_prefix(keyword) != nullptr; }
+
+int decblk() {
+    endblk();
+    output = joined<maxline>({"PUT'$", keywrd, ":'/;"});
+    wrtzlm();
+    for (;;) {
+        if (getrec() != 0) return 1;
+        if (record[1] == '$') return 0;
+        while (!record.is_blank()) declare_field(keywrd);
+    }
+}
+
+void dumeqn() {
+    const Line list = distinct_sets();
+    const View sets = list.slice(1, list.length() - 1);  // without the last comma
+    const View mark = condtn.is_blank() ? "" : "$";
+    if (length_of(sets) < 2) {
+        write_line(kdum, {"+", field, mark, condtn});
+        return;
+    }
+    const auto sum = joined<maxline>({"+SUM(", sets, ")", mark, condtn, ","});
+    write_line(kdum, {sum, field, ")"});
+}
+
+}  // namespace orvex

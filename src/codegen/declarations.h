@@ -1,0 +1,25 @@
+// Declaration blocks: the names of the model's variables.
+//
+//     $SECTORS:
+//      Y(S,T)   X$(ORD(T) GT 1)   ! description of the last name
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+// Does the keyword open a declaration block? Its first six characters decide.
+bool is_declaration(View keyword);
+
+// Reads the records of the declaration block of `keywrd`, up to the next one that begins with "$".
+// Each name goes to the symbol table, to the header file's variable list, to the default levels, to the
+// artificial equation and, in a LOOP over its sets, to the generator file.
+// Returns 0 with that "$" record in `record`, or 1 at the end of the input.
+// Stops: those of freefd, chkcnd, rdarg, sloop and addsym.
+int decblk();
+
+// Adds the term of the current `field` (arg, narg, condtn) to the artificial equation: summed over its
+// sets, under its condition.
+void dumeqn();
+
+}  // namespace orvex

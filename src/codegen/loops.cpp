@@ -1,0 +1,106 @@
+#include "codegen/loops.h"
+
+#include "codegen/writer.h"
+#include "preproc.h"
+#include "stop.h"
+
+namespace orvex {
+
+namespace {
+
+Argument& argument(int number) { return arg[static_cast<std::size_t>(number)]; }
+
+bool is_quoted(const Argument& text) { return text[1] == '"'; }
+
+// The active set of that name, or null.
+const Name* find_active(View name) {
+    const auto used = set.begin() + 1 + nset;
+    const auto found =
+        std::find_if(set.begin() + 1, used, [name](const Name& entry) { return entry == name; });
+    return found == used ? nullptr : &*found;
+}
+
+// Brings the extra indices directly behind the own arguments; with seven of those they are there.
+void move_extra_indices() {
+    if (narg >= maxarg) return;
+    for (int i = 1; i <= nxarg; ++i) argument(narg + i) = argument(maxarg + i);
+}
+
+void activate(const Argument& name) {
+    if (nset >= maxset) ppstop(" *** SLOOP: set table overflows internal length of 1000");
+    set[static_cast<std::size_t>(++nset)] = name.view();
+}
+
+// Makes the sets that are not active yet active, and returns them as "(S,T,".
+Line new_set_list() {
+    Line list = "(";
+    for (int i = 1; i <= narg + nxarg; ++i) {
+        const Argument& name = argument(i);
+        if (is_quoted(name) || name.contains('+') || name.contains('-')) continue;
+        if (name.length() > maxname) {
+            ppstop(joined<maxline>({" *** SLOOP: set name length exceeds max of 65: ", name}));
+        }
+        symlenmx = std::max(symlenmx, name.length());
+        if (find_active(name) != nullptr) continue;
+        list.append(name);
+        list.append(",");
+        activate(name);
+    }
+    return list;
+}
+
+// Opens the guard of an argument such as T+1, whose operator stands at position `shift`.
+void guard_shift(const Argument& text, int shift) {
+    const Name* const active = find_active(text.slice(1, shift - 1));
+    if (active == nullptr)
+        pperror(joined<maxline>({" *** ORVPP: Lead or lag set not active: ", text}));
+    const auto position = joined<maxline>({"ORD(", *active, ")", text.from(shift)});
+    output = joined<maxline>(
+        {"IF ( ( (", position, " GE 1) * (", position, " LE CARD(", *active, " )) ),"});
+    wrtzlm();
+    ++nblkif;
+}
+
+}  // namespace
+
+void sloop() {
+    move_extra_indices();
+    const Line list = new_set_list();
+    const View sets = list.slice(1, list.length() - 1);  // without the last comma
+    const bool has_sets = length_of(sets) >= 2;
+    output.clear();
+    if (has_sets) {
+        output = condtn.is_blank() ? joined<maxline>({"LOOP(", sets, "),"})
+                                   : joined<maxline>({"LOOP(", sets, ")$", condtn, ","});
+    } else if (!condtn.is_blank()) {
+        output = joined<maxline>({"IF (", condtn, ","});
+    } else {
+        return;
+    }
+    wrtzlm();
+    ++(has_sets ? nloop : nblkif);
+}
+
+void leadlg() {
+    for (int i = 1; i <= narg; ++i) {
+        const Argument& text = argument(i);
+        const int plus = text.find('+');
+        const int minus = text.find('-');
+        if (is_quoted(text) || text.contains("++") || text.contains("--")) continue;
+        if (plus == 0 && minus == 0) continue;
+        if (plus != 0 && minus != 0) {
+            pperror(joined<maxline>({" *** ORVPP: Both lead and lag operators: ", text}));
+        }
+        guard_shift(text, plus + minus);
+    }
+}
+
+void chkset() {
+    for (int i = 1; i <= narg; ++i) {
+        const Argument& text = argument(i);
+        if (is_quoted(text) || find_active(text) != nullptr) continue;
+        pperror(joined<maxline>({" *** CHKSET: unrecognized set argument: ", text}));
+    }
+}
+
+}  // namespace orvex

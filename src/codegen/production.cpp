@@ -1,0 +1,127 @@
+#include "codegen/production.h"
+
+#include "codegen/loops.h"
+#include "codegen/writer.h"
+#include "input/fields.h"
+#include "input/records.h"
+#include "input/values.h"
+#include "preproc.h"
+#include "stop.h"
+
+#include <algorithm>
+
+namespace orvex {
+
+namespace {
+
+// Labels that name something also in a later field of an entry; any other labels a value there.
+constexpr View name_labels[] = {"N", "A", "R", "Z", "PROD", "I", "O"};
+
+bool is_name_label() {
+    return std::any_of(std::begin(name_labels), std::end(name_labels),
+                       [](View name) { return label == name; });
+}
+
+// Closes what the entry before has opened, down to the block's own levels.
+void return_to_block_level() {
+    for (;;) {
+        while (nif > 0) closel(Level::condition);
+        while (nloop > mloop) closel(Level::loop);
+        nset = mset;
+        if (nblkif < mblkif) pperror(" *** ORVPP: logical error with NBLKIF");
+        if (nblkif == mblkif) return;
+        closel(Level::block_if);
+    }
+}
+
+// Opens the guard of an entry whose second field is a quantity: the next one in `record`, which stays
+// as it is.
+void guard_by_quantity() {
+    Line rest = record;
+    Text<20> next_label;
+    Line quantity;
+    getfld(rest, next_label, quantity);
+    if (next_label == "Q") ifblck(quantity);
+}
+
+// Opens the entry's guard, if it has one. An entry of one field looks for its quantity in a
+// continuation record, so the next record may be read.
+EntryEnd guard_entry() {
+    if (label == "K") {
+        ifblck(field);
+    } else if (!record.is_blank()) {
+        guard_by_quantity();
+    } else if (getrec() != 0) {
+        return EntryEnd::input_end;
+    } else if (record[1] != '+') {
+        return EntryEnd::read_ahead;
+    } else {
+        guard_by_quantity();
+    }
+    return EntryEnd::done;
+}
+
+// A label such as R.TL ranges over a set: with arguments the value opens its own loop, which stays
+// open; without, the one field is looped. Returns whether that loop is to be closed behind the field.
+bool open_label_loop() {
+    const int mark = label.find(".TL");
+    if (mark == 0) return false;
+    if (narg > 0) {
+        sloop();
+        return false;
+    }
+    if (field.is_blank()) return false;
+    output = joined<maxline>({"LOOP(", label.slice(1, mark - 1), ","});
+    wrtzlm();
+    ++nloop;
+    return true;
+}
+
+}  // namespace
+
+void newblk() {
+    endblk();
+    parse();
+    sloop();
+    condtn.clear();
+    output = "PUT /;";
+    wrtzlm();
+    mset = nset;
+    mblkif = nblkif;
+    mloop = nloop;
+    const auto keyword = joined<maxline>({"$", keywrd});
+    chrfld(keyword, Put::new_line);
+    oldrec();
+}
+
+EntryEnd newrec() {
+    return_to_block_level();
+    parse();
+    leadlg();
+    sloop();
+    const EntryEnd end = guard_entry();
+    condtn.clear();
+    if (label == "K") {
+        numfld();
+    } else {
+        chrfld(label, Put::new_line);
+    }
+    if (end == EntryEnd::done) oldrec();
+    return end;
+}
+
+void oldrec() {
+    while (!record.is_blank()) {
+        parse();
+        const bool loop_is_open = open_label_loop();
+        chkset();
+        if (!funrec && is_name_label()) {
+            chrfld(label, Put::continuation);
+        } else {
+            numfld();
+        }
+        if (loop_is_open) closel(Level::loop);
+    }
+}
+
+}  // namespace orvex

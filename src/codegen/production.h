@@ -1,0 +1,33 @@
+// Production and demand blocks.
+//
+//     $PROD:Y(S)   S:0.5
+//     O:PY(S)      Q:Y0(S)
+//     I:PL         Q:L0(S)    P:1
+//     +            A:RA       T:TX(S)
+//
+// The opening record names the sector or consumer and holds fields of its own. Every record behind it
+// is an entry, whose first field names an item; a record that begins with "+" continues the one before.
+#pragma once
+
+namespace orvex {
+
+// Opens the block of the keyword record in `record` and translates its fields.
+// Stops: those of parse, sloop, chrfld and oldrec.
+void newblk();
+
+enum class EntryEnd {
+    done,        // the record is used up
+    read_ahead,  // the entry had one field, and `record` holds the next record, not yet treated
+    input_end,   // the entry had one field, and the input ended behind it
+};
+
+// Translates an entry record, after closing what the entry before it opened.
+// Stops: " *** ORVPP: logical error with NBLKIF", those of parse, leadlg, sloop, getfld, chrfld, numfld
+// and oldrec.
+EntryEnd newrec();
+
+// Translates the fields left in `record`.
+// Stops: those of parse, sloop, chkset, chrfld and numfld.
+void oldrec();
+
+}  // namespace orvex

@@ -1,0 +1,87 @@
+#include "codegen/reports.h"
+
+#include "codegen/declarations.h"
+#include "codegen/loops.h"
+#include "codegen/writer.h"
+#include "input/fields.h"
+#include "input/records.h"
+#include "input/values.h"
+#include "preproc.h"
+#include "stop.h"
+#include "unit.h"
+
+namespace orvex {
+
+namespace {
+
+void write_statement(View text) {
+    output = text;
+    wrtzlm();
+}
+
+// The report variable: declared in the header file, and a term of the artificial equation as long as
+// reports are written. No set is active before it, since every record is a block of its own.
+void report_variable() {
+    parse();
+    if (label != "V") pperror(" *** REPBLK: first report field must be V");
+    sloop();
+    write_line(khdr, {field});
+    condtn =
+        condtn.is_blank() ? Line("(ORVREPORT)") : joined<maxline>({"((", condtn, ")$(ORVREPORT))"});
+    dumeqn();
+    condtn.clear();
+    chrfld(label, Put::new_line);
+}
+
+void check_second_label() {
+    if (label == "I" || label == "O" || label == "D" || label == "W") return;
+    pperror(
+        joined<maxline>({"*** REPBLK: 2nd report field must be I:, O:, D: or W:. Find: ", label}));
+}
+
+void check_third_label() {
+    if (label == "PROD" || label == "DEMAND") return;
+    const auto padded = label.padded();
+    pperror(joined<maxline>(
+        {" *** REPBLK: 3rd report field ", whole(padded), " is not PROD or DEMAND."}));
+}
+
+// A field behind the first, on the same line of the report.
+void report_field(void (*check_label)()) {
+    if (record.is_blank()) return;
+    parse();
+    if (!condtn.is_blank()) pperror(" *** REPBLK: conditionals not permitted in report fields.");
+    chkset();
+    check_label();
+    write_statement("PUT '        ';");
+    chrfld(label, Put::same_line);
+}
+
+void report_record() {
+    report_variable();
+    if (record.is_blank()) pperror(" *** REPBLK: syntax error in report record.");
+    report_field(check_second_label);
+    report_field(check_third_label);
+    if (!record.is_blank()) pperror(" *** REPBLK: extra fields in report record.");
+}
+
+}  // namespace
+
+int repblk() {
+    endblk();
+    write_statement("IF (ORVREPORT,");
+    write_statement("PUT / '$REPORT:'/;");
+    for (;;) {
+        const int end = getrec();
+        if (end != 0 || record[1] == '$') {
+            write_statement(");");
+            return end;
+        }
+        if (record[1] == '+')
+            pperror(" *** REPBLK: continuation records not permitted in $REPORT:");
+        report_record();
+        endblk();
+    }
+}
+
+}  // namespace orvex

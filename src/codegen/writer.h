@@ -1,0 +1,29 @@
+// The generator-file writer: every line of the file's body carries the input line's number in a
+// comment and is indented by two blanks for every open level. Three kinds of levels are counted:
+// condition levels (nif), LOOPs (nloop) and block IFs (nblkif).
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+// Writes `output` as one numbered and indented line (nothing when it is blank), then blanks it. What
+// passes column 255 is cut.
+void wrtzlm();
+
+enum class Level { condition, loop, block_if };
+
+// Closes one level of that kind with a line ");". Without an open one, does nothing.
+void closel(Level kind);
+
+// Opens a condition level that holds where `cond` is not zero. A blank `cond` opens none.
+void ifblck(View cond);
+
+// Closes all levels, conditions before loops before block IFs, resets the active sets and the block
+// marks, and writes an empty line.
+void endblk();
+
+// Closes all levels and passes `record` through as a PUT line.
+void putrec();
+
+}  // namespace orvex

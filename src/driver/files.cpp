@@ -1,0 +1,59 @@
+#include "driver/files.h"
+
+#include "preproc.h"
+#include "stop.h"
+#include "unit.h"
+
+namespace orvex {
+
+void ffopen(int unit_number, const Text<255>& file, Status status) {
+    if (status == Status::scratch) {
+        open_scratch(unit_number);
+        return;
+    }
+    const auto name = file.padded();
+    if (status == Status::replace) {
+        if (open_output(unit_number, file)) return;
+        write_standard_output({"FFOPEN: error opening file ", whole(name)});
+    } else {
+        if (open_input(unit_number, file)) return;
+        write_standard_output({"FFOPEN: error opening file", whole(name), " with status OLD"});
+    }
+    end_run();
+}
+
+void report_scratch_failure(int unit_number) {
+    write_standard_output(
+        {"FFOPEN: error opening unit", right_aligned<4>(unit_number), " with status SCRATCH"});
+}
+
+void filcpy(int from, int to) {
+    rewind_scratch(from);
+    View line;
+    while (read_line(from, line)) {
+        record = line;
+        const View text = record.is_blank() ? View(" ") : record.view();
+        write_line(to, {text});
+    }
+    close_unit(from);
+}
+
+void trnscb() {
+    filcpy(kdum, khdr);
+    write_line(khdr, {"   =E= 0;"});
+    filcpy(klvl, khdr);
+    if (nconst > 0) {
+        write_line(khdr, {});
+        write_line(khdr, {"*       Constraints:"});
+        filcpy(kcon, khdr);
+    }
+    write_line(khdr, {});
+    write_line(khdr, {"*       The model:"});
+    filcpy(kmdl, khdr);
+    for (const View line : {"/;", "", "", "", "$ONLISTING", "$ONTEXT", ""})
+        write_line(khdr, {line});
+    filcpy(klst, khdr);
+    for (const View line : {"", "$OFFTEXT", ""}) write_line(khdr, {line});
+}
+
+}  // namespace orvex

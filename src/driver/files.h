@@ -1,0 +1,26 @@
+// The files of a model: opening them, and completing the header file from the scratch files.
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+enum class Status { replace, old, scratch };
+
+// Opens the unit: creates or replaces the named file, opens an existing one, or opens a scratch file
+// (without a name). When that fails, one of these lines on standard output ends the run:
+// "FFOPEN: error opening file ", "FFOPEN: error opening unit", "FFOPEN: error opening file" ... "OLD"
+void ffopen(int unit_number, const Text<255>& file, Status status);
+
+// The end of a run whose scratch text found no room.
+void report_scratch_failure(int unit_number);
+
+// Copies the lines of a scratch file, from its first, to another file, cut to 255 columns and without
+// their trailing blanks (a blank line as one blank), and closes it. Uses `record`.
+void filcpy(int from, int to);
+
+// Completes the header file with the artificial equation, the default levels, the constraints, the
+// model statement and the listing.
+void trnscb();
+
+}  // namespace orvex

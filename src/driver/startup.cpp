@@ -1,0 +1,78 @@
+#include "driver/startup.h"
+
+#include "companion/palmf9def.h"
+#include "driver/control.h"
+#include "driver/files.h"
+#include "input/textops.h"
+#include "preproc.h"
+#include "stop.h"
+#include "unit.h"
+
+namespace orvex {
+
+namespace {
+
+using AuditLine = Text<75>;
+
+AuditLine read_audit_line() {
+    Handle handle = 0;
+    Text<256> message;
+    if (palcreate(handle, message) == 0) {
+        write_standard_output({" *** Could not create PAL object: ", whole(message.padded())});
+        end_run();
+    }
+    palsetsystemname(handle, "ORVEX-Prep");
+    Text<255> line;
+    palgetauditline(line, handle);
+    palfree(handle);
+    return line.view();
+}
+
+// Answers the argument "AUDIT", in any case.
+void auditrun(const AuditLine& line, Text<255> argument) {
+    upper(argument);
+    if (argument != "AUDIT") return;
+    write_standard_output({whole(line.padded())});
+    end_run();
+}
+
+void open_control_file(const Text<255>& path) {
+    if (open_input(kctl, path)) return;
+    write_standard_output({" *** Internal ORVEX preprocessor error "});
+    write_standard_output({" *** Cannot access scratch file: ", path});
+    write_standard_output({" *** possible cause: internal path names too long"});
+    end_run();
+}
+
+[[noreturn]] void report_missing_input(const Line& with_ending) {
+    if (errfil.is_blank()) {
+        ffopen(khdr, hdrfil, Status::replace);
+        write_line(khdr, {"$ERROR Preprocessor failure."});
+        write_line(khdr, {"$ABORT Check your ZELM installation"});
+    } else {
+        ffopen(kerr, errfil, Status::replace);
+        write_line(kerr, {" *** Cannot find file: ", inpfil});
+        write_line(kerr, {" *** Nor can I find  : ", with_ending});
+    }
+    end_run();
+}
+
+// The input file may be named without its ending.
+void find_input() {
+    if (file_exists(inpfil)) return;
+    const auto with_ending = joined<maxline>({inpfil, ".zlm"});
+    if (!file_exists(with_ending)) report_missing_input(with_ending);
+    inpfil = with_ending;
+}
+
+}  // namespace
+
+void start_up(const Text<255>& argument) {
+    auditrun(read_audit_line(), argument);
+    open_control_file(argument);
+    read_control_file();
+    find_input();
+    ffopen(kinp, inpfil, Status::old);
+}
+
+}  // namespace orvex

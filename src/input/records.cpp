@@ -1,0 +1,50 @@
+#include "input/records.h"
+
+#include "input/textops.h"
+#include "preproc.h"
+#include "unit.h"
+
+namespace orvex {
+
+namespace {
+
+constexpr int number_columns = 5;
+
+bool next_line() {
+    View line;
+    if (!read_line(kinp, line)) return false;
+    record = line;
+    strip(record);
+    lstrec = record;
+    ++lineno;
+    return true;
+}
+
+// The echo shows the line before TABs and letters are changed; a blank line is echoed as one blank.
+void echo_line() {
+    const View text = record.is_blank() ? View(" ") : record.view();
+    write_line(klst, {right_aligned<number_columns>(lineno), "  ", text});
+}
+
+void split_comment() {
+    descrp.clear();
+    const int mark = record.find('!');
+    if (mark == 0) return;
+    descrp = record.from(mark + 1);
+    record.blank_from(mark);
+}
+
+}  // namespace
+
+int getrec() {
+    do {
+        if (!next_line()) return 1;
+        echo_line();
+        notab(record);
+    } while (record[1] == '*' || record.is_blank());
+    split_comment();
+    upper(record);
+    return 0;
+}
+
+}  // namespace orvex

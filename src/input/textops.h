@@ -1,0 +1,62 @@
+// Small changes of a text in place, byte by byte: letters are the 26 of ASCII, no locale is asked.
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+constexpr char tab = '\t';
+constexpr char carriage_return = '\r';
+
+constexpr char upper_letter(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char lower_letter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+template <int N>
+void upper(Text<N>& text) {
+    text.map(upper_letter);
+}
+
+template <int N>
+void lower(Text<N>& text) {
+    text.map(lower_letter);
+}
+
+// Carriage returns become blanks, so that CR LF files read like LF files.
+template <int N>
+void strip(Text<N>& text) {
+    text.map([](char c) { return c == carriage_return ? blank_char : c; });
+}
+
+template <int N>
+void stripup(Text<N>& text) {
+    strip(text);
+    upper(text);
+}
+
+// TABs become blanks.
+template <int N>
+void notab(Text<N>& text) {
+    text.map([](char c) { return c == tab ? blank_char : c; });
+}
+
+// Position of the first character that is not a blank (a TAB is none), or 0.
+template <int N>
+int firstnonblank(const Text<N>& text) {
+    const auto found = text.view().find_first_not_of(blank_char);
+    return found == View::npos ? 0 : static_cast<int>(found) + 1;
+}
+
+// Moves the text left over its leading blanks and TABs. A text whose only other character stands in
+// the last position stays as it is.
+template <int N>
+void lftjst(Text<N>& text) {
+    int first = 1;
+    while (first < N && (text[first] == blank_char || text[first] == tab)) ++first;
+    if (first < N) text = text.from(first);
+}
+
+}  // namespace orvex

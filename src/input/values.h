@@ -1,0 +1,30 @@
+// Field value translation: one field becomes one PUT statement of the generator file, and its names
+// enter the symbol table.
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+// How chrfld begins its statement.
+enum class Put {
+    new_line = 1,      // "PUT /,"
+    continuation = 2,  // "PUT /'+',"
+    same_line = 3,     // "PUT "
+};
+
+// Writes the current field (root, arg, condtn) as a symbol under the head `text` (a label, a keyword
+// that begins with "$", or blank for the bare name), and registers it under the type that the head
+// implies.
+// Stops: " *** CHRFLD: statement exceeds 255 characters.", and those of addsym.
+void chrfld(View text, Put mode);
+
+// Writes the current field (label, field, condtn) as a value, and registers its name as a parameter
+// unless it is a number.
+// Stops: " *** NUMFLD: statement exceeds 255 characters.", and those of addsym.
+void numfld();
+
+// Does the text begin like a number?
+bool numric(View text);
+
+}  // namespace orvex

@@ -1,0 +1,109 @@
+#include "symbols/listing.h"
+
+#include "unit.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace orvex {
+
+namespace {
+
+constexpr int narrowest_column = 12;
+constexpr int numbers_a_line = 10;
+constexpr int numbers_a_block = 100;
+constexpr int number_width = 5;
+
+// From the name's marker to the first reference: marker, blank, type label, six blanks.
+constexpr int label_width = 13;
+
+std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
+
+int column_width() { return std::clamp(symlenmx, narrowest_column, maxname); }
+
+View type_label(char typ) {
+    switch (typ) {
+    case 'D': return "PARAM";
+    case 'P': return "PRICE";
+    case 'A': return "ACTIV";
+    case 'C': return "CONSU";
+    case 'V': return "AUXIL";
+    case 'R': return "REPRT";
+    default: return "SET  ";
+    }
+}
+
+void write_head() {
+    const int width = column_width();
+    for (const View line : {"", "", "Symbol Listing", ""}) write_line(klst, {line});
+    if (nrefign > 0) {
+        write_line(klst, {"Warning: The reference reporting limit of 10000 has been reached:"});
+        write_line(klst, {"         ", decimal(nrefign),
+                          " references are not included in this symbol listing."});
+        write_line(klst, {});
+    }
+    write_line(klst, {"Note:    Parameter and set references appearing within"});
+    write_line(klst, {"         parentheses are not identified by the preprocessor."});
+    write_line(klst, {});
+    write_line(klst, {"Symbol", repeated<' '>(width - 4), "Type       References"});
+    write_line(klst, {repeated<'='>(width), "  =====      ", repeated<'='>(50)});
+}
+
+// The name and kind of a symbol, in the columns before its references.
+Text<maxname + label_width> entry_head(int isym) {
+    const int width = column_width();
+    const Name& name = symbol[at(isym)];
+    const View shown = name.slice(1, width);
+    return joined<maxname + label_width>({shown, repeated<' '>(width - length_of(shown)),
+                                          name.length() > width ? "~" : " ", " ",
+                                          type_label(symtyp[at(isym)])});
+}
+
+void write_entry(int isym) {
+    constexpr int line_width = maxname + label_width + numbers_a_line * number_width;
+    static std::array<int, maxref> references;
+    const int count = getref(isym, references);
+    const int margin = column_width() + label_width;
+    for (int first = 0; first == 0 || first < count; first += numbers_a_line) {
+        if (first > 0 && first % numbers_a_block == 0) write_line(klst, {});
+        const auto head = first == 0 ? entry_head(isym) : Text<maxname + label_width>();
+        Text<numbers_a_line * number_width> numbers;
+        for (int i = first; i < std::min(first + numbers_a_line, count); ++i) {
+            numbers.append(right_aligned<number_width>(references[at(i)]));
+        }
+        const auto line =
+            joined<line_width>({head, repeated<' '>(margin - head.length()), numbers});
+        write_line(klst, {line});
+    }
+}
+
+}  // namespace
+
+void symlst() {
+    static std::array<int, maxsym> sorted;
+    write_head();
+    const std::span<int> order(sorted.data(), at(nsym));
+    sortc(order, symbol);
+    for (const int isym : order) write_entry(isym);
+}
+
+void sortc(std::span<int> indx, const Table<Name, maxsym>& names) {
+    const auto before = [&names](int a, int b) {
+        return compare_padded(names[at(a)], names[at(b)]) < 0;
+    };
+    std::iota(indx.begin(), indx.end(), 1);
+    std::make_heap(indx.begin(), indx.end(), before);
+    std::sort_heap(indx.begin(), indx.end(), before);
+}
+
+int getref(int isym, std::span<int> list) {
+    const int capacity = static_cast<int>(list.size());
+    int next = capacity;
+    for (int row = symloc[at(isym)]; row != 0 && next > 0; row = symref[at(row)].older) {
+        list[at(--next)] = symref[at(row)].line;
+    }
+    std::copy(list.begin() + next, list.end(), list.begin());
+    return capacity - next;
+}
+
+}  // namespace orvex

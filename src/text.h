@@ -1,0 +1,203 @@
+// The one data type of the translator: a text of fixed length, padded with blanks, whose positions
+// are counted from 1.
+//
+// A text keeps its trimmed part and that part's length; the padding is understood, never stored.
+// So a fresh text costs nothing, trailing blanks carry no meaning by construction, and whatever
+// passes the fixed length is cut without a message. Texts hold bytes: any value, NUL included.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <initializer_list>
+#include <string_view>
+
+namespace orvex {
+
+using View = std::string_view;
+
+constexpr char blank_char = ' ';
+
+inline int length_of(View view) { return static_cast<int>(view.size()); }
+
+// The view without its trailing blanks.
+constexpr View trimmed(View view) {
+    while (!view.empty() && view.back() == blank_char) view.remove_suffix(1);
+    return view;
+}
+
+// Order of two texts by character codes, the shorter one padded with blanks: negative, 0, positive.
+int compare_padded(View a, View b);
+
+template <int N>
+using Bytes = std::array<char, static_cast<std::size_t>(N)>;
+
+template <int N>
+class Text {
+  public:
+    static constexpr int size = N;
+
+    Text() = default;
+    Text(View view) { assign(view); }
+    Text(const char* literal) { assign(literal); }
+    Text& operator=(View view) {
+        assign(view);
+        return *this;
+    }
+    Text& operator=(const char* literal) {
+        assign(literal);
+        return *this;
+    }
+
+    // The trimmed text, and its length.
+    View view() const { return {bytes_.data(), static_cast<std::size_t>(length_)}; }
+    operator View() const { return view(); }
+    int length() const { return length_; }
+    bool is_blank() const { return length_ == 0; }
+
+    // The character at a position from 1 to N.
+    char operator[](int position) const {
+        return position <= length_ ? bytes_[index(position)] : blank_char;
+    }
+
+    // Positions first to last, as far as they lie in the text and before its padding.
+    View slice(int first, int last) const {
+        first = std::max(first, 1);
+        last = std::min(last, length_);
+        if (first > last) return {};
+        return view().substr(index(first), index(last) - index(first) + 1);
+    }
+    View from(int first) const { return slice(first, N); }
+
+    // Position of the first such character or piece at or after `start`, or 0. Neither may be blank.
+    int find(char wanted, int start = 1) const {
+        return position(view().find(wanted, index(start)));
+    }
+    int find(View wanted) const { return position(view().find(wanted)); }
+    bool contains(char wanted) const { return find(wanted) != 0; }
+    bool contains(View wanted) const { return find(wanted) != 0; }
+
+    // Would the whole piece find room behind the last non-blank character?
+    bool has_room_for(View piece) const { return length_ + length_of(piece) <= N; }
+
+    void clear() { length_ = 0; }
+
+    // Makes the positions first to last blank.
+    void blank(int first, int last) {
+        last = std::min(last, length_);
+        if (first > last) return;
+        std::fill(bytes_.begin() + first - 1, bytes_.begin() + last, blank_char);
+        if (last == length_) trim();
+    }
+    void blank_from(int first) { blank(first, N); }
+
+    // Puts the piece directly behind the last non-blank character; what has no room is cut.
+    void append(View piece) {
+        const auto kept = std::min(piece.size(), static_cast<std::size_t>(N - length_));
+        if (kept == 0) return;
+        std::memmove(bytes_.data() + length_, piece.data(), kept);
+        length_ += static_cast<int>(kept);
+        trim();
+    }
+
+    // Replaces every character by what `replace` makes of it.
+    template <typename Replace>
+    void map(Replace replace) {
+        std::transform(bytes_.begin(), bytes_.begin() + length_, bytes_.begin(), replace);
+        trim();
+    }
+
+    // All N characters, padding included.
+    Bytes<N> padded() const {
+        Bytes<N> full;
+        full.fill(blank_char);
+        std::copy_n(bytes_.begin(), length_, full.begin());
+        return full;
+    }
+
+  private:
+    static constexpr std::size_t index(int position) {
+        return static_cast<std::size_t>(position) - 1;
+    }
+    static int position(std::size_t found) {
+        return found == View::npos ? 0 : static_cast<int>(found) + 1;
+    }
+
+    // The view may be a part of this very text.
+    void assign(View view) {
+        length_ = static_cast<int>(std::min(view.size(), static_cast<std::size_t>(N)));
+        if (length_ > 0)
+            std::memmove(bytes_.data(), view.data(), static_cast<std::size_t>(length_));
+        trim();
+    }
+    void trim() {
+        while (length_ > 0 && bytes_[static_cast<std::size_t>(length_ - 1)] == blank_char)
+            --length_;
+    }
+
+    int length_ = 0;
+    Bytes<N> bytes_;
+};
+
+template <int N, int M>
+bool operator==(const Text<N>& a, const Text<M>& b) {
+    return a.view() == b.view();
+}
+template <int N>
+bool operator==(const Text<N>& a, View b) {
+    return a.view() == trimmed(b);
+}
+
+// A view of all these characters, trailing blanks included.
+template <std::size_t N>
+View whole(const std::array<char, N>& full) {
+    return {full.data(), N};
+}
+
+// `count` times the same character, at most 255.
+template <char c>
+View repeated(int count) {
+    static constexpr auto row = [] {
+        Bytes<255> filled{};
+        filled.fill(c);
+        return filled;
+    }();
+    return whole(row).substr(0, static_cast<std::size_t>(count));
+}
+
+// The pieces one behind the other, the blanks inside and at the end of a piece kept in their places.
+template <int N>
+Text<N> joined(std::initializer_list<View> pieces) {
+    Bytes<N> all;
+    std::size_t used = 0;
+    for (const View piece : pieces) {
+        const auto kept = std::min(piece.size(), all.size() - used);
+        if (kept > 0) std::memcpy(all.data() + used, piece.data(), kept);
+        used += kept;
+    }
+    return View(all.data(), used);
+}
+
+// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A number
+// that does not fit, its sign included, shows as asterisks.
+enum class Fill : char { blanks = ' ', zeros = '0' };
+void write_number(char* columns, int width, int value, Fill fill);
+
+template <int Width>
+Text<Width> right_aligned(int value) {
+    Bytes<Width> columns;
+    write_number(columns.data(), Width, value, Fill::blanks);
+    return whole(columns);
+}
+
+template <int Width>
+Text<Width> zero_filled(int value) {
+    Bytes<Width> columns;
+    write_number(columns.data(), Width, value, Fill::zeros);
+    return whole(columns);
+}
+
+// The number in as many columns as it takes.
+Text<11> decimal(int value);
+
+}  // namespace orvex

@@ -1,0 +1,283 @@
+#include "unit.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvex {
+
+namespace {
+
+constexpr std::size_t buffer_size = std::size_t{256} * 1024;
+constexpr std::size_t longest_path = 255;
+constexpr int no_descriptor = -1;
+
+// A path as the system calls want it. The temporary name may be longer than the name it stands for.
+using Path = std::array<char, longest_path + 64>;
+
+enum class Kind : char { closed, input, output, scratch };
+
+struct Unit {
+    Kind kind = Kind::closed;
+    bool in_place = false;  // output: written under its own name from the start
+    bool at_end = false;    // reading: nothing more will come
+    int descriptor = no_descriptor;
+    int error = 0;          // errno of the first failed write
+    std::size_t begin = 0;  // buffered bytes not yet read
+    std::size_t end = 0;    // end of the buffered bytes
+    Path name{};
+    Path temporary{};
+};
+
+std::array<Unit, last_unit - first_unit + 1> units;
+alignas(64) char buffers[last_unit - first_unit + 1][buffer_size];
+
+Unit& unit_of(int unit) { return units[static_cast<std::size_t>(unit - first_unit)]; }
+char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
+
+// False for what can name no file: a blank name, or one with a NUL byte in it.
+bool to_path(View name, Path& path) {
+    name = trimmed(name);
+    if (name.empty() || name.size() > longest_path || name.find('\0') != View::npos) return false;
+    *std::copy(name.begin(), name.end(), path.begin()) = '\0';
+    return true;
+}
+
+// Opens a file on a descriptor that is none of the three standard ones, also where the caller has
+// closed those: a message must not end up in a file.
+int open_descriptor(const char* path, int flags) {
+    constexpr mode_t permissions = 0666;
+    const int opened = ::open(path, flags | O_CLOEXEC, permissions);
+    if (opened < 0 || opened > STDERR_FILENO) return opened;
+    const int moved = ::fcntl(opened, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::close(opened);
+    return moved;
+}
+
+// Returns 0, or the errno of the failure.
+int write_all(int descriptor, View bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+bool is_directory(int descriptor) {
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// A file of its own, without a name, for a scratch text that has outgrown its buffer.
+int open_unnamed() {
+    char path[] = P_tmpdir "/orvexpp-XXXXXX";
+    const int made = ::mkstemp(path);
+    if (made >= 0) ::unlink(path);
+    return made;
+}
+
+// Hands the buffered bytes to the file. After a failure the rest of the file is given up.
+void flush(Unit& unit) {
+    if (unit.kind == Kind::scratch && unit.descriptor == no_descriptor) {
+        unit.descriptor = open_unnamed();
+        if (unit.descriptor < 0) {
+            throw ScratchFailure{static_cast<int>(&unit - units.data()) + first_unit};
+        }
+    }
+    if (unit.error == 0) unit.error = write_all(unit.descriptor, {buffer_of(unit), unit.end});
+    unit.end = 0;
+}
+
+// Reads more bytes behind the ones not yet read. False at the end of the file.
+bool refill(Unit& unit) {
+    if (unit.at_end || unit.descriptor == no_descriptor) return false;
+    char* const buffer = buffer_of(unit);
+    // Of a line that is still without end only its first bytes are ever looked at.
+    const std::size_t kept = std::min(unit.end - unit.begin, std::size_t{longest_line});
+    std::memmove(buffer, buffer + unit.begin, kept);
+    unit.begin = 0;
+    unit.end = kept;
+    ssize_t count = 0;
+    do {
+        count = ::read(unit.descriptor, buffer + kept, buffer_size - kept);
+    } while (count < 0 && errno == EINTR);
+    unit.at_end = count <= 0;
+    if (!unit.at_end) unit.end += static_cast<std::size_t>(count);
+    return !unit.at_end;
+}
+
+// Can a file of that name be replaced by renaming another to it? True when there is none, too.
+bool is_replaceable(const char* path) {
+    struct stat status;
+    if (::lstat(path, &status) != 0) return errno == ENOENT;
+    return S_ISREG(status.st_mode) && status.st_nlink == 1 && ::access(path, W_OK) == 0;
+}
+
+// Names the temporary file beside `name`: same directory, so that renaming moves no bytes.
+void name_temporary(Unit& unit, int attempt) {
+    const View name = unit.name.data();
+    const std::size_t directory = name.rfind('/') == View::npos ? 0 : name.rfind('/') + 1;
+    std::snprintf(unit.temporary.data(), unit.temporary.size(), "%.*s.orvexpp-%ld-%d-%d",
+                  static_cast<int>(directory), name.data(), static_cast<long>(::getpid()),
+                  static_cast<int>(&unit - units.data()) + first_unit, attempt);
+}
+
+int open_temporary(Unit& unit) {
+    constexpr int attempts = 100;  // a name can be left over from a run that was killed
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        name_temporary(unit, attempt);
+        const int opened = open_descriptor(unit.temporary.data(), O_WRONLY | O_CREAT | O_EXCL);
+        if (opened >= 0 || errno != EEXIST) return opened;
+    }
+    return no_descriptor;
+}
+
+// Opens the temporary file and removes what stands under the name; false when either cannot be done.
+bool open_beside(Unit& unit) {
+    if (!is_replaceable(unit.name.data())) return false;
+    unit.descriptor = open_temporary(unit);
+    if (unit.descriptor < 0) return false;
+    if (::unlink(unit.name.data()) == 0 || errno == ENOENT) return true;
+    ::close(unit.descriptor);
+    ::unlink(unit.temporary.data());
+    return false;
+}
+
+void report_failure(const Unit& unit) {
+    write_standard_error(
+        {" *** Cannot write file: ", unit.name.data(), ": ", std::strerror(unit.error)});
+}
+
+void close_output(Unit& unit) {
+    flush(unit);
+    if (::close(unit.descriptor) != 0 && unit.error == 0) unit.error = errno;
+    if (!unit.in_place) {
+        if (unit.error == 0 && ::rename(unit.temporary.data(), unit.name.data()) != 0)
+            unit.error = errno;
+        if (unit.error != 0) ::unlink(unit.temporary.data());
+    }
+    if (unit.error != 0) report_failure(unit);
+}
+
+void write_console(int descriptor, std::initializer_list<View> pieces) {
+    std::array<char, longest_line + 1> line;
+    std::size_t length = 0;
+    for (const View piece : pieces)
+        length += piece.copy(line.data() + length, longest_line - length);
+    line[length++] = '\n';
+    write_all(descriptor, {line.data(), length});
+}
+
+}  // namespace
+
+bool file_exists(View path) {
+    Path name;
+    struct stat status;
+    return to_path(path, name) && ::stat(name.data(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool open_input(int number, View path) {
+    close_unit(number);
+    Unit& unit = unit_of(number);
+    if (!to_path(path, unit.name)) return false;
+    unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
+    if (unit.descriptor < 0) return false;
+    unit.kind = Kind::input;
+    if (!is_directory(unit.descriptor)) return true;
+    close_unit(number);
+    return false;
+}
+
+bool open_output(int number, View path) {
+    close_unit(number);
+    Unit& unit = unit_of(number);
+    if (!to_path(path, unit.name)) return false;
+    unit.in_place = !open_beside(unit);
+    if (unit.in_place)
+        unit.descriptor = open_descriptor(unit.name.data(), O_WRONLY | O_CREAT | O_TRUNC);
+    if (unit.descriptor < 0) return false;
+    unit.kind = Kind::output;
+    return true;
+}
+
+void open_scratch(int number) {
+    close_unit(number);
+    unit_of(number).kind = Kind::scratch;
+}
+
+bool read_line(int number, View& line) {
+    Unit& unit = unit_of(number);
+    const char* const buffer = buffer_of(unit);
+    std::size_t scanned = 0;  // bytes from `begin` on that hold no line end
+    do {
+        const char* const start = buffer + unit.begin;
+        const void* const found =
+            std::memchr(start + scanned, '\n', unit.end - unit.begin - scanned);
+        if (found != nullptr) {
+            line = View(start, static_cast<std::size_t>(static_cast<const char*>(found) - start));
+            unit.begin += line.size() + 1;
+            return true;
+        }
+        scanned = std::min(unit.end - unit.begin, std::size_t{longest_line});
+    } while (refill(unit));
+    line = View(buffer + unit.begin, unit.end - unit.begin);
+    unit.begin = unit.end;
+    return !line.empty();
+}
+
+bool line_was_ended(int number) {
+    const Unit& unit = unit_of(number);
+    return unit.begin > 0 && buffer_of(unit)[unit.begin - 1] == '\n';
+}
+
+void write_line(int number, std::initializer_list<View> pieces) {
+    Unit& unit = unit_of(number);
+    if (unit.end + longest_line + 1 > buffer_size) flush(unit);
+    char* next = buffer_of(unit) + unit.end;
+    for (const View piece : pieces) next += piece.copy(next, piece.size());
+    *next++ = '\n';
+    unit.end = static_cast<std::size_t>(next - buffer_of(unit));
+}
+
+void rewind_scratch(int number) {
+    Unit& unit = unit_of(number);
+    unit.begin = 0;
+    if (unit.descriptor == no_descriptor) return;
+    flush(unit);
+    ::lseek(unit.descriptor, 0, SEEK_SET);
+}
+
+void restart_output(int number) {
+    Unit& unit = unit_of(number);
+    unit.end = 0;
+    if (::ftruncate(unit.descriptor, 0) == 0) ::lseek(unit.descriptor, 0, SEEK_SET);
+}
+
+void close_unit(int number) {
+    Unit& unit = unit_of(number);
+    if (unit.kind == Kind::output) {
+        close_output(unit);
+    } else if (unit.descriptor != no_descriptor) {
+        ::close(unit.descriptor);
+    }
+    unit = Unit{};
+}
+
+void close_all_units() {
+    for (int number = first_unit; number <= last_unit; ++number) close_unit(number);
+}
+
+void write_standard_output(std::initializer_list<View> pieces) {
+    write_console(STDOUT_FILENO, pieces);
+}
+
+void write_standard_error(std::initializer_list<View> pieces) {
+    write_console(STDERR_FILENO, pieces);
+}
+
+}  // namespace orvex

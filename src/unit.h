@@ -1,0 +1,65 @@
+// The files of a run, each known by its unit number, and the two console streams.
+//
+// A unit is an input file, a scratch file or a named output file, read and written line by line
+// through one static buffer, so that a run's memory does not grow with its files.
+//
+// A named output file is never half in its place: what stood there goes when the unit is opened, the
+// new text is written under a temporary name beside it, and closing the unit gives it its name. Where
+// that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory that takes
+// no new file) it is written in place. When writing fails the run goes on; closing the unit then says
+// so on standard error, and the file does not get its name.
+#pragma once
+
+#include "text.h"
+
+#include <initializer_list>
+
+namespace orvex {
+
+constexpr int first_unit = 10;
+constexpr int last_unit = 21;
+
+// Thrown when a scratch text outgrows its memory and no file can be made to hold it.
+struct ScratchFailure {
+    int unit;
+};
+
+// Is there something of that name that can be read as a file? A directory is not.
+bool file_exists(View path);
+
+// Opens a unit, after closing it if it was open. False when the file cannot be opened; a blank name
+// and a directory never can.
+bool open_input(int number, View path);
+bool open_output(int number, View path);
+void open_scratch(int number);
+
+// The next line without its line end, or false at the end of the file and ever after. A last line
+// without line end is a line. The view holds until the next call; of a line longer than
+// longest_line bytes what stands behind them is not meaningful.
+constexpr int longest_line = 4096;
+bool read_line(int number, View& line);
+
+// Did the line just read have a line end? Only the last one of a file may lack it.
+bool line_was_ended(int number);
+
+// Writes one line made of the pieces as they stand. Precondition: together at most longest_line.
+// Throws ScratchFailure.
+void write_line(int number, std::initializer_list<View> pieces);
+
+// Turns a scratch file from writing to reading, from its first line on.
+void rewind_scratch(int number);
+
+// Empties an output file, to be written from its start again.
+void restart_output(int number);
+
+// Closes a unit, if it is open. A scratch file is gone then.
+void close_unit(int number);
+
+// Closes all units, the generator file before the header file: who finds a header file finds the
+// generator file that belongs to it.
+void close_all_units();
+
+void write_standard_output(std::initializer_list<View> pieces);
+void write_standard_error(std::initializer_list<View> pieces);
+
+}  // namespace orvex
