@@ -1,0 +1,2 @@
+INP closed.zlm
+SCR closed.scr

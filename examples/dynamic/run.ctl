@@ -1,0 +1,4 @@
+INP dynamic.zlm
+SCR dynamic.scr
+SCD ./
+MDL dynamic

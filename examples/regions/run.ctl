@@ -1,0 +1,4 @@
+INP regions
+SCR regions.scr
+HDR regions.hdr
+TIM 2:04 pm

@@ -1,0 +1,3 @@
+INP three.zlm
+SCR three.scr
+ERR three.err
