@@ -18,6 +18,14 @@ using View = std::string_view;
 
 constexpr char blank_char = ' ';
 
+// Letters are the 26 of ASCII; no locale is asked.
+constexpr char upper_letter(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char lower_letter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 inline int length_of(View view) { return static_cast<int>(view.size()); }
 
 // The view without its trailing blanks.

@@ -1,16 +1,14 @@
 // The companion library: conversions and loading in this process, start-ups through the program.
 #include "companion/glue.h"
 #include "companion/palmf9def.h"
+#include "harness.h"
 
 #include <array>
 #include <cerrno>
 #include <dlfcn.h>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/wait.h>
 #include <tuple>
-#include <unistd.h>
 
 using namespace orvex;
 using namespace orvex::companion;
@@ -285,31 +283,8 @@ TEST_F(Companion, NothingIsLockedWithoutMutexes) {
     }
 }
 
-struct Outcome {
-    std::string output;
-    int status = -1;
-};
-
-Outcome run(const std::string& program, const std::string& folder, const char* argument) {
-    std::array<int, 2> ends;
-    if (pipe(ends.data()) != 0) return {};
-    const pid_t child = fork();
-    if (child == 0) {
-        dup2(ends[1], STDOUT_FILENO);
-        setenv("LD_LIBRARY_PATH", folder.c_str(), 1);
-        execl(program.c_str(), program.c_str(), argument, nullptr);
-        _exit(127);
-    }
-    close(ends[1]);
-    Outcome outcome;
-    std::array<char, 4096> piece;
-    for (ssize_t got = 0; (got = read(ends[0], piece.data(), piece.size())) > 0;)
-        outcome.output.append(piece.data(), static_cast<std::size_t>(got));
-    close(ends[0]);
-    int status = 0;
-    if (waitpid(child, &status, 0) == child && WIFEXITED(status))
-        outcome.status = WEXITSTATUS(status);
-    return outcome;
+harness::Result audit(const std::string& variant, const char* argument = "AUDIT") {
+    return harness::Folder().run({argument}, {"LD_LIBRARY_PATH=" + variants + "/" + variant});
 }
 
 std::string not_created(const std::string& reason) {
@@ -325,9 +300,9 @@ TEST(StartUp, FailsInEachWay) {
         {"badaudit", "FIX ME in C glu: palGetAuditLine" + wrong, 123},
     };
     for (const auto& [variant, output, status] : rows) {
-        const Outcome outcome = run(ORVEXPP_EXE, variants + "/" + variant, "AUDIT");
-        EXPECT_EQ(outcome.output, output) << variant;
-        EXPECT_EQ(outcome.status, status) << variant;
+        const harness::Result result = audit(variant);
+        EXPECT_EQ(result.out, output) << variant;
+        EXPECT_EQ(result.status, status) << variant;
     }
 }
 
@@ -336,7 +311,7 @@ TEST(StartUp, FailsWithAReasonOfTheSystem) {
     for (const auto& [variant, start] :
          {std::pair("nosymbol", "Could not load symbol 'palXFree': "),
           std::pair("noaudit", "Could not load symbol 'palGetAuditLine': ")}) {
-        const auto [output, status] = run(ORVEXPP_EXE, variants + "/" + variant, "AUDIT");
+        const auto [status, output, errors] = audit(variant);
         const std::string reason = output.substr(0, output.find('\n'));
         EXPECT_TRUE(reason.starts_with(start)) << reason;
         EXPECT_EQ(output, reason + "\n" + not_created(reason));
@@ -344,11 +319,8 @@ TEST(StartUp, FailsWithAReasonOfTheSystem) {
     }
 
     // Away from its folder the program finds no companion.
-    const std::filesystem::path alone =
-        std::filesystem::path(testing::TempDir()) / ("orvexpp-alone-" + std::to_string(getpid()));
-    std::filesystem::copy_file(ORVEXPP_EXE, alone);
-    const auto [output, status] = run(alone.string(), "/nowhere", "AUDIT");
-    std::filesystem::remove(alone);
+    const auto [status, output, errors] =
+        harness::Folder().shell(R"(cp "$ORVEXPP" alone && ./alone AUDIT)");
     EXPECT_TRUE(output.starts_with(
         " *** Could not create PAL object: Could not load shared library libkovadclib64.dylib: "))
         << output;
@@ -357,12 +329,12 @@ TEST(StartUp, FailsWithAReasonOfTheSystem) {
 }
 
 TEST(StartUp, PrintsTheAuditLine) {
-    const auto [output, status] = run(ORVEXPP_EXE, "/nowhere", "audit");
+    const auto [status, output, errors] = audit("none", "audit");
     EXPECT_TRUE(output.starts_with("ORVEX-Prep ")) << output;
     EXPECT_EQ(output.size(), 76U);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(run(ORVEXPP_EXE, variants + "/odd", "Audit").output, output);
-    EXPECT_EQ(run(ORVEXPP_EXE, variants + "/longaudit", "AUDIT").output.substr(69), "012345\n");
+    EXPECT_EQ(audit("odd", "Audit").out, output);
+    EXPECT_EQ(audit("longaudit").out.substr(69), "012345\n");
 }
 
 }  // namespace

@@ -162,16 +162,15 @@ int load_guarded(const char* dir, const char* name, char* message, int length) {
     return loaded;
 }
 
-char same(char c) { return c; }
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char same_letter(char c) { return c; }
 
 struct Spelling {
     char (*change)(char);
     const char* suffix;
 };
 constexpr Spelling spellings[] = {
-    {same, ""}, {lower, "_"}, {upper, "_"}, {same, "_"}, {lower, ""}, {upper, ""},
+    {same_letter, ""},  {lower_letter, "_"}, {upper_letter, "_"},
+    {same_letter, "_"}, {lower_letter, ""},  {upper_letter, ""},
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Small changes of a text in place, byte by byte: letters are the 26 of ASCII, no locale is asked.
+// Small changes of a text in place, byte by byte.
 #pragma once
 
 #include "text.h"
@@ -7,13 +7,6 @@ namespace orvex {
 
 constexpr char tab = '\t';
 constexpr char carriage_return = '\r';
-
-constexpr char upper_letter(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-constexpr char lower_letter(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 template <int N>
 void upper(Text<N>& text) {
