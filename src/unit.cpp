@@ -25,7 +25,8 @@ struct Unit {
     bool in_place = false;  // output: written under its own name from the start
     bool at_end = false;    // reading: nothing more will come
     int descriptor = no_descriptor;
-    int error = 0;          // errno of the first failed write
+    int error = 0;          // errno of the first failure
+    unsigned needed = 0;    // output: the units that must not have failed
     std::size_t begin = 0;  // buffered bytes not yet read
     std::size_t end = 0;    // end of the buffered bytes
     Path name{};
@@ -33,10 +34,14 @@ struct Unit {
 };
 
 std::array<Unit, last_unit - first_unit + 1> units;
+std::array<int, last_unit - first_unit + 1> failures;  // the error with which a unit was closed
 alignas(64) char buffers[last_unit - first_unit + 1][buffer_size];
 
-Unit& unit_of(int unit) { return units[static_cast<std::size_t>(unit - first_unit)]; }
+Unit& unit_of(int number) { return units[static_cast<std::size_t>(number - first_unit)]; }
+int& failure_of(int number) { return failures[static_cast<std::size_t>(number - first_unit)]; }
 char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
+
+unsigned bit_of(int number) { return 1U << static_cast<unsigned>(number - first_unit); }
 
 // False for what can name no file: a blank name, or one with a NUL byte in it.
 bool to_path(View name, Path& path) {
@@ -62,7 +67,7 @@ int write_all(int descriptor, View bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
+        if (written <= 0) return written < 0 ? errno : EIO;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return 0;
@@ -93,6 +98,16 @@ void flush(Unit& unit) {
     unit.end = 0;
 }
 
+void report_failure(const Unit& unit, View what) {
+    write_standard_error({what, unit.name.data(), ": ", std::strerror(unit.error)});
+}
+
+// What cannot be read counts as the end of the file, but not in silence.
+void fail_reading(Unit& unit, int error) {
+    unit.error = error;
+    if (unit.kind == Kind::input) report_failure(unit, " *** Cannot read file: ");
+}
+
 // Reads more bytes behind the ones not yet read. False at the end of the file.
 bool refill(Unit& unit) {
     if (unit.at_end || unit.descriptor == no_descriptor) return false;
@@ -106,6 +121,7 @@ bool refill(Unit& unit) {
     do {
         count = ::read(unit.descriptor, buffer + kept, buffer_size - kept);
     } while (count < 0 && errno == EINTR);
+    if (count < 0) fail_reading(unit, errno);
     unit.at_end = count <= 0;
     if (!unit.at_end) unit.end += static_cast<std::size_t>(count);
     return !unit.at_end;
@@ -148,20 +164,25 @@ bool open_beside(Unit& unit) {
     return false;
 }
 
-void report_failure(const Unit& unit) {
-    write_standard_error(
-        {" *** Cannot write file: ", unit.name.data(), ": ", std::strerror(unit.error)});
+// The error of one of the units that the output needs, or 0.
+int failure_of_needed(const Unit& unit) {
+    for (int number = first_unit; number <= last_unit; ++number) {
+        const int error = unit_of(number).error != 0 ? unit_of(number).error : failure_of(number);
+        if ((unit.needed & bit_of(number)) != 0 && error != 0) return error;
+    }
+    return 0;
 }
 
 void close_output(Unit& unit) {
     flush(unit);
     if (::close(unit.descriptor) != 0 && unit.error == 0) unit.error = errno;
+    if (unit.error == 0) unit.error = failure_of_needed(unit);
     if (!unit.in_place) {
         if (unit.error == 0 && ::rename(unit.temporary.data(), unit.name.data()) != 0)
             unit.error = errno;
         if (unit.error != 0) ::unlink(unit.temporary.data());
     }
-    if (unit.error != 0) report_failure(unit);
+    if (unit.error != 0) report_failure(unit, " *** Cannot write file: ");
 }
 
 void write_console(int descriptor, std::initializer_list<View> pieces) {
@@ -188,6 +209,7 @@ bool open_input(int number, View path) {
     unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
     if (unit.descriptor < 0) return false;
     unit.kind = Kind::input;
+    failure_of(number) = 0;
     if (!is_directory(unit.descriptor)) return true;
     close_unit(number);
     return false;
@@ -202,12 +224,14 @@ bool open_output(int number, View path) {
         unit.descriptor = open_descriptor(unit.name.data(), O_WRONLY | O_CREAT | O_TRUNC);
     if (unit.descriptor < 0) return false;
     unit.kind = Kind::output;
+    failure_of(number) = 0;
     return true;
 }
 
 void open_scratch(int number) {
     close_unit(number);
     unit_of(number).kind = Kind::scratch;
+    failure_of(number) = 0;
 }
 
 bool read_line(int number, View& line) {
@@ -249,13 +273,19 @@ void rewind_scratch(int number) {
     unit.begin = 0;
     if (unit.descriptor == no_descriptor) return;
     flush(unit);
-    ::lseek(unit.descriptor, 0, SEEK_SET);
+    if (::lseek(unit.descriptor, 0, SEEK_SET) != 0) unit.error = errno;
 }
 
 void restart_output(int number) {
     Unit& unit = unit_of(number);
     unit.end = 0;
-    if (::ftruncate(unit.descriptor, 0) == 0) ::lseek(unit.descriptor, 0, SEEK_SET);
+    const bool emptied =
+        ::ftruncate(unit.descriptor, 0) == 0 && ::lseek(unit.descriptor, 0, SEEK_SET) == 0;
+    if (!emptied && !unit.in_place) unit.error = errno;
+}
+
+void depend_on(int number, std::initializer_list<int> others) {
+    for (const int other : others) unit_of(number).needed |= bit_of(other);
 }
 
 void close_unit(int number) {
@@ -265,6 +295,7 @@ void close_unit(int number) {
     } else if (unit.descriptor != no_descriptor) {
         ::close(unit.descriptor);
     }
+    if (unit.kind != Kind::closed) failure_of(number) = unit.error;
     unit = Unit{};
 }
 

@@ -6,8 +6,8 @@
 // A named output file is never half in its place: what stood there goes when the unit is opened, the
 // new text is written under a temporary name beside it, and closing the unit gives it its name. Where
 // that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory that takes
-// no new file) it is written in place. When writing fails the run goes on; closing the unit then says
-// so on standard error, and the file does not get its name.
+// no new file) it is written in place. When reading or writing fails the run goes on; one line on
+// standard error says so, and neither the file nor an output that depends on it gets its name.
 #pragma once
 
 #include "text.h"
@@ -51,6 +51,10 @@ void rewind_scratch(int number);
 
 // Empties an output file, to be written from its start again.
 void restart_output(int number);
+
+// The output is whole only if the other units are: it does not get its name when one of them has failed
+// by the time it is closed.
+void depend_on(int number, std::initializer_list<int> others);
 
 // Closes a unit, if it is open. A scratch file is gone then.
 void close_unit(int number);

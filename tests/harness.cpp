@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,7 +36,9 @@ void redirect(int descriptor, const std::string& path) {
 std::string read_file(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) return "(absent)";
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
 }
 
 Folder::Folder() {

@@ -45,6 +45,8 @@ void open_files() {
     ffopen(kgen, joined<maxline>({scrdir, model, ".GEN"}), Status::replace);
     ffopen(khdr, hdrfil.is_blank() ? joined<maxline>({model, ".HDR"}) : hdrfil, Status::replace);
     for (const int scratch : {klst, klvl, kdum, kmdl, kcon}) ffopen(scratch, {}, Status::scratch);
+    depend_on(kgen, {kctl, kinp});
+    depend_on(khdr, {kgen, klst, klvl, kdum, kmdl, kcon});
 }
 
 // The put file of a later model is told from the first one's by its number.
