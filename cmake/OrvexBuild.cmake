@@ -18,10 +18,6 @@ target_compile_options(orvex_build INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(orvex_build INTERFACE
         -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast)
-    # The instrumented code makes this one see dangers that the source has not.
-    if(NOT ORVEX_SANITIZE)
-        target_compile_options(orvex_build INTERFACE -Wnull-dereference)
-    endif()
 else()
     target_compile_options(orvex_build INTERFACE
         -Wcomma -Wextra-semi -Wloop-analysis -Wunreachable-code

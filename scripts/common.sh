@@ -1,0 +1,41 @@
+# shellcheck shell=bash
+# Shared by the scripts beside this file, which source it: where the project is, how it is built,
+# how an example is run.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+program="$root/build/release/bin/orvexpp"
+jobs=$(getconf _NPROCESSORS_ONLN 2>/dev/null || echo 2)
+
+# build_preset PRESET [ARGUMENT...]: configure and build; the arguments go to cmake --build.
+build_preset() {
+    local preset=$1
+    shift
+    (cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" -j "$jobs" "$@")
+}
+
+# Build what translates, without the tests.
+build_program() {
+    build_preset release --target orvexpp
+}
+
+example_names() {
+    local input
+    for input in "$root"/examples/*/run.ctl; do
+        [ -e "$input" ] || { echo "no examples in $root/examples" >&2; return 1; }
+        basename "$(dirname "$input")"
+    done
+}
+
+# run_example NAME FOLDER: translate a copy of the example in FOLDER, which must be empty, and
+# remove the copied inputs again, so that what is left is what the program wrote.
+run_example() {
+    local name=$1 folder=$2 status=0 input
+    for input in "$root/examples/$name"/run.ctl "$root/examples/$name"/*.zlm; do
+        cp "$input" "$folder/"
+    done
+    (cd "$folder" && "$program" run.ctl) || status=$?
+    for input in "$root/examples/$name"/run.ctl "$root/examples/$name"/*.zlm; do
+        rm "$folder/$(basename "$input")"
+    done
+    return $status
+}
