@@ -288,6 +288,14 @@ void depend_on(int number, std::initializer_list<int> others) {
     for (const int other : others) unit_of(number).needed |= bit_of(other);
 }
 
+void discard_output(int number) {
+    Unit& unit = unit_of(number);
+    if (unit.kind != Kind::output) return;
+    ::close(unit.descriptor);
+    if (!unit.in_place) ::unlink(unit.temporary.data());
+    unit = Unit{};
+}
+
 void close_unit(int number) {
     Unit& unit = unit_of(number);
     if (unit.kind == Kind::output) {

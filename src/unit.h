@@ -56,6 +56,9 @@ void restart_output(int number);
 // by the time it is closed.
 void depend_on(int number, std::initializer_list<int> others);
 
+// Gives up an output, if it is open: it does not get its name.
+void discard_output(int number);
+
 // Closes a unit, if it is open. A scratch file is gone then.
 void close_unit(int number);
 

@@ -25,6 +25,8 @@ void ffopen(int unit_number, const Text<255>& file, Status status) {
 void report_scratch_failure(int unit_number) {
     write_standard_output(
         {"FFOPEN: error opening unit", right_aligned<4>(unit_number), " with status SCRATCH"});
+    discard_output(kgen);
+    discard_output(khdr);
 }
 
 void filcpy(int from, int to) {

@@ -12,7 +12,7 @@ enum class Status { replace, old, scratch };
 // "FFOPEN: error opening file ", "FFOPEN: error opening unit", "FFOPEN: error opening file" ... "OLD"
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
-// The end of a run whose scratch text found no room.
+// The end of a run whose scratch text found no room: its message, and no half-written output file.
 void report_scratch_failure(int unit_number);
 
 // Copies the lines of a scratch file, from its first, to another file, cut to 255 columns and without

@@ -1,0 +1,158 @@
+// What no whole run shows in single steps: texts and their operations, the splitter, the file units.
+#include "harness.h"
+#include "input/fields.h"
+#include "input/textops.h"
+#include "preproc.h"
+#include "stop.h"
+#include "unit.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using namespace orvex;
+
+namespace {
+
+std::string times(int count, char c) { return std::string(static_cast<std::size_t>(count), c); }
+
+TEST(Text, IsCutPaddedAndAppendedTo) {
+    Text<5> text = "abcd  e";
+    EXPECT_EQ(whole(text.padded()), "abcd ");
+    text = text.from(2);  // a part of itself
+    text.append("  ");
+    text.append(text.slice(2, 3));
+    text.append("x");
+    EXPECT_EQ(text.view(), "bcdcd");
+    text.blank_from(2);
+    EXPECT_TRUE(text.has_room_for("1234") && !text.has_room_for("12345"));
+    for (int i = 0; i < 3; ++i) text.append(text.view());
+    EXPECT_EQ(text.slice(4, 99), "bb");
+    EXPECT_EQ(joined<6>({"a ", "", " b", "cdef"}).view(), "a  bcd");
+    EXPECT_EQ(joined<3>({"a ", " b", "c"}).view(), "a");
+}
+
+TEST(Text, IsComparedAsIfPaddedByUnsignedCodes) {
+    const View rows[][2] = {{{"a\0", 2}, "a"}, {"a\t", "a"},     {"ab\x1f", "ab "}, {"a", "a\""},
+                            {"X", "X1"},       {"X1", "XA"},     {"Z", "_"},        {"", "\x80"},
+                            {" a", "a"},       {"\x7f", "\x80"}, {"ab ", "ab\xff"}};
+    for (const auto& [less, more] : rows) {
+        EXPECT_LT(compare_padded(less, more), 0) << less << " and " << more;
+        EXPECT_GT(compare_padded(more, less), 0) << more << " and " << less;
+    }
+    EXPECT_EQ(compare_padded("ab", "ab   "), 0);
+    EXPECT_TRUE(Text<2>("ab") == View("ab  ") && Text<2>("ab") == Text<9>("ab  "));
+    EXPECT_FALSE(Text<2>("ab") == View("ab\0", 3));
+}
+
+TEST(Text, HoldsNumbersInFixedWidths) {
+    const std::tuple<int, View, View> rows[] = {
+        {0, "    0", "000"},    {7, "    7", "007"},     {999, "  999", "999"},
+        {1000, " 1000", "***"}, {99999, "99999", "***"}, {100000, "*****", "***"},
+        {-1, "   -1", "***"},   {-9999, "-9999", "***"}, {-10000, "*****", "***"}};
+    for (const auto& [value, blanks, zeros] : rows) {
+        EXPECT_EQ(right_aligned<5>(value).view(), blanks);
+        EXPECT_EQ(zero_filled<3>(value).view(), zeros);
+    }
+    EXPECT_EQ(decimal(-2147483647 - 1).view(), "-2147483648");
+}
+
+TEST(TextOperations, ChangeTheirBytesOnly) {
+    using Row = std::tuple<void (*)(Text<5>&), View, View>;
+    const Row rows[] = {{lftjst, "   AB", "AB"},         {lftjst, "    A", "    A"},
+                        {lftjst, "\t \tA", "A"},         {lftjst, "\t\t\t\tA", "\t\t\t\tA"},
+                        {lftjst, " A\tB", "A\tB"},       {upper, "@az{\xe4", "@AZ{\xe4"},
+                        {lower, "@AZ[\xc4", "@az[\xc4"}, {strip, "a\r\tb\r", "a \tb"},
+                        {stripup, "a\r\tb\r", "A \tB"},  {notab, "\ta\r\t", " a\r"}};
+    for (const auto& [apply, before, after] : rows) {
+        Text<5> text = before;
+        apply(text);
+        EXPECT_EQ(text.view(), after) << "from " << testing::PrintToString(before);
+    }
+    EXPECT_EQ(firstnonblank(Text<5>("\tA")), 1);
+    EXPECT_EQ(firstnonblank(Text<5>("    A")), 5);
+    EXPECT_EQ(firstnonblank(Text<5>("")), 0);
+}
+
+// The rows of a data file: routine, record, and the label, value and record that it leaves or its
+// message.
+TEST(Splitter, CutsTheLeftmostFieldOrEntry) {
+    std::istringstream rows(harness::read_file(CASES_DIR "/splitter.rows"));
+    std::string row;
+    std::getline(rows, row);
+    while (std::getline(rows, row)) {
+        const auto bar = row.find('|', row.find('|') + 1);
+        record = row.substr(7, bar - 7);
+        label = row.substr(0, 6);
+        std::string result;
+        try {
+            label == "getfld" ? getfld(record, label, field) : freefd();
+            for (const View cell : {label.view(), field.view(), record.view()})
+                result.append("|").append(cell);
+        } catch (const ErrorStop& stop) {
+            result.append("|").append(stop.message);
+        }
+        EXPECT_EQ(result, row.substr(bar)) << row;
+    }
+}
+
+// Lines of up to 700 bytes, blank ends and NUL bytes among them, in all larger than any buffer.
+std::vector<std::string> many_lines() {
+    std::vector<std::string> lines = {"", " ", times(longest_line, 'x')};
+    for (int i = 0; i < 2000; ++i) lines.push_back("#" + times(i % 700, i % 3 == 0 ? ' ' : '\0'));
+    return lines;
+}
+
+std::vector<std::string> lines_of(int unit_number) {
+    std::vector<std::string> lines;
+    for (View line; read_line(unit_number, line);) lines.emplace_back(line);
+    return lines;
+}
+
+TEST(Units, GiveBackTheLinesThatTheyGot) {
+    const harness::Folder folder;
+    open_scratch(klst);
+    ASSERT_TRUE(open_output(kgen, folder.path() + "/lines"));
+    for (const std::string& line : many_lines())
+        for (const int unit_number : {klst, kgen})
+            write_line(unit_number, {View(line).substr(0, 1), "", line.substr(!line.empty())});
+    close_unit(kgen);
+    rewind_scratch(klst);
+    ASSERT_TRUE(open_input(kinp, folder.path() + "/lines"));
+    EXPECT_TRUE(lines_of(klst) == many_lines());
+    EXPECT_TRUE(lines_of(kinp) == many_lines());
+    close_all_units();
+}
+
+TEST(Units, ReadALineLongerThanTheBufferAndOneWithoutLineEnd) {
+    const harness::Folder folder;
+    folder.write("lines", times(600'000, 'x') + "\nnext\n" + times(300'000, 'y') + "\n\nlast");
+    ASSERT_TRUE(open_input(kinp, folder.path() + "/lines"));
+    auto lines = lines_of(kinp);
+    for (std::string& line : lines) line = line.substr(0, longest_line);
+    const std::vector<std::string> read = {times(longest_line, 'x'), "next",
+                                           times(longest_line, 'y'), "", "last"};
+    EXPECT_TRUE(lines == read && !line_was_ended(kinp));
+    close_all_units();
+}
+
+// Neither the old text nor half of the new one ever stands under the name.
+TEST(Units, GiveAFileItsNameWhenItIsClosed) {
+    const harness::Folder folder;
+    const std::string name = folder.path() + "/file";
+    for (const bool restarted : {false, true}) {
+        folder.write("file", "old\n");
+        ASSERT_TRUE(open_output(khdr, name));
+        for (const std::string& line : many_lines()) write_line(khdr, {line});
+        EXPECT_EQ(folder.read("file"), "(absent)");
+        if (restarted) restart_output(khdr);
+        write_line(khdr, {"new"});
+        close_unit(khdr);
+        EXPECT_TRUE(folder.read("file").ends_with("\nnew\n") != restarted);
+        EXPECT_EQ(folder.read("file") == "new\n", restarted);
+        EXPECT_EQ(folder.files().size(), 1);
+    }
+    EXPECT_FALSE(open_output(khdr, folder.path()) || open_input(kinp, folder.path()));
+    EXPECT_FALSE(file_exists(folder.path()) || file_exists("  ") || file_exists(View("a\0", 2)));
+}
+
+}  // namespace
