@@ -45,7 +45,8 @@ class Text {
   public:
     static constexpr int size = N;
 
-    Text() = default;
+    // Blank without a step at run time, so that static tables of texts cost nothing until they are used.
+    constexpr Text() : bytes_{} {}
     Text(View view) { assign(view); }
     Text(const char* literal) { assign(literal); }
     Text& operator=(View view) {
@@ -144,7 +145,7 @@ class Text {
     }
 
     int length_ = 0;
-    Bytes<N> bytes_;
+    Bytes<N> bytes_;  // what stands behind the text's length is not meaningful
 };
 
 template <int N, int M>

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 constexpr std::size_t longest_path = 255;
-constexpr int no_descriptor = -1;
+constexpr int no_descriptor = 0;  // a unit's own descriptor is never a standard one
 
 // A path as the system calls want it. The temporary name may be longer than the name it stands for.
 using Path = std::array<char, longest_path + 64>;
@@ -51,15 +51,19 @@ bool to_path(View name, Path& path) {
     return true;
 }
 
-// Opens a file on a descriptor that is none of the three standard ones, also where the caller has
-// closed those: a message must not end up in a file.
-int open_descriptor(const char* path, int flags) {
-    constexpr mode_t permissions = 0666;
-    const int opened = ::open(path, flags | O_CLOEXEC, permissions);
-    if (opened < 0 || opened > STDERR_FILENO) return opened;
+// Moves a descriptor that open has returned away from the three standard ones, which it can be where
+// the caller has closed those: a message must not end up in a file.
+int above_standard(int opened) {
+    if (opened > STDERR_FILENO) return opened;
+    if (opened < 0) return no_descriptor;
     const int moved = ::fcntl(opened, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     ::close(opened);
-    return moved;
+    return std::max(moved, no_descriptor);
+}
+
+int open_descriptor(const char* path, int flags) {
+    constexpr mode_t permissions = 0666;
+    return above_standard(::open(path, flags | O_CLOEXEC, permissions));
 }
 
 // Returns 0, or the errno of the failure.
@@ -83,14 +87,14 @@ int open_unnamed() {
     char path[] = P_tmpdir "/orvexpp-XXXXXX";
     const int made = ::mkstemp(path);
     if (made >= 0) ::unlink(path);
-    return made;
+    return above_standard(made);
 }
 
 // Hands the buffered bytes to the file. After a failure the rest of the file is given up.
 void flush(Unit& unit) {
     if (unit.kind == Kind::scratch && unit.descriptor == no_descriptor) {
         unit.descriptor = open_unnamed();
-        if (unit.descriptor < 0) {
+        if (unit.descriptor == no_descriptor) {
             throw ScratchFailure{static_cast<int>(&unit - units.data()) + first_unit};
         }
     }
@@ -148,7 +152,7 @@ int open_temporary(Unit& unit) {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         name_temporary(unit, attempt);
         const int opened = open_descriptor(unit.temporary.data(), O_WRONLY | O_CREAT | O_EXCL);
-        if (opened >= 0 || errno != EEXIST) return opened;
+        if (opened != no_descriptor || errno != EEXIST) return opened;
     }
     return no_descriptor;
 }
@@ -157,7 +161,7 @@ int open_temporary(Unit& unit) {
 bool open_beside(Unit& unit) {
     if (!is_replaceable(unit.name.data())) return false;
     unit.descriptor = open_temporary(unit);
-    if (unit.descriptor < 0) return false;
+    if (unit.descriptor == no_descriptor) return false;
     if (::unlink(unit.name.data()) == 0 || errno == ENOENT) return true;
     ::close(unit.descriptor);
     ::unlink(unit.temporary.data());
@@ -207,7 +211,7 @@ bool open_input(int number, View path) {
     Unit& unit = unit_of(number);
     if (!to_path(path, unit.name)) return false;
     unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
-    if (unit.descriptor < 0) return false;
+    if (unit.descriptor == no_descriptor) return false;
     unit.kind = Kind::input;
     failure_of(number) = 0;
     if (!is_directory(unit.descriptor)) return true;
@@ -222,7 +226,7 @@ bool open_output(int number, View path) {
     unit.in_place = !open_beside(unit);
     if (unit.in_place)
         unit.descriptor = open_descriptor(unit.name.data(), O_WRONLY | O_CREAT | O_TRUNC);
-    if (unit.descriptor < 0) return false;
+    if (unit.descriptor == no_descriptor) return false;
     unit.kind = Kind::output;
     failure_of(number) = 0;
     return true;
