@@ -21,14 +21,20 @@ Text<11> decimal(int value) {
 }
 
 void write_number(char* columns, int width, int value, Fill fill) {
-    const Text<11> digits = decimal(value);
+    auto rest = value < 0 ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    int first = width;  // columns from here on hold digits
+    do {
+        columns[--first] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0 && first > 0);
     // Zeros fill all the columns with digits, so a sign never fits beside them.
-    if (digits.length() > width || (fill == Fill::zeros && value < 0)) {
+    const bool fits = rest == 0 && (value >= 0 || (fill == Fill::blanks && first > 0));
+    if (!fits) {
         std::fill_n(columns, width, '*');
         return;
     }
-    std::fill_n(columns, width - digits.length(), static_cast<char>(fill));
-    digits.view().copy(columns + (width - digits.length()), View::npos);
+    if (value < 0) columns[--first] = '-';
+    std::fill_n(columns, first, static_cast<char>(fill));
 }
 
 }  // namespace orvex

@@ -10,8 +10,19 @@ namespace {
 // Columns before the text of the current line, at most all of them.
 int indentation() { return std::min(2 * (nif + nloop + nblkif), maxline); }
 
+// "{   12}  ", made once for all the statements of an input line.
+View line_mark() {
+    static int number = 0;
+    static Bytes<9> mark;
+    if (number != lineno) {
+        number = lineno;
+        mark = joined<9>({"{", right_aligned<5>(lineno), "}"}).padded();
+    }
+    return whole(mark);
+}
+
 void write_numbered(int indent, View text) {
-    write_line(kgen, {"{", right_aligned<5>(lineno), "}  ", repeated<' '>(indent), text});
+    write_line(kgen, {line_mark(), repeated<' '>(indent), text});
 }
 
 int& counter_of(Level kind) {
@@ -62,7 +73,7 @@ void endblk() {
 
 void putrec() {
     endblk();
-    write_line(kgen, {"{", right_aligned<5>(lineno), "}  PUT /,'", record, "'"});
+    write_line(kgen, {line_mark(), "PUT /,'", record, "'"});
 }
 
 }  // namespace orvex

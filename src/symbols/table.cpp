@@ -17,10 +17,14 @@ std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 // The entry of that name, or 0.
 int find_symbol(View name) {
     name = trimmed(name);
-    for (int i = 1; i <= nsym; ++i) {
-        if (symbol[at(i)].view() == name) return i;
-    }
-    return 0;
+    if (length_of(name) > maxname) return 0;
+    Name wanted;
+    wanted = name;
+    const auto first = symbol.begin() + 1;
+    const auto end = first + nsym;
+    const auto found =
+        std::find_if(first, end, [&wanted](const Name& entry) { return entry.is_same(wanted); });
+    return found == end ? 0 : static_cast<int>(found - symbol.begin());
 }
 
 // A value that begins with a parenthesis is an expression: it has no name of its own.
@@ -30,6 +34,7 @@ bool is_variable(char typ) { return typ == 'A' || typ == 'C' || typ == 'P' || ty
 
 void enter(View name, char typ, int dimension) {
     incrnsym();
+    symbol[at(nsym)] = Name();
     symbol[at(nsym)] = name;
     symtyp[at(nsym)] = typ;
     symdim[at(nsym)] = dimension;
