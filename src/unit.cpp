@@ -51,19 +51,16 @@ bool to_path(View name, Path& path) {
     return true;
 }
 
-// Moves a descriptor that open has returned away from the three standard ones, which it can be where
-// the caller has closed those: a message must not end up in a file.
-int above_standard(int opened) {
-    if (opened > STDERR_FILENO) return opened;
-    if (opened < 0) return no_descriptor;
-    const int moved = ::fcntl(opened, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    ::close(opened);
-    return std::max(moved, no_descriptor);
-}
-
+// Opens a file on a descriptor that is none of the three standard ones: a message must not end up in a
+// file. Where the caller has closed those, the first file to be opened, which is only read, takes their
+// places as well.
 int open_descriptor(const char* path, int flags) {
     constexpr mode_t permissions = 0666;
-    return above_standard(::open(path, flags | O_CLOEXEC, permissions));
+    int opened = no_descriptor;
+    do {
+        opened = ::open(path, flags | O_CLOEXEC, permissions);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    return std::max(opened, no_descriptor);
 }
 
 // Returns 0, or the errno of the failure.
@@ -87,7 +84,7 @@ int open_unnamed() {
     char path[] = P_tmpdir "/orvexpp-XXXXXX";
     const int made = ::mkstemp(path);
     if (made >= 0) ::unlink(path);
-    return above_standard(made);
+    return std::max(made, no_descriptor);
 }
 
 // Hands the buffered bytes to the file. After a failure the rest of the file is given up.

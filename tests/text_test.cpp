@@ -57,20 +57,28 @@ TEST(Text, HoldsNumbersInFixedWidths) {
 }
 
 TEST(TextOperations, ChangeTheirBytesOnly) {
-    using Row = std::tuple<void (*)(Text<5>&), View, View>;
-    const Row rows[] = {{lftjst, "   AB", "AB"},         {lftjst, "    A", "    A"},
-                        {lftjst, "\t \tA", "A"},         {lftjst, "\t\t\t\tA", "\t\t\t\tA"},
-                        {lftjst, " A\tB", "A\tB"},       {upper, "@az{\xe4", "@AZ{\xe4"},
-                        {lower, "@AZ[\xc4", "@az[\xc4"}, {strip, "a\r\tb\r", "a \tb"},
-                        {stripup, "a\r\tb\r", "A \tB"},  {notab, "\ta\r\t", " a\r"}};
+    const std::string last = times(79, ' ') + "A";
+    const std::string tabs = times(79, '\t') + "A";
+    const std::string two = times(78, ' ') + "AB";
+    using Row = std::tuple<void (*)(Text<80>&), View, View>;
+    const Row rows[] = {{lftjst, two, "AB"},
+                        {lftjst, last, last},
+                        {lftjst, tabs, tabs},
+                        {lftjst, "\t \tA", "A"},
+                        {lftjst, " A\tB", "A\tB"},
+                        {upper, "@az{\xe4", "@AZ{\xe4"},
+                        {lower, "@AZ[\xc4", "@az[\xc4"},
+                        {strip, "a\r\tb\r", "a \tb"},
+                        {stripup, "a\r\tb\r", "A \tB"},
+                        {notab, "\ta\r\t", " a\r"}};
     for (const auto& [apply, before, after] : rows) {
-        Text<5> text = before;
+        Text<80> text = before;
         apply(text);
         EXPECT_EQ(text.view(), after) << "from " << testing::PrintToString(before);
     }
-    EXPECT_EQ(firstnonblank(Text<5>("\tA")), 1);
-    EXPECT_EQ(firstnonblank(Text<5>("    A")), 5);
-    EXPECT_EQ(firstnonblank(Text<5>("")), 0);
+    EXPECT_EQ(firstnonblank(Text<80>("\tA")), 1);
+    EXPECT_EQ(firstnonblank(Text<80>(last)), 80);
+    EXPECT_EQ(firstnonblank(Text<80>("")), 0);
 }
 
 // The rows of a data file: routine, record, and the label, value and record that it leaves or its
@@ -98,7 +106,10 @@ TEST(Splitter, CutsTheLeftmostFieldOrEntry) {
 // Lines of up to 700 bytes, blank ends and NUL bytes among them, in all larger than any buffer.
 std::vector<std::string> many_lines() {
     std::vector<std::string> lines = {"", " ", times(longest_line, 'x')};
-    for (int i = 0; i < 2000; ++i) lines.push_back("#" + times(i % 700, i % 3 == 0 ? ' ' : '\0'));
+    for (int i = 0; i < 2000; ++i) {
+        lines.push_back(times(i % 700 + 1, i % 3 == 0 ? ' ' : '\0'));
+        lines.back().front() = '#';
+    }
     return lines;
 }
 
