@@ -62,7 +62,7 @@ Text<maxname + label_width> entry_head(int isym) {
 void write_entry(int isym) {
     constexpr int line_width = maxname + label_width + numbers_a_line * number_width;
     static std::array<int, maxref> references;
-    const int count = getref(isym, references);
+    const int count = getref(isym, std::span(references).first(at(nref)));  // no symbol has more
     const int margin = column_width() + label_width;
     for (int first = 0; first == 0 || first < count; first += numbers_a_line) {
         if (first > 0 && first % numbers_a_block == 0) write_line(klst, {});

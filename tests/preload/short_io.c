@@ -47,7 +47,8 @@ ssize_t write(int file, const void* bytes, size_t size) {
         errno = ENOSPC;
         return -1;
     }
-    const ssize_t done = next(file, bytes, smaller(smaller(size, room), setting("SHORT_IO_BYTES", size)));
+    const ssize_t done =
+        next(file, bytes, smaller(smaller(size, room), setting("SHORT_IO_BYTES", size)));
     if (done > 0) written += (size_t)done;
     return done;
 }
