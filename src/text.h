@@ -50,6 +50,18 @@ class Text {
     constexpr Text() : bytes_{} {}
     Text(View view) { assign(view); }
     Text(const char* literal) { assign(literal); }
+
+    // The pieces one behind the other, each with its blanks.
+    explicit Text(std::initializer_list<View> pieces) {
+        for (const View piece : pieces) add(piece);
+        trim();
+    }
+
+    Text(const Text& other) { copy(other); }
+    Text& operator=(const Text& other) {
+        copy(other);
+        return *this;
+    }
     Text& operator=(View view) {
         assign(view);
         return *this;
@@ -87,11 +99,20 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Is the other text the same, character for character? Quick where most texts differ, in a table
-    // that is searched. Precondition: both were given their characters once, when they were blank.
+    // Is the other text the same? Quick where most texts differ, in a table that is searched.
+    // Precondition: both got their characters from assign_clean.
     bool is_same(const Text& other) const {
-        return first_word() == other.first_word() && length_ == other.length_ &&
-               bytes_ == other.bytes_;
+        if (word(0) != other.word(0) || length_ != other.length_) return false;
+        for (int start = word_size; start < length_; start += word_size) {
+            if (word(start) != other.word(start)) return false;
+        }
+        return true;
+    }
+
+    // Assigns, and leaves nothing of what stood there before.
+    void assign_clean(View view) {
+        bytes_.fill('\0');
+        assign(view);
     }
 
     // Would the whole piece find room behind the last non-blank character?
@@ -113,17 +134,18 @@ class Text {
 
     // Puts the piece directly behind the last non-blank character; what has no room is cut.
     void append(View piece) {
-        const auto kept = std::min(piece.size(), static_cast<std::size_t>(N - length_));
-        if (kept == 0) return;
-        std::memmove(bytes_.data() + length_, piece.data(), kept);
-        length_ += static_cast<int>(kept);
+        add(piece);
         trim();
     }
 
-    // Replaces every character by what `replace` makes of it.
+    // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can make
+    // vector instructions of: what is behind the text does not matter.
     template <typename Replace>
     void map(Replace replace) {
-        std::transform(bytes_.begin(), bytes_.begin() + length_, bytes_.begin(), replace);
+        for (int start = 0; start < length_; start += block_size) {
+            char* const block = bytes_.data() + start;
+            std::transform(block, block + block_size, block, replace);
+        }
         trim();
     }
 
@@ -131,7 +153,7 @@ class Text {
     Bytes<N> padded() const {
         Bytes<N> full;
         full.fill(blank_char);
-        std::copy_n(bytes_.begin(), length_, full.begin());
+        std::memcpy(full.data(), bytes_.data(), static_cast<std::size_t>(length_));
         return full;
     }
 
@@ -143,20 +165,33 @@ class Text {
         return found == View::npos ? 0 : static_cast<int>(found) + 1;
     }
 
-    // The first characters as one number.
-    std::uint64_t first_word() const {
-        static_assert(N >= sizeof(std::uint64_t));
-        std::uint64_t word;
-        std::memcpy(&word, bytes_.data(), sizeof word);
-        return word;
+    static constexpr int block_size = N < 128 ? 8 : 32;
+    static constexpr int word_size = 8;
+
+    // Some characters as one number.
+    std::uint64_t word(int start) const {
+        std::uint64_t number;
+        static_assert(sizeof number == word_size);
+        std::memcpy(&number, bytes_.data() + start, sizeof number);
+        return number;
+    }
+
+    void copy(const Text& other) {
+        length_ = other.length_;
+        for (int start = 0; start < length_; start += block_size)
+            std::memcpy(bytes_.data() + start, other.bytes_.data() + start, block_size);
+    }
+
+    void add(View piece) {
+        const auto kept = std::min(piece.size(), static_cast<std::size_t>(N - length_));
+        if (kept > 0) std::memmove(bytes_.data() + length_, piece.data(), kept);
+        length_ += static_cast<int>(kept);
     }
 
     // The view may be a part of this very text.
     void assign(View view) {
-        length_ = static_cast<int>(std::min(view.size(), static_cast<std::size_t>(N)));
-        if (length_ > 0)
-            std::memmove(bytes_.data(), view.data(), static_cast<std::size_t>(length_));
-        trim();
+        length_ = 0;
+        append(view);
     }
     void trim() {
         while (length_ > 0 && bytes_[static_cast<std::size_t>(length_ - 1)] == blank_char)
@@ -164,7 +199,8 @@ class Text {
     }
 
     int length_ = 0;
-    Bytes<N> bytes_;  // what stands behind the text's length is not meaningful
+    // What stands behind the text's length is not meaningful. There is room for whole blocks.
+    Bytes<(N + block_size - 1) / block_size * block_size> bytes_;
 };
 
 template <int N, int M>
@@ -193,17 +229,10 @@ View repeated(int count) {
     return whole(row).substr(0, static_cast<std::size_t>(count));
 }
 
-// The pieces one behind the other, the blanks inside and at the end of a piece kept in their places.
+// The pieces one behind the other, each with its blanks, as one text.
 template <int N>
 Text<N> joined(std::initializer_list<View> pieces) {
-    Bytes<N> all;
-    std::size_t used = 0;
-    for (const View piece : pieces) {
-        const auto kept = std::min(piece.size(), all.size() - used);
-        if (kept > 0) std::memcpy(all.data() + used, piece.data(), kept);
-        used += kept;
-    }
-    return View(all.data(), used);
+    return Text<N>(pieces);
 }
 
 // How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A number

@@ -33,9 +33,8 @@ void filcpy(int from, int to) {
     rewind_scratch(from);
     View line;
     while (read_line(from, line)) {
-        record = line;
-        const View text = record.is_blank() ? View(" ") : record.view();
-        write_line(to, {text});
+        const View text = trimmed(line.substr(0, maxline));
+        write_line(to, {text.empty() ? " " : text});
     }
     close_unit(from);
 }

@@ -16,7 +16,7 @@ void ffopen(int unit_number, const Text<255>& file, Status status);
 void report_scratch_failure(int unit_number);
 
 // Copies the lines of a scratch file, from its first, to another file, cut to 255 columns and without
-// their trailing blanks (a blank line as one blank), and closes it. Uses `record`.
+// their trailing blanks (a blank line as one blank), and closes it.
 void filcpy(int from, int to);
 
 // Completes the header file with the artificial equation, the default levels, the constraints, the

@@ -19,7 +19,7 @@ int find_symbol(View name) {
     name = trimmed(name);
     if (length_of(name) > maxname) return 0;
     Name wanted;
-    wanted = name;
+    wanted.assign_clean(name);
     const auto first = symbol.begin() + 1;
     const auto end = first + nsym;
     const auto found =
@@ -34,8 +34,7 @@ bool is_variable(char typ) { return typ == 'A' || typ == 'C' || typ == 'P' || ty
 
 void enter(View name, char typ, int dimension) {
     incrnsym();
-    symbol[at(nsym)] = Name();
-    symbol[at(nsym)] = name;
+    symbol[at(nsym)].assign_clean(name);
     symtyp[at(nsym)] = typ;
     symdim[at(nsym)] = dimension;
     symloc[at(nsym)] = 0;
