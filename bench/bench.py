@@ -1,0 +1,449 @@
+"""Measures the program against small C programs, against cat and against itself, and prints one
+table of ratios. Called by scripts/bench, which builds what is measured; see docs/performance.md."""
+
+import argparse
+import collections
+import contextlib
+import datetime
+import hashlib
+import os
+import pathlib
+import re
+import shutil
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+
+import generate
+
+here = pathlib.Path(__file__).resolve().parent
+root = here.parent
+page = root / "docs" / "performance.md"
+
+
+def output_of(*command):
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
+
+
+class Wrong(Exception):
+    """What the program produced is not right, so no time of it counts."""
+
+
+class Case:
+    """An input, its control file and the outputs, in a folder of their own."""
+
+    def __init__(self, program, folder, kind, *sizes):
+        self.program = program
+        self.folder = folder
+        self.folder.mkdir()
+        self.input = self.folder / "m.zlm"
+        with open(self.input, "w") as out:
+            generate.KINDS[kind](out, *sizes)
+        with open(self.input, "rb") as text:
+            self.lines = sum(1 for _ in text)
+        (self.folder / "run.ctl").write_text("INP m.zlm\nSCR m.scr\nERR m.err\n")
+        self.digest, self.stamp = None, None
+        self.run()
+        self.check_outputs()
+        self.recheck()
+
+    def command(self):
+        return [str(self.program), "run.ctl"]
+
+    def side(self):
+        return [str(self.folder), *self.command()]
+
+    def run(self, *prefix):
+        done = subprocess.run([*prefix, *self.command()], cwd=self.folder, capture_output=True)
+        if done.returncode or done.stdout or done.stderr:
+            said = done.stdout + done.stderr
+            raise Wrong(f"{self.folder.name}: status {done.returncode}, {said}")
+
+    def outputs(self):
+        return sorted(p for p in self.folder.iterdir() if p.suffix in (".GEN", ".HDR"))
+
+    def check_outputs(self):
+        """Every model has its two files, whole to the last line, and every line was read."""
+        expected = {"m.zlm", "run.ctl"}
+        with open(self.input, "rb") as text:
+            for line in text:
+                if not line.startswith(b"$MODEL:"):
+                    continue
+                name = line[7:-1]
+                echo = []
+                while not line.startswith(b"$OFFTEXT"):
+                    line = next(text)
+                    echo.append(line)
+                self.check_model(name, echo)
+                expected |= {f"{name.decode()}.GEN", f"{name.decode()}.HDR"}
+        found = set(os.listdir(self.folder))
+        if found != expected:
+            raise Wrong(f"{self.folder}: files {sorted(found ^ expected)[:5]}")
+
+    def check_model(self, name, echo):
+        generator = (self.folder / f"{name.decode()}.GEN").read_bytes()
+        header = (self.folder / f"{name.decode()}.HDR").read_bytes()
+        counter = re.escape(name) + rb"\.INTEGER1"
+        solve = rb"\nPUT / '\$SOLVE'/;\nPUTCLOSE .{5};\n"
+        if not re.search(solve + counter + rb" = " + counter + rb" \+ 1;\n\Z", generator):
+            raise Wrong(f"{self.folder}: the generator file of {name} has no trailer")
+        counts = rb"\n\$OFFTEXT\n\n\$setglobal  n_models.{4}\n\$setglobal  n_constr.{4}\n"
+        if not re.search(counts + counter + rb"=1;\n\Z", header):
+            raise Wrong(f"{self.folder}: the header file of {name} does not end as it must")
+        listed = self.listing(header).split(b"\n")
+        if [line[7:] for line in listed[1 : 1 + len(echo)]] != [line.rstrip() for line in echo]:
+            raise Wrong(f"{self.folder}: the header file of {name} does not show its input")
+
+    @staticmethod
+    def listing(header):
+        start = header.index(b"\n$ONLISTING\n$ONTEXT\n\n") + len("\n$ONLISTING\n$ONTEXT\n\n")
+        return header[start : header.rindex(b"\n$OFFTEXT\n")]
+
+    def recheck(self):
+        """The outputs are newer than at the last check, and have the bytes of the first run."""
+        digest = hashlib.blake2b()
+        stamp = max(path.stat().st_mtime_ns for path in self.outputs())
+        for path in self.outputs():
+            digest.update(path.name.encode() + path.read_bytes())
+        if digest.hexdigest() != (self.digest or digest.hexdigest()) or stamp == self.stamp:
+            raise Wrong(f"{self.folder}: another run left other files")
+        self.digest, self.stamp = digest.hexdigest(), stamp
+
+    def remove(self):
+        shutil.rmtree(self.folder)
+
+
+Runs = collections.namedtuple("Runs", "nanoseconds faults kibibytes")  # a line from spawn
+
+
+class Table:
+    head = ["case", "against", "measured", "quartiles", "times", "reach", "better", "result"]
+
+    def __init__(self):
+        self.rows = []
+
+    def add(self, case, against, value, reach, better="", spread="", times="", shown=None):
+        """Holds `value` against `reach` and `better`, texts that begin with the largest number."""
+
+        def within(bound):
+            return value <= float(re.match(r"[\d.,]+", bound)[0].replace(",", ""))
+
+        result = "better" if better and within(better) else "reached" if within(reach) else "missed"
+        shown = shown or f"{value:.2f} x"
+        self.rows.append([case, against, shown, spread, times, reach, better, result])
+        print(f"    {case} / {against}: {shown} {result}", file=sys.stderr)
+
+    def __str__(self):
+        widths = [max(map(len, column)) for column in zip(self.head, *self.rows)]
+        rule = ["-" * width for width in widths]
+        lines = [self.head, rule, *self.rows]
+        return "\n".join(
+            "| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |"
+            for line in lines
+        )
+
+
+def milliseconds(nanoseconds):
+    value = statistics.median(nanoseconds) / 1e6
+    return f"{value:.3g}" if value < 1000 else f"{value:.0f}"
+
+
+class Bench:
+    def __init__(self, options, folder):
+        self.quick = options.quick
+        self.program = options.program.resolve()
+        self.folder = folder
+        self.tools = self.folder / "tools"
+        self.table = Table()
+        self.short_pairs, self.runs, self.long_pairs = (5, 20, 5) if self.quick else (40, 50, 10)
+        self.scale = 10 if self.quick else 1  # by which the long inputs are shorter
+        self.tools.mkdir()
+        for name in ("spawn", "empty"):
+            self.compile(name)
+
+    def case(self, name, kind, *sizes, program=None):
+        print(f"{name}: {kind} {' '.join(map(str, sizes))}", file=sys.stderr)
+        return Case(program or self.program, self.folder / name, kind, *sizes)
+
+    def compile(self, name, *flags):
+        compiler = os.environ.get("CC", "cc")
+        output_of(compiler, "-O2", "-o", self.tools / name, here / f"{name}.c", *flags)
+
+    def compile_minimal(self, case):
+        """Makes the C program that leaves the files of the case, and lets it find the companion as
+        the program does: along the program's run path or, if that has none, where it lies."""
+        library = self.program.parent / "libkovadclib64.dylib"
+        dynamic = output_of("readelf", "-d", self.program)
+        flags = []
+        if "RUNPATH" in dynamic:
+            shutil.copy(library, self.tools)
+            run_path = re.search(r"RUNPATH.*\[(.*)\]", dynamic)[1]
+            flags = ["-Wl,--enable-new-dtags", f"-Wl,-rpath,{run_path}"]
+            library = library.name
+        generator, header = case.outputs()
+        texts = {
+            "COMPANION": library,
+            "CONTROL": "run.ctl",
+            "INPUT": case.input.name,
+            "GENERATOR": generator.name,
+            "HEADER": header.name,
+            "GENERATOR_BYTES": generator,
+            "HEADER_BYTES": header,
+        }
+        self.compile("minimal", *flags, *(f'-D{key}="{text}"' for key, text in texts.items()))
+
+    def pair(self, a, b, runs=1):
+        words = [str(self.tools / "spawn"), str(runs), *map(str, a), "--", *map(str, b)]
+        lines = output_of(*words).splitlines()
+        return [Runs(*map(int, line.split())) for line in lines]
+
+    def compare(self, a, b, checked, pairs, runs=1):
+        """Runs two sides pair by pair, and checks after each what the cases have left."""
+        kept = []
+        for _ in range(pairs):
+            kept.append(self.pair(a, b, runs))
+            for case in checked:
+                case.recheck()
+        return list(zip(*kept))
+
+    def compare_short(self, a, b, checked):
+        return self.compare(a, b, checked, self.short_pairs, self.runs)
+
+    def compare_long(self, a, b, checked):
+        return self.compare(a, b, checked, self.long_pairs)
+
+    def add_ratio(self, name, against, sides, reach, better="", share=1.0):
+        """`share` is by how much more work A does than B, where the time for each line counts."""
+        a, b = ([run.nanoseconds for run in side] for side in sides)
+        ratios = [x / y / share for x, y in zip(a, b)]
+        low, middle, high = statistics.quantiles(ratios, n=4, method="inclusive")
+        times = f"{milliseconds(a)} / {milliseconds(b)} ms"
+        self.table.add(name, against, middle, reach, better, f"{low:.2f} to {high:.2f}", times)
+
+    def short_rows(self):
+        small = self.case("m60", "mix", 1, 60)
+        large = self.case("m2000", "mix", 1, 2000)
+        self.compile_minimal(small)
+        twin = self.case("minimal", "mix", 1, 60, program=self.tools / "minimal")
+
+        sides = self.compare_short(small.side(), twin.side(), [small, twin])
+        self.add_ratio("60-line model", "minimal C program", sides, "1.15 x", "1.08 x")
+        faults = statistics.median(run.faults for run in sides[0])
+        sides = self.compare_short(small.side(), [self.tools, "./empty"], [small])
+        self.add_ratio("60-line model", "empty C program", sides, "1.6 x", "1.5 x")
+        self.count_rows(small, faults)
+        sides = self.compare_short(large.side(), small.side(), [large, small])
+        self.add_ratio("2,000-line model", "60-line model", sides, "3.5 x", "2 x")
+        for case in (small, large, twin):
+            case.remove()
+
+    def count_rows(self, case, faults):
+        name, exact = "60-line model", "exact count"
+        summary, trace = self.folder / "summary", self.folder / "trace"
+        case.run("strace", "-f", "-c", "-o", str(summary))
+        calls = int(re.search(r"^100\.00\s+\S+\s+\S+\s+(\d+).*total", summary.read_text(), re.M)[1])
+        self.table.add(name, exact, calls, "65", "61", shown=f"{calls} system calls")
+        self.table.add(name, exact, faults, "85", "75", shown=f"{faults:.0f} page faults")
+        case.run("strace", "-f", "-e", "trace=openat", "-o", str(trace))
+        opened = re.findall(r'"([^"]*\.(?:so|so\.\d+|dylib))", .* = \d+$', trace.read_text(), re.M)
+        objects = ["loader", *map(os.path.basename, opened)]
+        self.table.add(name, exact, len(objects), "3", shown=", ".join(objects))
+
+    def comment_row(self):
+        lines = 1000000 // self.scale
+        case = self.case("comments", "comments", lines)
+        cat = [self.folder, "cat", case.input, ">", "copy"]
+        sides = self.compare_long(case.side(), cat, [case])
+        self.add_ratio(f"{lines:,} comment lines", "cat FILE > FILE2", sides, "3.5 x", "2.6 x")
+        case.remove()
+        (self.folder / "copy").unlink()
+
+    def mix_rows(self):
+        models = 1000 // self.scale
+        mix = self.case("mix", "mix", models, 1000)
+        self.name = f"{mix.lines:,} lines, {models:,} models"
+        self.copy_row(mix)
+        self.memory_rows(mix)
+        self.call_rows(mix, models)
+        self.full_row()
+        self.one_model_row(mix)
+        if not self.quick:
+            self.growth_row(mix)
+        mix.remove()
+
+    def copy_row(self, mix):
+        written = self.folder / "written"
+        with open(written, "wb") as out:
+            for path in mix.outputs():
+                text = path.read_bytes()
+                out.write(text)
+                if path.suffix == ".HDR":
+                    out.write(Case.listing(text))
+        cat = [self.folder, "cat", mix.input, ">", "/dev/null", ";", "cat", written, ">", "copy"]
+        sides = self.compare_long(mix.side(), cat, [mix])
+        self.add_ratio(self.name, "cat of the same bytes", sides, "6 x", "4 x")
+        written.unlink()
+        (self.folder / "copy").unlink()
+
+    def memory_rows(self, mix):
+        small = self.case("mix10", "mix", 10, 1000)
+        sides = self.compare_long(mix.side(), small.side(), [mix, small])
+        large_peak, small_peak = (
+            statistics.median(run.kibibytes for run in side) for side in sides
+        )
+        peak = large_peak / 1024
+        growth = 100 * (large_peak / small_peak - 1)
+        self.table.add(self.name, "peak memory", peak, "8 MiB", shown=f"{peak:.2f} MiB")
+        against = f"peak memory at {small.lines:,}"
+        self.table.add(self.name, against, growth, "5 %", shown=f"{growth:+.1f} %")
+        small.remove()
+
+    def call_rows(self, mix, models):
+        trace = self.folder / "trace"
+        mix.run("strace", "-f", "-y", "-o", str(trace))
+        short, transfers, calls = read_trace(trace, mix.input.name)
+        trace.unlink()
+        shown = f"{short} of {transfers:,} transfers"
+        self.table.add(self.name, "under 64 KiB, not at the end", short, "0", shown=shown)
+        low, high = min(calls), max(calls)
+        against = f"system calls a model, {len(calls) + 1:,} models"
+        self.table.add(self.name, against, high - low, "0 apart", shown=f"{low} to {high}")
+
+    def full_row(self):
+        full = self.case("full", "full", 18 // (2 if self.quick else 1))
+        mix = self.case("mix100", "mix", 100, 1000)
+        sides = self.compare_long(full.side(), mix.side(), [full, mix])
+        share = full.lines / mix.lines
+        self.add_ratio("full symbol tables", "the mix, per line", sides, "3 x", share=share)
+        full.remove()
+        mix.remove()
+
+    def one_model_row(self, mix):
+        one = self.case("one", "mix", 1, mix.lines, 1000)
+        sides = self.compare_long(one.side(), mix.side(), [one, mix])
+        self.add_ratio(f"one model of {one.lines:,} lines", "the mix, per line", sides, "1.2 x")
+        one.remove()
+
+    def growth_row(self, mix):
+        large = self.case("mix10000", "mix", 10000, 1000)
+        sides = self.compare_long(large.side(), mix.side(), [large, mix])
+        self.add_ratio(f"{large.lines:,} lines", f"{mix.lines:,} lines", sides, "10.5 x")
+        large.remove()
+
+    def report(self):
+        """The table below a line that says when, what and where."""
+        now = datetime.datetime.now(datetime.timezone.utc)
+        lines = [
+            f"Made by `scripts/bench{' --quick' if self.quick else ''}` on {now:%Y-%m-%d}, "
+            f"commit {commit()}, on {machine(self.program)}.",
+            f"Short cases: {self.short_pairs} pairs of {self.runs} runs each; long ones: "
+            f"{self.long_pairs} pairs of single runs; files on {file_system(self.folder)}.",
+        ]
+        return "\n".join([*lines, "", str(self.table)])
+
+
+def read_trace(trace, input_name):
+    """From a trace with paths: how many of the transfers are shorter than 64 KiB although more of
+    their file followed, how many there are, and the system calls from each header file's end to
+    that of the next, reading the input left out."""
+    open_files = collections.defaultdict(list)
+    short = transfers = 0
+    calls, since = [], None
+    for line in trace.read_text(errors="replace").splitlines():
+        call = re.match(r"\d+ +(\w+)\((?:(\d+)<([^>]*)>)?.*\) += (-?\d+)", line)
+        if call is None:
+            continue
+        kind, descriptor, path, result = call[1], call[2], call[3], int(call[4])
+        if kind in ("read", "write") and result > 0:
+            open_files[descriptor, kind].append(result)
+        elif kind == "close":
+            for direction in ("read", "write"):
+                sizes = open_files.pop((descriptor, direction), [])
+                transfers += len(sizes)
+                short += sum(size < 65536 for size in sizes[:-1])
+        if since is not None and not (kind == "read" and path.endswith("/" + input_name)):
+            since += 1
+        if kind.startswith("rename") and '.HDR"' in line:
+            if since is not None:
+                calls.append(since)
+            since = 0
+    return short, transfers, calls
+
+
+def commit():
+    with contextlib.suppress(OSError, subprocess.CalledProcessError):
+        number = output_of("git", "-C", root, "rev-parse", "--short", "HEAD").strip()
+        built_from = ["src", "cmake", "CMakeLists.txt", "CMakePresets.json"]
+        changed = output_of("git", "-C", root, "status", "--porcelain", "--", *built_from)
+        return number + (" with changes" if changed else "")
+    return "unknown"
+
+
+def machine(program):
+    system = os.uname()
+    made = re.findall(r"\] +(.*)", output_of("readelf", "-p", ".comment", program))
+    cores = len(os.sched_getaffinity(0))
+    return f"{cores} cores, {system.sysname} {system.machine}, {' and '.join(made)}"
+
+
+def file_system(folder):
+    return output_of("df", "--output=fstype", folder).split()[-1]
+
+
+def usual_folder():
+    """Memory, where it has room: a disk writes back now what another run has left."""
+    memory = pathlib.Path("/dev/shm")
+    with contextlib.suppress(OSError):
+        if os.access(memory, os.W_OK) and shutil.disk_usage(memory).free > 3 * 2**30:
+            return memory
+    return root / "build"
+
+
+@contextlib.contextmanager
+def one_core():
+    """A short run is over before a move to another core has paid."""
+    cores = os.sched_getaffinity(0)
+    os.sched_setaffinity(0, {max(cores)})
+    try:
+        yield
+    finally:
+        os.sched_setaffinity(0, cores)
+
+
+def keep(report):
+    """Puts the report between the two marks of the page."""
+    text = page.read_text()
+    start, end = "<!-- scripts/bench -->\n", "<!-- end -->\n"
+    before, after = text.index(start) + len(start), text.index(end)
+    page.write_text(text[:before] + report + "\n" + text[after:])
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="scripts/bench", description=__doc__)
+    parser.add_argument("--quick", action="store_true", help="few pairs, shorter inputs")
+    parser.add_argument("--keep", action="store_true", help=f"put the table into {page.name}")
+    parser.add_argument("--program", type=pathlib.Path, default=root / "build/release/bin/orvexpp",
+                        help="what is measured")
+    parser.add_argument("--folder", type=pathlib.Path, default=usual_folder(),
+                        help="where the files are; up to 3 GB, removed again")
+    options = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda number, frame: sys.exit(1))
+    with tempfile.TemporaryDirectory(prefix="orvexpp-bench-", dir=options.folder) as folder:
+        bench = Bench(options, pathlib.Path(folder).resolve())
+        try:
+            with one_core():
+                bench.short_rows()
+            bench.comment_row()
+            bench.mix_rows()
+        except Wrong as wrong:
+            sys.exit(f"scripts/bench: {wrong}")
+        report = bench.report()
+    print(report)
+    if options.keep:
+        keep(report)
+
+
+if __name__ == "__main__":
+    main()
