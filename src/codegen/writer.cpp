@@ -13,11 +13,9 @@ int indentation() { return std::min(2 * (nif + nloop + nblkif), maxline); }
 // "{   12}  ", made once for all the statements of an input line.
 View line_mark() {
     static int number = 0;
-    static Bytes<9> mark;
-    if (number != lineno) {
-        number = lineno;
-        mark = joined<9>({"{", right_aligned<5>(lineno), "}"}).padded();
-    }
+    static std::array<char, 9> mark = {'{', ' ', ' ', ' ', ' ', ' ', '}', ' ', ' '};
+    if (number != lineno) write_number(&mark[1], 5, lineno, Fill::blanks);
+    number = lineno;
     return whole(mark);
 }
 

@@ -8,8 +8,6 @@ namespace orvex {
 
 namespace {
 
-constexpr int number_columns = 5;
-
 bool next_line() {
     View line;
     if (!read_line(kinp, line)) return false;
@@ -22,8 +20,9 @@ bool next_line() {
 
 // The echo shows the line before TABs and letters are changed; a blank line is echoed as one blank.
 void echo_line() {
-    const View text = record.is_blank() ? View(" ") : record.view();
-    write_line(klst, {right_aligned<number_columns>(lineno), "  ", text});
+    std::array<char, 7> mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};  // the number, two blanks
+    write_number(mark.data(), 5, lineno, Fill::blanks);
+    write_line(klst, {whole(mark), record.is_blank() ? View(" ") : record.view()});
 }
 
 void split_comment() {

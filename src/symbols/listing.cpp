@@ -59,21 +59,28 @@ Text<maxname + label_width> entry_head(int isym) {
                                           type_label(symtyp[at(isym)])});
 }
 
+// Ten references at most, each in its columns.
+View reference_columns(std::span<const int> references) {
+    static std::array<char, numbers_a_line * number_width> columns;
+    char* next = columns.data();
+    for (const int line : references) {
+        write_number(next, number_width, line, Fill::blanks);
+        next += number_width;
+    }
+    return {columns.data(), references.size() * number_width};
+}
+
 void write_entry(int isym) {
-    constexpr int line_width = maxname + label_width + numbers_a_line * number_width;
-    static std::array<int, maxref> references;
-    const int count = getref(isym, std::span(references).first(at(nref)));  // no symbol has more
+    static std::array<int, maxref> held;
+    const std::span<int> references = std::span(held).first(at(nref));  // no symbol has more
+    const int count = getref(isym, references);
     const int margin = column_width() + label_width;
     for (int first = 0; first == 0 || first < count; first += numbers_a_line) {
         if (first > 0 && first % numbers_a_block == 0) write_line(klst, {});
         const auto head = first == 0 ? entry_head(isym) : Text<maxname + label_width>();
-        Text<numbers_a_line * number_width> numbers;
-        for (int i = first; i < std::min(first + numbers_a_line, count); ++i) {
-            numbers.append(right_aligned<number_width>(references[at(i)]));
-        }
-        const auto line =
-            joined<line_width>({head, repeated<' '>(margin - head.length()), numbers});
-        write_line(klst, {line});
+        const View gap = repeated<' '>(count == 0 ? 0 : margin - head.length());
+        const int shown = std::min(numbers_a_line, count - first);
+        write_line(klst, {head, gap, reference_columns(references.subspan(at(first), at(shown)))});
     }
 }
 
