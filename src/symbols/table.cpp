@@ -23,7 +23,7 @@ int find_symbol(View name) {
     const auto first = symbol.begin() + 1;
     const auto end = first + nsym;
     const auto found =
-        std::find_if(first, end, [&wanted](const Name& entry) { return entry.is_same(wanted); });
+        std::find_if(first, end, [&wanted](const Name& entry) { return wanted.is_same(entry); });
     return found == end ? 0 : static_cast<int>(found - symbol.begin());
 }
 
