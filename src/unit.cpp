@@ -81,6 +81,10 @@ bool is_directory(int descriptor) {
 
 // A file of its own, without a name, for a scratch text that has outgrown its buffer.
 int open_unnamed() {
+#ifdef O_TMPFILE
+    const int unnamed = ::open(P_tmpdir, O_RDWR | O_TMPFILE | O_CLOEXEC, 0600);
+    if (unnamed >= 0) return unnamed;  // else a file system that cannot do it
+#endif
     char path[] = P_tmpdir "/orvexpp-XXXXXX";
     const int made = ::mkstemp(path);
     if (made >= 0) ::unlink(path);
