@@ -59,9 +59,10 @@ class Text {
 
     Text(const Text& other) { copy(other); }
     Text& operator=(const Text& other) {
-        copy(other);
+        if (this != &other) copy(other);
         return *this;
     }
+    ~Text() = default;
     Text& operator=(View view) {
         assign(view);
         return *this;

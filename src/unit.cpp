@@ -87,7 +87,7 @@ int open_unnamed() {
 #endif
     char path[] = P_tmpdir "/orvexpp-XXXXXX";
     const int made = ::mkstemp(path);
-    if (made >= 0) ::unlink(path);
+    ::unlink(path);
     return std::max(made, no_descriptor);
 }
 

@@ -150,6 +150,12 @@ TEST_F(Companion, MessageIsCutToTheBuffer) {
         const auto cut = static_cast<std::size_t>(length - 1);
         EXPECT_EQ(text.substr(0, cut + 2), full.substr(0, cut) + '\0' + "#");
     }
+    // Without a buffer only the symbol is printed.
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(palGetReadyL(path.c_str(), nullptr, 256), 0);
+    EXPECT_EQ(palGetReadyD((variants + "/nosymbol").c_str(), nullptr, 0), 0);
+    const std::string printed = testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(printed.starts_with("Could not load symbol 'palXFree': ")) << printed;
 }
 
 TEST_F(Companion, SpellingsOfASymbol) {

@@ -1,15 +1,46 @@
 // What no whole run shows in single steps: texts and their operations, the splitter, the file units.
+#include "codegen/writer.h"
 #include "harness.h"
 #include "input/fields.h"
 #include "input/textops.h"
 #include "preproc.h"
 #include "stop.h"
+#include "symbols/listing.h"
 #include "unit.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace orvex;
+
+namespace {
+
+// The system call that fails in this program the next time.
+std::string failing;
+bool fails(const char* call) {
+    if (failing != call) return false;
+    failing.clear();
+    errno = EIO;
+    return true;
+}
+
+}  // namespace
+
+int rename(const char* from, const char* to) noexcept {
+    return fails("rename") ? -1 : renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+int unlink(const char* path) noexcept { return fails("unlink") ? -1 : unlinkat(AT_FDCWD, path, 0); }
+off_t lseek(int file, off_t offset, int whence) noexcept {
+    return fails("lseek") ? -1 : syscall(SYS_lseek, file, offset, whence);
+}
+int ftruncate(int file, off_t length) noexcept {
+    return fails("ftruncate") ? -1 : static_cast<int>(syscall(SYS_ftruncate, file, length));
+}
 
 namespace {
 
@@ -29,6 +60,10 @@ TEST(Text, IsCutPaddedAndAppendedTo) {
     EXPECT_EQ(text.slice(4, 99), "bb");
     EXPECT_EQ(joined<6>({"a ", "", " b", "cdef"}).view(), "a  bcd");
     EXPECT_EQ(joined<3>({"a ", " b", "c"}).view(), "a");
+    Text<6> same = "same";
+    const Text<6>& itself = same;
+    same = itself;
+    EXPECT_EQ(same.view(), "same");
 }
 
 TEST(Text, IsComparedAsIfPaddedByUnsignedCodes) {
@@ -119,6 +154,18 @@ std::vector<std::string> lines_of(int unit_number) {
     return lines;
 }
 
+TEST(References, AreTheNewestInTheirOrder) {
+    symref[1] = {10, 0};
+    symref[2] = {20, 1};
+    symref[3] = {30, 2};
+    symloc[1] = 3;
+    std::array<int, 4> list = {};
+    EXPECT_EQ(getref(1, list), 3);
+    EXPECT_EQ(list, (std::array{10, 20, 30, 30}));
+    EXPECT_EQ(getref(1, std::span(list).first(2)), 2);
+    EXPECT_EQ(list, (std::array{20, 30, 30, 30}));
+}
+
 TEST(Units, GiveBackTheLinesThatTheyGot) {
     const harness::Folder folder;
     open_scratch(klst);
@@ -164,6 +211,38 @@ TEST(Units, GiveAFileItsNameWhenItIsClosed) {
     }
     EXPECT_FALSE(open_output(khdr, folder.path()) || open_input(kinp, folder.path()));
     EXPECT_FALSE(file_exists(folder.path()) || file_exists("  ") || file_exists(View("a\0", 2)));
+}
+
+// An old file that cannot go is written over; one that cannot be finished is not there.
+TEST(Units, KeepAFileThatFailsFromItsName) {
+    for (const auto& [call, left] :
+         {std::pair("unlink", "new\n"), std::pair("rename", "(absent)"),
+          std::pair("ftruncate", "(absent)"), std::pair("lseek", "(absent)")}) {
+        const harness::Folder folder;
+        folder.write("file", "old\n");
+        failing = call;
+        open_scratch(klst);
+        for (const std::string& line : many_lines()) write_line(klst, {line});
+        rewind_scratch(klst);
+        close_unit(klst);
+        ASSERT_TRUE(open_output(khdr, folder.path() + "/file"));
+        depend_on(khdr, {klst});
+        restart_output(khdr);
+        write_line(khdr, {"new"});
+        testing::internal::CaptureStderr();
+        close_unit(khdr);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(said.ends_with("/file: Input/output error\n"), std::string(call) != "unlink")
+            << call;
+        EXPECT_EQ(folder.read("file"), left) << call;
+        EXPECT_EQ(folder.files().size(), left[0] == '(' ? 0 : 1) << call;
+    }
+}
+
+TEST(Levels, AreClosedOnlyWhereOneIsOpen) {
+    nloop = 0;
+    closel(Level::loop);
+    EXPECT_EQ(nloop, 0);
 }
 
 }  // namespace

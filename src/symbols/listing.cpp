@@ -67,7 +67,7 @@ View reference_columns(std::span<const int> references) {
         write_number(next, number_width, line, Fill::blanks);
         next += number_width;
     }
-    return {columns.data(), references.size() * number_width};
+    return {columns.data(), static_cast<std::size_t>(next - columns.data())};
 }
 
 void write_entry(int isym) {

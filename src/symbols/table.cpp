@@ -30,7 +30,7 @@ int find_symbol(View name) {
 // A value that begins with a parenthesis is an expression: it has no name of its own.
 bool root_is_name() { return !root.is_blank() && root[1] != '('; }
 
-bool is_variable(char typ) { return typ == 'A' || typ == 'C' || typ == 'P' || typ == 'V'; }
+bool is_variable(char typ) { return View("ACPV").find(typ) != View::npos; }
 
 void enter(View name, char typ, int dimension) {
     incrnsym();
