@@ -25,7 +25,7 @@ struct Unit {
     bool in_place = false;  // output: written under its own name from the start
     bool at_end = false;    // reading: nothing more will come
     int descriptor = no_descriptor;
-    int error = 0;          // errno of the first failure
+    int error = 0;          // errno of the first failure; kept when the unit is closed
     unsigned needed = 0;    // output: the units that must not have failed
     std::size_t begin = 0;  // buffered bytes not yet read
     std::size_t end = 0;    // end of the buffered bytes
@@ -34,11 +34,9 @@ struct Unit {
 };
 
 std::array<Unit, last_unit - first_unit + 1> units;
-std::array<int, last_unit - first_unit + 1> failures;  // the error with which a unit was closed
 alignas(64) char buffers[last_unit - first_unit + 1][buffer_size];
 
 Unit& unit_of(int number) { return units[static_cast<std::size_t>(number - first_unit)]; }
-int& failure_of(int number) { return failures[static_cast<std::size_t>(number - first_unit)]; }
 char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
 
 unsigned bit_of(int number) { return 1U << static_cast<unsigned>(number - first_unit); }
@@ -172,7 +170,7 @@ bool open_beside(Unit& unit) {
 // The error of one of the units that the output needs, or 0.
 int failure_of_needed(const Unit& unit) {
     for (int number = first_unit; number <= last_unit; ++number) {
-        const int error = unit_of(number).error != 0 ? unit_of(number).error : failure_of(number);
+        const int error = unit_of(number).error;
         if ((unit.needed & bit_of(number)) != 0 && error != 0) return error;
     }
     return 0;
@@ -188,6 +186,12 @@ void close_output(Unit& unit) {
         if (unit.error != 0) ::unlink(unit.temporary.data());
     }
     if (unit.error != 0) report_failure(unit, " *** Cannot write file: ");
+}
+
+// The unit, closed and without a trace of the file that it was.
+Unit& fresh_unit(int number) {
+    close_unit(number);
+    return unit_of(number) = Unit{};
 }
 
 void write_console(int descriptor, std::initializer_list<View> pieces) {
@@ -208,36 +212,28 @@ bool file_exists(View path) {
 }
 
 bool open_input(int number, View path) {
-    close_unit(number);
-    Unit& unit = unit_of(number);
+    Unit& unit = fresh_unit(number);
     if (!to_path(path, unit.name)) return false;
     unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
     if (unit.descriptor == no_descriptor) return false;
     unit.kind = Kind::input;
-    failure_of(number) = 0;
     if (!is_directory(unit.descriptor)) return true;
     close_unit(number);
     return false;
 }
 
 bool open_output(int number, View path) {
-    close_unit(number);
-    Unit& unit = unit_of(number);
+    Unit& unit = fresh_unit(number);
     if (!to_path(path, unit.name)) return false;
     unit.in_place = !open_beside(unit);
     if (unit.in_place)
         unit.descriptor = open_descriptor(unit.name.data(), O_WRONLY | O_CREAT | O_TRUNC);
     if (unit.descriptor == no_descriptor) return false;
     unit.kind = Kind::output;
-    failure_of(number) = 0;
     return true;
 }
 
-void open_scratch(int number) {
-    close_unit(number);
-    unit_of(number).kind = Kind::scratch;
-    failure_of(number) = 0;
-}
+void open_scratch(int number) { fresh_unit(number).kind = Kind::scratch; }
 
 bool read_line(int number, View& line) {
     Unit& unit = unit_of(number);
@@ -308,8 +304,8 @@ void close_unit(int number) {
     } else if (unit.descriptor != no_descriptor) {
         ::close(unit.descriptor);
     }
-    if (unit.kind != Kind::closed) failure_of(number) = unit.error;
-    unit = Unit{};
+    unit.kind = Kind::closed;
+    unit.descriptor = no_descriptor;
 }
 
 void close_all_units() {
