@@ -140,10 +140,11 @@ bool is_replaceable(const char* path) {
 // Names the temporary file beside `name`: same directory, so that renaming moves no bytes.
 void name_temporary(Unit& unit, int attempt) {
     const View name = unit.name.data();
-    const std::size_t directory = name.rfind('/') == View::npos ? 0 : name.rfind('/') + 1;
-    std::snprintf(unit.temporary.data(), unit.temporary.size(), "%.*s.orvexpp-%ld-%d-%d",
-                  static_cast<int>(directory), name.data(), static_cast<long>(::getpid()),
-                  static_cast<int>(&unit - units.data()) + first_unit, attempt);
+    const View directory = name.substr(0, name.rfind('/') + 1);
+    const int number = static_cast<int>(&unit - units.data()) + first_unit;
+    const Text<sizeof(Path) - 1> path = joined<sizeof(Path) - 1>(
+        {directory, ".orvexpp-", decimal(::getpid()), "-", decimal(number), "-", decimal(attempt)});
+    *std::copy_n(path.view().begin(), path.length(), unit.temporary.begin()) = '\0';
 }
 
 int open_temporary(Unit& unit) {
