@@ -35,6 +35,9 @@ constexpr View trimmed(View view) {
     return view;
 }
 
+// Copies a piece to where there is room for it, which may be a part of where it stands.
+void copy_piece(char* to, View piece);
+
 // Order of two texts by character codes, the shorter one padded with blanks: negative, 0, positive.
 int compare_padded(View a, View b);
 
@@ -187,7 +190,7 @@ class Text {
 
     void add(View piece) {
         const auto kept = std::min(piece.size(), static_cast<std::size_t>(N - length_));
-        if (kept > 0) std::memmove(bytes_.data() + length_, piece.data(), kept);
+        copy_piece(bytes_.data() + length_, View(piece.data(), kept));
         length_ += static_cast<int>(kept);
     }
 

@@ -265,7 +265,10 @@ void write_line(int number, std::initializer_list<View> pieces) {
     Unit& unit = unit_of(number);
     if (unit.end + longest_line + 1 > buffer_size) flush(unit);
     char* next = buffer_of(unit) + unit.end;
-    for (const View piece : pieces) next += piece.copy(next, piece.size());
+    for (const View piece : pieces) {
+        copy_piece(next, piece);
+        next += piece.size();
+    }
     *next++ = '\n';
     unit.end = static_cast<std::size_t>(next - buffer_of(unit));
 }
