@@ -61,7 +61,7 @@ Text<maxname + label_width> entry_head(int isym) {
 
 // Ten references at most, each in its columns.
 View reference_columns(std::span<const int> references) {
-    static std::array<char, numbers_a_line * number_width> columns;
+    static Bytes<numbers_a_line * number_width> columns;
     char* next = columns.data();
     for (const int line : references) {
         write_number(next, number_width, line, Fill::blanks);
