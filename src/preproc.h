@@ -1,5 +1,5 @@
-// The shared state of the translator: what two rooms or more read or write. What only one file uses
-// lives in that file. Everything here is plain static storage; reset_run() gives a run, start() a
+// The shared state of the translator: what two files or more read or write. What only one file uses
+// lives in that file. Everything here is plain static storage; reset_run() gives a run, reset_model() a
 // model, its clean beginning.
 #pragma once
 
@@ -79,9 +79,9 @@ extern int nloop;                // open LOOP levels
 extern int nblkif;               // open block-IF levels
 extern Table<Name, maxset> set;  // active sets: those that open LOOPs control, in order of opening
 extern int nset;                 // active sets in use
-extern int mset;                 // nset, nblkif and nloop at the level of the current block
-extern int mblkif;
-extern int mloop;
+extern int mset;                 // nset at the level of the current block
+extern int mblkif;               // nblkif there
+extern int mloop;                // nloop there
 
 // The symbol table: kept by symbols/table, printed by symbols/listing
 extern Table<Name, maxsym> symbol;  // names, in the order of their first occurrence

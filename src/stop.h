@@ -1,5 +1,6 @@
 // How a run ends before its time. These routines never return: each throws, and driver/run.cpp alone
-// catches, completes the files and turns the stop into the exit status.
+// catches, completes the files and turns the stop into the exit status. (It also catches the failure of a
+// scratch file, which unit.h throws.)
 #pragma once
 
 #include "text.h"
@@ -15,7 +16,7 @@ struct ErrorStop {
     Message message;
 };
 
-// An internal table is full: the header file is started afresh and holds the error report alone.
+// An internal table is full, or a name too long for it: the header file is started afresh and holds the error report alone.
 struct OverflowStop {
     Message message;
 };

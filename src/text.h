@@ -2,8 +2,8 @@
 // are counted from 1.
 //
 // A text keeps its trimmed part and that part's length; the padding is understood, never stored.
-// So a fresh text costs nothing, trailing blanks carry no meaning by construction, and whatever
-// passes the fixed length is cut without a message. Texts hold bytes: any value, NUL included.
+// So trailing blanks carry no meaning by construction, and whatever passes the fixed length is cut
+// without a message. Texts hold bytes: any value, NUL included.
 #pragma once
 
 #include <algorithm>
@@ -103,9 +103,8 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Is the other text the same? Quick in a search through a table: what tells most names apart is the
-    // last characters of the one that is wanted, which is this one.
-    // Precondition: both got their characters from assign_clean.
+    // Is the other text, from the table that is searched for this one, the same? The last characters tell
+    // most names apart at once. Precondition: both got their characters from assign_clean.
     bool is_same(const Text& other) const {
         const int last = std::max(length_ - word_size, 0);
         if (word(last) != other.word(last) || length_ != other.length_) return false;
@@ -115,7 +114,7 @@ class Text {
         return true;
     }
 
-    // Assigns, and leaves nothing of what stood there before.
+    // Assigns, with zero bytes behind the text, as is_same needs them.
     void assign_clean(View view) {
         bytes_.fill('\0');
         assign(view);
@@ -205,7 +204,7 @@ class Text {
     }
 
     int length_ = 0;
-    // What stands behind the text's length is not meaningful. There is room for whole blocks.
+    // What stands behind the text's length has no meaning, but to is_same. There is room for whole blocks.
     Bytes<(N + block_size - 1) / block_size * block_size> bytes_;
 };
 

@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 constexpr std::size_t longest_path = 255;
-constexpr int no_descriptor = 0;  // a unit's own descriptor is never a standard one
+// A unit's own descriptor is never a standard one, so 0 can stand for none: units start as zero bytes.
+constexpr int no_descriptor = 0;
 
 // A path as the system calls want it. The temporary name may be longer than the name it stands for.
 using Path = std::array<char, longest_path + 64>;
@@ -89,6 +90,11 @@ int open_unnamed() {
     return std::max(made, no_descriptor);
 }
 
+// The first failure is the one that counts.
+void note_failure(Unit& unit, int error) {
+    if (unit.error == 0) unit.error = error;
+}
+
 // Hands the buffered bytes to the file. After a failure the rest of the file is given up.
 void flush(Unit& unit) {
     if (unit.kind == Kind::scratch && unit.descriptor == no_descriptor) {
@@ -107,7 +113,7 @@ void report_failure(const Unit& unit, View what) {
 
 // What cannot be read counts as the end of the file, but not in silence.
 void fail_reading(Unit& unit, int error) {
-    unit.error = error;
+    note_failure(unit, error);
     if (unit.kind == Kind::input) report_failure(unit, " *** Cannot read file: ");
 }
 
@@ -179,8 +185,8 @@ int failure_of_needed(const Unit& unit) {
 
 void close_output(Unit& unit) {
     flush(unit);
-    if (::close(unit.descriptor) != 0 && unit.error == 0) unit.error = errno;
-    if (unit.error == 0) unit.error = failure_of_needed(unit);
+    if (::close(unit.descriptor) != 0) note_failure(unit, errno);
+    note_failure(unit, failure_of_needed(unit));
     if (!unit.in_place) {
         if (unit.error == 0 && ::rename(unit.temporary.data(), unit.name.data()) != 0)
             unit.error = errno;
@@ -278,7 +284,7 @@ void rewind_scratch(int number) {
     unit.begin = 0;
     if (unit.descriptor == no_descriptor) return;
     flush(unit);
-    if (::lseek(unit.descriptor, 0, SEEK_SET) != 0) unit.error = errno;
+    if (::lseek(unit.descriptor, 0, SEEK_SET) != 0) note_failure(unit, errno);
 }
 
 void restart_output(int number) {
@@ -286,7 +292,7 @@ void restart_output(int number) {
     unit.end = 0;
     const bool emptied =
         ::ftruncate(unit.descriptor, 0) == 0 && ::lseek(unit.descriptor, 0, SEEK_SET) == 0;
-    if (!emptied && !unit.in_place) unit.error = errno;
+    if (!emptied && !unit.in_place) note_failure(unit, errno);
 }
 
 void depend_on(int number, std::initializer_list<int> others) {

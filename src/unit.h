@@ -6,8 +6,9 @@
 // A named output file is never half in its place: what stood there goes when the unit is opened, the
 // new text is written under a temporary name beside it, and closing the unit gives it its name. Where
 // that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory that takes
-// no new file) it is written in place. When reading or writing fails the run goes on; one line on
-// standard error says so, and neither the file nor an output that depends on it gets its name.
+// no new file) it is written in place. When reading or writing fails the run goes on; a line on
+// standard error says so (" *** Cannot read file: ", " *** Cannot write file: "), and neither the file nor
+// an output that depends on it gets its name.
 #pragma once
 
 #include "text.h"
@@ -24,7 +25,7 @@ struct ScratchFailure {
     int unit;
 };
 
-// Is there something of that name that can be read as a file? A directory is not.
+// Is there something of that name, other than a directory?
 bool file_exists(View path);
 
 // Opens a unit, after closing it if it was open. False when the file cannot be opened; a blank name

@@ -56,9 +56,8 @@ void write_name() {
 }
 
 // The header line of the field, and its default level, if the keyword gives one.
-void wrtlvl(View keyword) {
+void wrtlvl(const Declaration* row) {
     write_name();
-    const Declaration* const row = find_declaration(keyword);
     if (row == nullptr || row->level.empty()) return;
     const int open = field.find('(');
     const int name_end = open == 0 ? maxline : open - 1;
@@ -75,19 +74,18 @@ void close_levels() {
 }
 
 // One name with its set arguments and condition.
-void declare_field(View keyword) {
+void declare_field(const Declaration* row) {
     freefd();
     condtn.clear();
     if (const int mark = field.find('$'); mark != 0) chkcnd(mark);
-    wrtlvl(keyword);
+    wrtlvl(row);
     root.clear();
     rdarg();
     nxarg = 0;
     sloop();
     dumeqn();
     condtn.clear();
-    if (const Declaration* const row = find_declaration(keyword); row != nullptr)
-        addsym(row->symtyp);
+    if (row != nullptr) addsym(row->symtyp);
     chrfld("", Put::new_line);
     close_levels();
 }
@@ -116,10 +114,11 @@ int decblk() {
     endblk();
     output = joined<maxline>({"PUT'$", keywrd, ":'/;"});
     wrtzlm();
+    const Declaration* const row = find_declaration(keywrd);
     for (;;) {
         if (getrec() != 0) return 1;
         if (record[1] == '$') return 0;
-        while (!record.is_blank()) declare_field(keywrd);
+        while (!record.is_blank()) declare_field(row);
     }
 }
 

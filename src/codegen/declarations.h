@@ -15,7 +15,7 @@ bool is_declaration(View keyword);
 // Each name goes to the symbol table, to the header file's variable list, to the default levels, to the
 // artificial equation and, in a LOOP over its sets, to the generator file.
 // Returns 0 with that "$" record in `record`, or 1 at the end of the input.
-// Stops: those of freefd, chkcnd, rdarg, sloop and addsym.
+// Stops: those of freefd, chkcnd, rdarg, sloop, addsym and chrfld.
 int decblk();
 
 // Adds the term of the current `field` (arg, narg, condtn) to the artificial equation: summed over its

@@ -22,7 +22,6 @@ const Name* find_active(View name) {
 
 // Brings the extra indices directly behind the own arguments; with seven of those they are there.
 void move_extra_indices() {
-    if (narg >= maxarg) return;
     for (int i = 1; i <= nxarg; ++i) argument(narg + i) = argument(maxarg + i);
 }
 

@@ -33,10 +33,7 @@ using VersionFunction = std::int32_t (*)(std::int32_t version, char* message, st
 
 static_assert(RTLD_NOW == 2, "every symbol is bound when the library opens");
 
-constexpr View default_name =
-    "libkovadclib"
-    "64"
-    ".dylib";
+constexpr View default_name = "libkovadclib64.dylib";
 constexpr std::size_t path_size = 512;
 constexpr std::size_t longest_dir = 510;
 constexpr std::size_t longest_symbol = 255;

@@ -7,10 +7,6 @@
 namespace orvex {
 
 void ffopen(int unit_number, const Text<255>& file, Status status) {
-    if (status == Status::scratch) {
-        open_scratch(unit_number);
-        return;
-    }
     const auto name = file.padded();
     if (status == Status::replace) {
         if (open_output(unit_number, file)) return;

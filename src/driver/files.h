@@ -5,14 +5,14 @@
 
 namespace orvex {
 
-enum class Status { replace, old, scratch };
+enum class Status { replace, old };
 
-// Opens the unit: creates or replaces the named file, opens an existing one, or opens a scratch file
-// (without a name). When that fails, one of these lines on standard output ends the run:
-// "FFOPEN: error opening file ", "FFOPEN: error opening unit", "FFOPEN: error opening file" ... "OLD"
+// Opens the unit: creates or replaces the named file, or opens an existing one. When that fails, a line on
+// standard output ends the run: "FFOPEN: error opening file", with the status where it is "OLD".
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
-// The end of a run whose scratch text found no room: its message, and no half-written output file.
+// The end of a run whose scratch text found no room: the line "FFOPEN: error opening unit", and no
+// half-written output file.
 void report_scratch_failure(int unit_number);
 
 // Copies the lines of a scratch file, from its first, to another file, cut to 255 columns and without

@@ -38,8 +38,8 @@ void write_empty_put() {
     wrtzlm();
 }
 
-// Cuts the keyword off the record, without the colon that must end it.
-void set_keyword() {
+// Leaves the keyword without the colon that must end it.
+void cut_keyword_at_colon() {
     const int colon = keywrd.find(':');
     if (colon == 0) {
         pperror(joined<maxline>(
@@ -64,7 +64,7 @@ Next dispatch_report() {
 Next dispatch_keyword() {
     keywrd = record.slice(2, 13);
     if (keywrd.slice(1, 7) == "OFFTEXT") return Next::end_of_model;
-    set_keyword();
+    cut_keyword_at_colon();
     if (is_declaration(keywrd)) return dispatch_declaration();
     if (keywrd == "PROD" || keywrd == "DEMAND") {
         funrec = true;

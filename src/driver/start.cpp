@@ -44,7 +44,7 @@ void write_lines(int unit_number, std::initializer_list<View> lines) {
 void open_files() {
     ffopen(kgen, joined<maxline>({scrdir, model, ".GEN"}), Status::replace);
     ffopen(khdr, hdrfil.is_blank() ? joined<maxline>({model, ".HDR"}) : hdrfil, Status::replace);
-    for (const int scratch : {klst, klvl, kdum, kmdl, kcon}) ffopen(scratch, {}, Status::scratch);
+    for (const int scratch : {klst, klvl, kdum, kmdl, kcon}) open_scratch(scratch);
     depend_on(kgen, {kctl, kinp});
     depend_on(khdr, {kgen, klst, klvl, kdum, kmdl, kcon});
 }

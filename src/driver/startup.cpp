@@ -14,7 +14,16 @@ namespace {
 
 using AuditLine = Text<75>;
 
-AuditLine read_audit_line() {
+// Answers the argument "AUDIT", in any case.
+void auditrun(const AuditLine& line, Text<255> argument) {
+    upper(argument);
+    if (argument != "AUDIT") return;
+    write_standard_output({whole(line.padded())});
+    end_run();
+}
+
+// Registers with the companion library, for which an object lives as long as that takes.
+void register_system(const Text<255>& argument) {
     Handle handle = 0;
     Text<256> message;
     if (palcreate(handle, message) == 0) {
@@ -24,16 +33,8 @@ AuditLine read_audit_line() {
     palsetsystemname(handle, "ORVEX-Prep");
     Text<255> line;
     palgetauditline(line, handle);
+    auditrun(line.view(), argument);
     palfree(handle);
-    return line.view();
-}
-
-// Answers the argument "AUDIT", in any case.
-void auditrun(const AuditLine& line, Text<255> argument) {
-    upper(argument);
-    if (argument != "AUDIT") return;
-    write_standard_output({whole(line.padded())});
-    end_run();
 }
 
 void open_control_file(const Text<255>& path) {
@@ -68,7 +69,7 @@ void find_input() {
 }  // namespace
 
 void start_up(const Text<255>& argument) {
-    auditrun(read_audit_line(), argument);
+    register_system(argument);
     open_control_file(argument);
     read_control_file();
     find_input();

@@ -18,7 +18,8 @@ void getfld(Line& rec, Text<20>& lab, Line& val);
 void parse();
 
 // Cuts the leftmost blank-separated entry off `record` into `field`; parentheses protect blanks.
-// Stops: " *** FREEFD: unexpected EOL." when no blank ends the entry, or there is none.
+// Stops: " *** FREEFD: unexpected EOL." when no blank ends the entry, it begins in the last column, or there
+// is none.
 void freefd();
 
 }  // namespace orvex

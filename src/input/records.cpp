@@ -18,11 +18,11 @@ bool next_line() {
     return true;
 }
 
-// The echo shows the line before TABs and letters are changed; a blank line is echoed as one blank.
+// The echo shows the line before TABs and letters are changed.
 void echo_line() {
     std::array<char, 7> mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};  // the number, two blanks
     write_number(mark.data(), 5, lineno, Fill::blanks);
-    write_line(klst, {whole(mark), record.is_blank() ? View(" ") : record.view()});
+    write_line(klst, {whole(mark), record});
 }
 
 void split_comment() {

@@ -1,4 +1,4 @@
-// Small changes of a text in place, byte by byte.
+// Small routines on texts, which they change in place, byte by byte.
 #pragma once
 
 #include "text.h"

@@ -30,7 +30,7 @@ View put_text(Put mode) {
     case Put::continuation: return "PUT /'+',";
     case Put::same_line: break;
     }
-    return "PUT ";
+    return "PUT";
 }
 
 // 'LABEL:NAME', or what there is of it.
@@ -75,6 +75,13 @@ Statement value_statement() {
         {"PUT /,'+',", label.slice(1, open - 1), ",'", label.from(open), "'':'", value, ";"});
 }
 
+// Does the text begin like a number?
+bool numric(View text) {
+    if (text.empty()) return false;
+    const char first = text.front();
+    return (first >= '0' && first <= '9') || first == '.' || first == '+' || first == '-';
+}
+
 }  // namespace
 
 void chrfld(View text, Put mode) {
@@ -104,12 +111,6 @@ void numfld() {
     if (!condtn.is_blank()) output = joined<maxline>({output, "  );"});
     wrtzlm();
     if (!numric(field)) addsym('D');
-}
-
-bool numric(View text) {
-    if (text.empty()) return false;
-    const char first = text.front();
-    return (first >= '0' && first <= '9') || first == '.' || first == '+' || first == '-';
 }
 
 }  // namespace orvex

@@ -8,9 +8,9 @@ namespace orvex {
 
 // How chrfld begins its statement.
 enum class Put {
-    new_line = 1,      // "PUT /,"
-    continuation = 2,  // "PUT /'+',"
-    same_line = 3,     // "PUT "
+    new_line,      // "PUT /,"
+    continuation,  // "PUT /'+',"
+    same_line,     // "PUT"
 };
 
 // Writes the current field (root, arg, condtn) as a symbol under the head `text` (a label, a keyword
@@ -23,8 +23,5 @@ void chrfld(View text, Put mode);
 // unless it is a number.
 // Stops: " *** NUMFLD: statement exceeds 255 characters.", and those of addsym.
 void numfld();
-
-// Does the text begin like a number?
-bool numric(View text);
 
 }  // namespace orvex

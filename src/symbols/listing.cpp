@@ -78,7 +78,7 @@ void write_entry(int isym) {
     for (int first = 0; first == 0 || first < count; first += numbers_a_line) {
         if (first > 0 && first % numbers_a_block == 0) write_line(klst, {});
         const auto head = first == 0 ? entry_head(isym) : Text<maxname + label_width>();
-        const View gap = repeated<' '>(count == 0 ? 0 : margin - head.length());
+        const View gap = repeated<' '>(margin - head.length());
         const int shown = std::min(numbers_a_line, count - first);
         write_line(klst, {head, gap, reference_columns(references.subspan(at(first), at(shown)))});
     }

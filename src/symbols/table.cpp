@@ -32,6 +32,32 @@ bool root_is_name() { return !root.is_blank() && root[1] != '('; }
 
 bool is_variable(char typ) { return View("ACPV").find(typ) != View::npos; }
 
+// Raises symlenmx to the length of the name.
+void checksymlen(View name) {
+    name = trimmed(name);
+    if (length_of(name) > maxname) {
+        ppstop(about(" *** ADDSYM: symbol name length exceeds max of 65: ", name));
+    }
+    symlenmx = std::max(symlenmx, length_of(name));
+}
+
+// Claims the next entry.
+void incrnsym() {
+    if (nsym >= maxsym) ppstop(" *** ADDSYM: symbol table overflows internal length of 1000");
+    ++nsym;
+}
+
+// Records a reference of the entry on the current line, as long as there is room.
+void addref(int isym) {
+    if (nref >= maxref) {
+        ++nrefign;
+        return;
+    }
+    ++nref;
+    symref[at(nref)] = {lineno, symloc[at(isym)]};
+    symloc[at(isym)] = nref;
+}
+
 void enter(View name, char typ, int dimension) {
     incrnsym();
     symbol[at(nsym)].assign_clean(name);
@@ -75,29 +101,6 @@ void addsym(char typ) {
     if (!root_is_name()) return;
     add_root(typ);
     for (int j = 1; j <= narg; ++j) add_set(arg[at(j)]);
-}
-
-void checksymlen(View name) {
-    name = trimmed(name);
-    if (length_of(name) > maxname) {
-        ppstop(about(" *** ADDSYM: symbol name length exceeds max of 65: ", name));
-    }
-    symlenmx = std::max(symlenmx, length_of(name));
-}
-
-void incrnsym() {
-    if (nsym >= maxsym) ppstop(" *** ADDSYM: symbol table overflows internal length of 1000");
-    ++nsym;
-}
-
-void addref(int isym) {
-    if (nref >= maxref) {
-        ++nrefign;
-        return;
-    }
-    ++nref;
-    symref[at(nref)] = {lineno, symloc[at(isym)]};
-    symloc[at(isym)] = nref;
 }
 
 void chkref() {
