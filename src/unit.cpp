@@ -117,6 +117,25 @@ void fail_reading(Unit& unit, int error) {
     if (unit.kind == Kind::input) report_failure(unit, " *** Cannot read file: ");
 }
 
+// Writes bytes as they stand, in pieces that fill the buffer.
+void write_bytes(Unit& unit, View bytes) {
+    while (!bytes.empty()) {
+        if (unit.end == buffer_size) flush(unit);
+        const std::size_t fitting = bytes.copy(buffer_of(unit) + unit.end, buffer_size - unit.end);
+        unit.end += fitting;
+        bytes.remove_prefix(fitting);
+    }
+}
+
+// Where a scratch file's line from `start` to `end` ends in the form in which it is copied.
+char* copied_form_end(char* start, const char* end) {
+    constexpr std::ptrdiff_t columns = 255;
+    const View line =
+        trimmed(View(start, static_cast<std::size_t>(std::min(end - start, columns))));
+    if (line.empty()) *start = blank_char;
+    return start + std::max<std::size_t>(line.size(), 1);
+}
+
 // Reads more bytes behind the ones not yet read. False at the end of the file.
 bool refill(Unit& unit) {
     if (unit.at_end || unit.descriptor == no_descriptor) return false;
@@ -270,21 +289,30 @@ bool line_was_ended(int number) {
 void write_line(int number, std::initializer_list<View> pieces) {
     Unit& unit = unit_of(number);
     if (unit.end + longest_line + 1 > buffer_size) flush(unit);
-    char* next = buffer_of(unit) + unit.end;
+    char* const start = buffer_of(unit) + unit.end;
+    char* next = start;
     for (const View piece : pieces) {
         copy_piece(next, piece);
         next += piece.size();
     }
+    if (unit.kind == Kind::scratch) next = copied_form_end(start, next);
     *next++ = '\n';
     unit.end = static_cast<std::size_t>(next - buffer_of(unit));
 }
 
-void rewind_scratch(int number) {
-    Unit& unit = unit_of(number);
-    unit.begin = 0;
-    if (unit.descriptor == no_descriptor) return;
-    flush(unit);
-    if (::lseek(unit.descriptor, 0, SEEK_SET) != 0) note_failure(unit, errno);
+void filcpy(int from, int to) {
+    Unit& scratch = unit_of(from);
+    scratch.begin = 0;
+    if (scratch.descriptor != no_descriptor) {
+        flush(scratch);
+        if (::lseek(scratch.descriptor, 0, SEEK_SET) != 0) note_failure(scratch, errno);
+    }
+    do {
+        write_bytes(unit_of(to),
+                    View(buffer_of(scratch) + scratch.begin, scratch.end - scratch.begin));
+        scratch.begin = scratch.end;
+    } while (refill(scratch));
+    close_unit(from);
 }
 
 void restart_output(int number) {

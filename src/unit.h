@@ -1,7 +1,7 @@
 // The files of a run, each known by its unit number, and the two console streams.
 //
-// A unit is an input file, a scratch file or a named output file, read and written line by line
-// through one static buffer, so that a run's memory does not grow with its files.
+// A unit is an input file, a scratch file or a named output file, read and written through one static
+// buffer, so that a run's memory does not grow with its files.
 //
 // A named output file is never half in its place: what stood there goes when the unit is opened, the
 // new text is written under a temporary name beside it, and closing the unit gives it its name. Where
@@ -43,12 +43,13 @@ bool read_line(int number, View& line);
 // Did the line just read have a line end? Only the last one of a file may lack it.
 bool line_was_ended(int number);
 
-// Writes one line made of the pieces as they stand. Precondition: together at most longest_line.
-// Throws ScratchFailure.
+// Writes one line made of the pieces as they stand. A line of a scratch file takes the form in which it is
+// copied from there: cut to 255 columns, without trailing blanks, a blank one as one blank.
+// Precondition: together at most longest_line. Throws ScratchFailure.
 void write_line(int number, std::initializer_list<View> pieces);
 
-// Turns a scratch file from writing to reading, from its first line on.
-void rewind_scratch(int number);
+// Copies all lines of a scratch file to the end of an output file, and closes the scratch file.
+void filcpy(int from, int to);
 
 // Empties an output file, to be written from its start again.
 void restart_output(int number);

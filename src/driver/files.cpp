@@ -25,16 +25,6 @@ void report_scratch_failure(int unit_number) {
     discard_output(khdr);
 }
 
-void filcpy(int from, int to) {
-    rewind_scratch(from);
-    View line;
-    while (read_line(from, line)) {
-        const View text = trimmed(line.substr(0, maxline));
-        write_line(to, {text.empty() ? " " : text});
-    }
-    close_unit(from);
-}
-
 void trnscb() {
     filcpy(kdum, khdr);
     write_line(khdr, {"   =E= 0;"});

@@ -15,10 +15,6 @@ void ffopen(int unit_number, const Text<255>& file, Status status);
 // half-written output file.
 void report_scratch_failure(int unit_number);
 
-// Copies the lines of a scratch file, from its first, to another file, cut to 255 columns and without
-// their trailing blanks (a blank line as one blank), and closes it.
-void filcpy(int from, int to);
-
 // Completes the header file with the artificial equation, the default levels, the constraints, the
 // model statement and the listing.
 void trnscb();
