@@ -1,0 +1,47 @@
+// A model as a picture: who makes, uses, demands, owns and taxes what.
+#pragma once
+
+#include "frontend/reading/economy.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+enum class Flow { makes, uses, demands, endows, taxes, sets };
+
+struct Node {
+    std::string name;
+    Kind kind = Kind::sector;
+    std::string label;  // "Y(S)"
+    std::string description;
+};
+
+// An arrow, in the direction of the thing or the money that flows.
+struct Edge {
+    std::size_t from = 0;  // indices of nodes
+    std::size_t to = 0;
+    Flow flow = Flow::makes;
+    std::string label;  // of the fields: "Q:Y0(S)"
+};
+
+struct Graph {
+    std::string model;
+    std::vector<Node> nodes;
+    std::vector<Edge> edges;
+};
+
+Graph make_graph(const Economy& economy);
+
+// The part of the graph within `depth` arrows (in any direction) of a node; all that hangs together
+// with it where depth is negative. False where there is no node of that name.
+bool focus(Graph& graph, std::string_view name, int depth);
+
+// A picture in a format: dot, mermaid, json, table. (svg is dot, drawn by draw_svg.)
+std::string draw(const Graph& graph, std::string_view picture);
+
+// The dot text drawn by Graphviz. False, with the reason, where that cannot be run.
+bool draw_svg(const std::string& dot, std::string& svg, std::string& reason);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,17 @@
+// The two formats that are JSON: one object a line (docs/findings.schema.json), and SARIF 2.1.0.
+#pragma once
+
+#include "frontend/findings/finding.h"
+#include "frontend/findings/report.h"
+
+#include <string>
+
+namespace orvex::frontend {
+
+std::string json_finding(const Finding& finding);  // with its line end
+std::string json_summary(const Summary& summary);  // with its line end
+std::string sarif_head();
+std::string sarif_finding(const Finding& finding, bool first);
+std::string sarif_tail(const Summary& summary);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,48 @@
+// The index of messages, docs/messages.md, which is built into the program: what each code means, and
+// which code a message of the translator has.
+#pragma once
+
+#include "frontend/findings/finding.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct MessageEntry {
+    std::string code;
+    std::vector<std::string> messages;  // patterns, with <name> for what differs from case to case
+    std::string ends;   // how it arrives: "error", "overflow", "stdout", ..., "finding"
+    std::string level;  // of the fact Level, for ends "finding": "warning", "error"
+    std::string cause;  // the paragraphs, each one line
+    std::string cure;
+    std::string wrong;  // examples; empty where there are none
+    std::string corrected;
+    std::string text;  // the whole entry, as it stands in the page
+};
+
+// All entries, in the order of the page.
+const std::vector<MessageEntry>& message_index();
+
+// The entry of a code, or null.
+const MessageEntry* find_code(std::string_view code);
+
+struct Recognised {
+    const MessageEntry* entry = nullptr;
+    std::map<std::string, std::string> values;  // what stands for <name> in the message, trimmed
+};
+
+// The entry whose message this is; none where the translator says something that is not in the index.
+std::optional<Recognised> recognise(std::string_view message);
+
+// A message of the translator in the words of a finding: without stars and tag, the first letter
+// small, names in back quotes, no full stop at its end.
+std::string plain_words(std::string_view message, const std::map<std::string, std::string>& values);
+
+// The first sentence of a paragraph, as help: first letter small, no full stop.
+std::string as_help(std::string_view paragraph);
+
+}  // namespace orvex::frontend

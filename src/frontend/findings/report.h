@@ -1,0 +1,39 @@
+// A report: findings written in one format to one place, as they come.
+#pragma once
+
+#include "frontend/findings/finding.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+enum class Format { text, brief, json, sarif, github };
+
+// The format of that name ("short" is brief); none for another name.
+std::optional<Format> format_of(std::string_view name);
+
+// What a report ends with.
+struct Summary {
+    std::size_t files = 0;
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    bool more = false;  // further errors were not looked for: the limit of a file was reached
+    int status = 0;     // exit status
+};
+
+// The text of each part of a report, to be written one after the other. A report without findings is
+// valid in its format. `colour` matters to text alone.
+std::string report_head(Format format);
+std::string report_finding(Format format, const Finding& finding, bool first, bool colour);
+std::string report_tail(Format format, const Summary& summary);
+
+// A finding with its line, the number of the line in a margin and "^" under the place; without
+// a line end behind it.
+std::string rendered(const Finding& finding, bool colour);
+
+// path:line:column: error: text [code]
+std::string brief(const Finding& finding);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,67 @@
+// A translated model as data, for info, graph and the warnings. All of it comes from the translator's two
+// files; lines are those of the user's file.
+#pragma once
+
+#include "frontend/reading/header.h"
+#include "frontend/reading/source.h"
+#include "frontend/reading/translator.h"
+
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Name {
+    std::string name;
+    Kind kind = Kind::set;
+    int dimension = -1;                  // number of arguments; -1 where it is not known
+    std::vector<std::string> arguments;  // as declared, or as first used in a statement
+    std::string description;
+    int declared = 0;  // line of the declaration, or of a report variable's record; 0: none
+    std::vector<int>
+        references;  // lines, ascending, repeated as listed; the declaration is one of them
+};
+
+// A field behind the first of its row: a value, or a name.
+struct Field {
+    std::string label;
+    std::string text;  // "Y0(S)", "GOVT"
+    std::string name;  // of a field with a name, else empty
+    int line = 0;
+};
+
+// A row of a block: its first field and those that follow.
+struct Entry {
+    std::string label;  // "O", "I", "D", "E", ...; "V" in a report
+    std::string name;
+    std::string reference;  // "PY(S)"
+    std::vector<Field> fields;
+    int line = 0;
+};
+
+struct Block {
+    std::string label;  // "PROD", "DEMAND"; "REPORT" for all report records of the model
+    std::string name;
+    std::string reference;
+    std::vector<Field> fields;  // of the opening line
+    std::vector<Entry> entries;
+    int line = 0;
+};
+
+struct Economy {
+    std::string model;
+    int line = 0;  // of $MODEL:
+    std::vector<Name> names;
+    std::vector<Block> blocks;
+    std::vector<std::string> constraints;  // auxiliary variables that have one
+    std::string
+        free_text;  // all expressions and constraint bodies, in which names can stand unlisted
+};
+
+// The economy of the model that stands at `index` in the source. `left_out` as for file_line.
+Economy read_economy(const Source& source, std::size_t index, const std::vector<bool>& left_out,
+                     const ModelOutput& output);
+
+const Name* find_name(const Economy& economy, std::string_view name);
+
+}  // namespace orvex::frontend
