@@ -16,6 +16,7 @@ struct Node {
     Kind kind = Kind::sector;
     std::string label;  // "Y(S)"
     std::string description;
+    bool constraint = false;  // an auxiliary variable that a constraint determines
 };
 
 // An arrow, in the direction of the thing or the money that flows.
@@ -23,7 +24,7 @@ struct Edge {
     std::size_t from = 0;  // indices of nodes
     std::size_t to = 0;
     Flow flow = Flow::makes;
-    std::string label;  // of the fields: "Q:Y0(S)"
+    std::string label;  // of the fields: "Q:Y0(S)"; those of several entries parted by "; "
 };
 
 struct Graph {

@@ -2,6 +2,7 @@
 
 namespace orvex::frontend {
 
-std::string info_text(const Economy&, bool) { return {}; }
+std::vector<const Name*> ordered_names(const Economy&) { return {}; }
+std::string info_text(const Economy&, std::string_view, bool) { return {}; }
 
 }  // namespace orvex::frontend
