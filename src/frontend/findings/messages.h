@@ -12,6 +12,12 @@
 
 namespace orvex::frontend {
 
+// A block of an entry: a text of its example, named after what it is ("wrong", "control", "run", ...).
+struct Example {
+    std::string kind;
+    std::string text;
+};
+
 struct MessageEntry {
     std::string code;
     std::vector<std::string> messages;  // patterns, with <name> for what differs from case to case
@@ -21,7 +27,9 @@ struct MessageEntry {
     std::string cure;
     std::string wrong;  // examples; empty where there are none
     std::string corrected;
-    std::string text;  // the whole entry, as it stands in the page
+    std::string unreachable;        // why no input leads to it, where none does
+    std::vector<Example> examples;  // all blocks, these two included
+    std::string text;               // the whole entry, as it stands in the page
 };
 
 // All entries, in the order of the page.
@@ -41,6 +49,9 @@ std::optional<Recognised> recognise(std::string_view message);
 // A message of the translator in the words of a finding: without stars and tag, the first letter
 // small, names in back quotes, no full stop at its end.
 std::string plain_words(std::string_view message, const std::map<std::string, std::string>& values);
+
+// The message of an entry in plain words, with <name> for what differs.
+std::string title(const MessageEntry& entry);
 
 // The first sentence of a paragraph, as help: first letter small, no full stop.
 std::string as_help(std::string_view paragraph);

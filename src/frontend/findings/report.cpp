@@ -1,13 +1,277 @@
 #include "frontend/findings/report.h"
 
+#include "frontend/findings/json.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
 namespace orvex::frontend {
 
-std::string severity_name(Severity) { return "error"; }
-std::optional<Format> format_of(std::string_view) { return {}; }
-std::string report_head(Format) { return {}; }
-std::string report_finding(Format, const Finding&, bool, bool) { return {}; }
-std::string report_tail(Format, const Summary&) { return {}; }
-std::string rendered(const Finding&, bool) { return {}; }
-std::string brief(const Finding&) { return {}; }
+namespace {
+
+// Characters.
+
+struct Character {
+    char32_t code = 0;
+    std::size_t length = 0;  // in bytes; 0: no UTF-8
+};
+
+Character decode(std::string_view text) {
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const unsigned char first = byte(0);
+    if (first < 0x80) return {first, 1};
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || length > text.size()) return {};
+    char32_t code = first & (0xFFU >> (length + 1));
+    for (std::size_t at = 1; at < length; ++at) {
+        if ((byte(at) & 0xC0U) != 0x80) return {};
+        code = (code << 6U) | (byte(at) & 0x3FU);
+    }
+    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < least[length] || code > 0x10FFFF || surrogate) return {};
+    return {code, length};
+}
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";  // U+FFFD
+
+// What would change the terminal or the order of what it shows: control characters, and those that
+// set the direction of writing.
+bool is_control(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029 ||
+           code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
+}
+
+// The characters of a text as they are shown: one for each that a column counts. TAB is left.
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> shown;
+    shown.reserve(text.size());
+    bool utf8 = true;
+    for (std::size_t at = 0; at < text.size() && utf8;) {
+        const Character next = decode(text.substr(at));
+        utf8 = next.length > 0;
+        const bool hidden = is_control(next.code) && next.code != '\t';
+        shown.push_back(hidden ? replacement : text.substr(at, next.length));
+        at += next.length;
+    }
+    if (utf8) return shown;
+    shown.clear();  // the text is no UTF-8, and each byte is a character
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        const bool hidden = byte >= 0x80 || (is_control(byte) && byte != '\t');
+        shown.push_back(hidden ? replacement : text.substr(at, 1));
+    }
+    return shown;
+}
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    for (const std::string_view character : characters(text)) {
+        shown += character == "\t" ? " " : character;
+    }
+    return shown;
+}
+
+// Colours.
+
+enum class Paint { plain, bold, red, yellow, green, cyan, blue };
+
+std::string painted(Paint paint, const std::string& text, bool colour) {
+    constexpr std::array<std::string_view, 7> codes{
+        "", "\x1b[1m", "\x1b[1;31m", "\x1b[1;33m", "\x1b[1;32m", "\x1b[1;36m", "\x1b[1;34m"};
+    if (!colour || paint == Paint::plain) return text;
+    return std::string(codes.at(static_cast<std::size_t>(paint))) + text + "\x1b[0m";
+}
+
+Paint paint_of(Severity severity) {
+    switch (severity) {
+    case Severity::help: return Paint::cyan;
+    case Severity::note: return Paint::green;
+    case Severity::warning: return Paint::yellow;
+    case Severity::error: break;
+    }
+    return Paint::red;
+}
+
+// The layout of a finding.
+
+// The longest line that is shown whole, and what is shown of a longer one, in characters.
+constexpr std::size_t longest_line = 160;
+constexpr std::size_t window = 154;
+constexpr std::size_t window_before = 50;  // in front of the place
+
+struct Layout {
+    std::size_t margin = 1;  // width of the largest line number
+    bool colour = false;
+};
+
+std::string margin(const Layout& layout, std::string number, std::string_view bar) {
+    number.resize(layout.margin, ' ');
+    return painted(Paint::blue, number + std::string(bar), layout.colour);
+}
+
+std::string location(const Span& span) {
+    std::string text = printable(span.path);
+    if (span.line > 0) {
+        text += ':' + std::to_string(span.line) + ':' + std::to_string(span.column);
+    }
+    return text;
+}
+
+// The line of a span, and "^" under its place.
+std::string excerpt(const Layout& layout, const Span& span, Paint paint) {
+    const std::vector<std::string_view> line = characters(span.text);
+    const auto place = static_cast<std::size_t>(std::max(span.column, 1) - 1);
+    const std::size_t length = static_cast<std::size_t>(std::max(span.end_column - span.column, 1));
+    std::size_t begin = 0;
+    std::size_t end = line.size();
+    if (line.size() > longest_line) {
+        begin = std::min(place - std::min(place, window_before), line.size() - window);
+        end = begin + window;
+    }
+    std::string text = begin > 0 ? "..." : "";
+    std::string carets(text.size(), ' ');
+    for (std::size_t at = begin; at < end; ++at) {
+        text += line[at];
+        if (at < place) carets += line[at] == "\t" ? '\t' : ' ';
+    }
+    if (place > end) carets.append(place - end, ' ');
+    if (end < line.size()) text += "...";
+    const std::size_t last = std::max(std::min(place + length, end), place + 1);
+    return '\n' + margin(layout, "", " |") + '\n' +
+           margin(layout, std::to_string(span.line), text.empty() ? " |" : " | ") + text + '\n' +
+           margin(layout, "", " | ") + carets +
+           painted(paint, std::string(last - place, '^'), layout.colour);
+}
+
+// The arrow line of a span, and its line where it has one.
+std::string place_of(const Layout& layout, const Span& span, Paint paint) {
+    if (span.path.empty()) return {};
+    std::string text = '\n' + margin(layout, "", "--> ") + location(span);
+    if (span.line > 0) text += excerpt(layout, span, paint);
+    return text;
+}
+
+std::string remark_of(const Layout& layout, const Remark& remark) {
+    const std::string name = severity_name(remark.severity);
+    const std::string message = ": " + printable(remark.message);
+    if (remark.span.path.empty()) {
+        return '\n' + margin(layout, "", " = ") + painted(Paint::bold, name, layout.colour) +
+               message;
+    }
+    const Paint paint = paint_of(remark.severity);
+    return '\n' + painted(paint, name, layout.colour) + message +
+           place_of(layout, remark.span, paint);
+}
+
+// Annotations.
+
+// Escapes what ends or divides a workflow command.
+std::string escaped(std::string_view text, std::string_view specials) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string out;
+    for (const char c : text) {
+        if (specials.find(c) == std::string_view::npos) {
+            out += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        out += '%';
+        out += digits[byte >> 4U];
+        out += digits[byte & 15U];
+    }
+    return out;
+}
+
+std::string annotation(const Finding& finding) {
+    constexpr std::string_view in_text = "%\r\n";
+    constexpr std::string_view in_property = "%\r\n:,";
+    const Span& span = finding.span;
+    const std::string line = std::to_string(std::max(span.line, 1));
+    std::string text = finding.severity == Severity::error     ? "::error"
+                       : finding.severity == Severity::warning ? "::warning"
+                                                               : "::notice";
+    text += " title=" + escaped(finding.code, in_property);
+    if (!span.path.empty()) {
+        text += ",file=" + escaped(printable(span.path), in_property) + ",line=" + line +
+                ",endLine=" + line;
+    }
+    if (span.line > 0) {
+        text +=
+            ",col=" + std::to_string(span.column) + ",endColumn=" + std::to_string(span.end_column);
+    }
+    return text + "::" + escaped(printable(finding.message), in_text);
+}
+
+}  // namespace
+
+std::string severity_name(Severity severity) {
+    switch (severity) {
+    case Severity::help: return "help";
+    case Severity::note: return "note";
+    case Severity::warning: return "warning";
+    case Severity::error: break;
+    }
+    return "error";
+}
+
+std::optional<Format> format_of(std::string_view name) {
+    constexpr std::array<std::pair<std::string_view, Format>, 5> formats{
+        {{"text", Format::text},
+         {"short", Format::brief},
+         {"json", Format::json},
+         {"sarif", Format::sarif},
+         {"github", Format::github}}};
+    for (const auto& [known, format] : formats) {
+        if (known == name) return format;
+    }
+    return {};
+}
+
+std::string report_head(Format format) {
+    return format == Format::sarif ? sarif_head() : std::string();
+}
+
+std::string report_finding(Format format, const Finding& finding, bool first, bool colour) {
+    switch (format) {
+    case Format::text: return rendered(finding, colour) + "\n\n";
+    case Format::brief: return brief(finding) + '\n';
+    case Format::json: return json_finding(finding);
+    case Format::sarif: return sarif_finding(finding, first);
+    case Format::github: break;
+    }
+    return annotation(finding) + '\n';
+}
+
+std::string report_tail(Format format, const Summary& summary) {
+    if (format == Format::json) return json_summary(summary);
+    return format == Format::sarif ? sarif_tail(summary) : std::string();
+}
+
+std::string rendered(const Finding& finding, bool colour) {
+    int last_line = finding.span.line;
+    for (const Remark& remark : finding.remarks) last_line = std::max(last_line, remark.span.line);
+    const Layout layout{last_line > 0 ? std::to_string(last_line).size() : 1, colour};
+    const Paint paint = paint_of(finding.severity);
+    const std::string code = finding.code.empty() ? "" : '[' + finding.code + ']';
+    std::string text = painted(paint, severity_name(finding.severity) + code, colour) +
+                       painted(Paint::bold, ": " + printable(finding.message), colour) +
+                       place_of(layout, finding.span, paint);
+    const bool excerpt_ends = finding.span.line > 0 && !finding.remarks.empty();
+    if (excerpt_ends) text += '\n' + margin(layout, "", " |");
+    for (const Remark& remark : finding.remarks) text += remark_of(layout, remark);
+    return text;
+}
+
+std::string brief(const Finding& finding) {
+    std::string text = location(finding.span);
+    if (!text.empty()) text += ": ";
+    text += severity_name(finding.severity) + ": " + printable(finding.message);
+    if (!finding.code.empty()) text += " [" + finding.code + ']';
+    return text;
+}
 
 }  // namespace orvex::frontend
