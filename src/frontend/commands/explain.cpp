@@ -1,8 +1,104 @@
 #include "frontend/commands/explain.h"
 
+#include "frontend/findings/messages.h"
+#include "frontend/findings/paint.h"
+#include "frontend/findings/report.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace orvex::frontend {
 
-std::string explain(std::string_view, bool) { return {}; }
-std::string list_codes() { return {}; }
+namespace {
+
+constexpr std::size_t text_width = 80;
+
+// The blocks of an entry that are shown, and what stands above them.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 6> shown_blocks{{
+    {"wrong", "Wrong:"},
+    {"wrong-command", "Wrong, as a command that prints the model:"},
+    {"control", "Wrong control file:"},
+    {"corrected", "Corrected:"},
+    {"corrected-command", "Corrected, as a command that prints the model:"},
+    {"corrected-control", "Corrected control file:"},
+}};
+
+// A paragraph in lines that fit a terminal.
+std::string wrapped(std::string_view paragraph) {
+    std::string text;
+    std::size_t column = 0;
+    while (!paragraph.empty()) {
+        const std::size_t end = std::min(paragraph.find(' '), paragraph.size());
+        if (column > 0) {
+            const bool fits = column + 1 + end <= text_width;
+            text += fits ? ' ' : '\n';
+            column = fits ? column + 1 : 0;
+        }
+        text += paragraph.substr(0, end);
+        column += end;
+        paragraph.remove_prefix(std::min(end + 1, paragraph.size()));
+    }
+    return text + '\n';
+}
+
+std::string indented(std::string_view lines) {
+    std::string text;
+    while (!lines.empty()) {
+        const std::size_t end = std::min(lines.find('\n'), lines.size());
+        if (end > 0) text.append("    ").append(lines.substr(0, end));
+        text += '\n';
+        lines.remove_prefix(std::min(end + 1, lines.size()));
+    }
+    return text;
+}
+
+std::string under(std::string_view heading, std::string_view lines, bool colour) {
+    return '\n' + painted(Paint::bold, std::string(heading), colour) + "\n\n" + indented(lines);
+}
+
+std::string heading(const MessageEntry& entry, bool colour) {
+    const Severity level = level_of(entry);
+    const Paint paint = level == Severity::warning ? Paint::yellow : Paint::red;
+    return painted(paint, severity_name(level) + '[' + entry.code + ']', colour) +
+           painted(Paint::bold, ": " + title(entry), colour) + '\n';
+}
+
+}  // namespace
+
+std::string explain(std::string_view code, bool colour) {
+    const MessageEntry* entry = find_code(code);
+    if (entry == nullptr) return {};
+    std::string text =
+        heading(*entry, colour) + '\n' + wrapped(entry->cause) + '\n' + wrapped(entry->cure);
+    if (entry->ends != "finding") {
+        std::string lines;
+        for (const std::string& message : entry->messages) lines += message + '\n';
+        text += under("The translator's own words:", lines, colour);
+    }
+    if (!entry->unreachable.empty()) {
+        text += '\n' + wrapped("No model leads to this message: " + entry->unreachable + '.');
+    }
+    for (const auto& [kind, label] : shown_blocks) {
+        for (const Example& example : entry->examples) {
+            if (example.kind == kind) text += under(label, example.text, colour);
+        }
+    }
+    return text;
+}
+
+std::string list_codes() {
+    std::size_t width = 0;
+    for (const MessageEntry& entry : message_index()) width = std::max(width, entry.code.size());
+    std::string text;
+    for (const MessageEntry& entry : message_index()) {
+        std::string code = entry.code;
+        code.resize(width + 2, ' ');
+        std::string level = severity_name(level_of(entry));
+        level.resize(9, ' ');
+        text += code + level + title(entry) + '\n';
+    }
+    return text;
+}
 
 }  // namespace orvex::frontend

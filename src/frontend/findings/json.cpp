@@ -1,11 +1,186 @@
 #include "frontend/findings/json.h"
 
+#include "frontend/findings/messages.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
 namespace orvex::frontend {
 
-std::string json_finding(const Finding&) { return {}; }
-std::string json_summary(const Summary&) { return {}; }
-std::string sarif_head() { return {}; }
-std::string sarif_finding(const Finding&, bool) { return {}; }
-std::string sarif_tail(const Summary&) { return {}; }
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string dumped(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// JSON lines.
+
+// A list of one span, or of none. The file as a whole is shown as the start of its first line.
+Json spans_of(const Span& span, bool primary) {
+    Json spans = Json::array();
+    if (span.path.empty()) return spans;
+    const int line = std::max(span.line, 1);
+    spans.push_back({{"path", span.path},
+                     {"line", line},
+                     {"column", span.column},
+                     {"end_line", line},
+                     {"end_column", span.end_column},
+                     {"byte_start", span.begin},
+                     {"byte_end", span.end},
+                     {"primary", primary},
+                     {"text", span.text}});
+    return spans;
+}
+
+// SARIF.
+
+// A byte of a path in a URI.
+void append_encoded(std::string& uri, char c) {
+    constexpr std::string_view kept =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    if (kept.find(c) != std::string_view::npos) {
+        uri += c;
+        return;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    uri += '%';
+    uri += digits[byte >> 4U];
+    uri += digits[byte & 15U];
+}
+
+// A path relative to the current folder where it lies below that, as those who show a report refuse others.
+std::string relative_path(const std::string& path) {
+    std::error_code none;
+    std::string folder = path.starts_with('/') ? std::filesystem::current_path(none).string() : ".";
+    if (!folder.ends_with('/')) folder += '/';
+    return path.starts_with(folder) ? path.substr(folder.size()) : path;
+}
+
+// A finding without a path is one of the run, and stands at the current folder: each result has a place.
+std::string uri_of(const std::string& path) {
+    const std::string relative = relative_path(path);
+    std::string uri = relative.starts_with('/') ? "file://" : "";
+    for (const char c : relative) append_encoded(uri, c);
+    return uri.empty() ? "." : uri;
+}
+
+Json location_of(const Span& span) {
+    Json region = {{"startLine", std::max(span.line, 1)}};
+    if (span.line > 0) {
+        region["startColumn"] = span.column;
+        region["endColumn"] = std::max(span.end_column, span.column);
+    }
+    return {{"physicalLocation",
+             {{"artifactLocation", {{"uri", uri_of(span.path)}}}, {"region", region}}}};
+}
+
+// A number that stays when the finding moves to another line of its file (64 bits, FNV-1a).
+std::string fingerprint(const Finding& finding) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const std::string& part :
+         {finding.code, relative_path(finding.span.path), finding.span.text}) {
+        for (const char c : part + '\n') {
+            hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+        }
+    }
+    std::string text;
+    for (unsigned shift = 64; shift > 0; shift -= 4) {
+        text += "0123456789abcdef"[(hash >> (shift - 4)) & 15U];
+    }
+    return text;
+}
+
+std::string sarif_level(Severity severity) {
+    return severity == Severity::help ? "note" : severity_name(severity);
+}
+
+Json rules() {
+    Json list = Json::array();
+    for (const MessageEntry& entry : message_index()) {
+        list.push_back({{"id", entry.code},
+                        {"shortDescription", {{"text", title(entry)}}},
+                        {"fullDescription", {{"text", entry.cause}}},
+                        {"help", {{"text", entry.cure}}},
+                        {"defaultConfiguration", {{"level", sarif_level(level_of(entry))}}}});
+    }
+    return list;
+}
+
+}  // namespace
+
+std::string json_finding(const Finding& finding) {
+    Json json = {{"version", 1},
+                 {"type", "finding"},
+                 {"severity", severity_name(finding.severity)},
+                 {"code", finding.code},
+                 {"message", finding.message},
+                 {"spans", spans_of(finding.span, true)},
+                 {"children", Json::array()},
+                 {"rendered", rendered(finding, false)}};
+    for (const Remark& remark : finding.remarks) {
+        json["children"].push_back({{"severity", severity_name(remark.severity)},
+                                    {"message", remark.message},
+                                    {"spans", spans_of(remark.span, false)}});
+    }
+    return dumped(json) + '\n';
+}
+
+std::string json_summary(const Summary& summary) {
+    return dumped({{"version", 1},
+                   {"type", "summary"},
+                   {"files", summary.files},
+                   {"errors", summary.errors},
+                   {"warnings", summary.warnings},
+                   {"more", summary.more},
+                   {"status", summary.status}}) +
+           '\n';
+}
+
+std::string sarif_head() {
+    const Json driver = {{"name", "orvex"},
+                         {"version", ORVEX_VERSION},
+                         {"semanticVersion", ORVEX_VERSION},
+                         {"rules", rules()}};
+    return "{\"$schema\":\"https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
+           "sarif-schema-2.1.0.json\",\n\"version\":\"2.1.0\",\n\"runs\":[{\"tool\":{\"driver\":" +
+           dumped(driver) + "},\n\"columnKind\":\"unicodeCodePoints\",\n\"results\":[\n";
+}
+
+std::string sarif_finding(const Finding& finding, bool first) {
+    std::string message = finding.message;
+    Json related = Json::array();
+    for (const Remark& remark : finding.remarks) {
+        if (remark.span.path.empty()) {
+            message += '\n' + severity_name(remark.severity) + ": " + remark.message;
+            continue;
+        }
+        Json location = location_of(remark.span);
+        location["message"] = {{"text", remark.message}};
+        related.push_back(location);
+    }
+    Json json = {{"ruleId", finding.code}};
+    const std::vector<MessageEntry>& index = message_index();
+    if (const MessageEntry* entry = find_code(finding.code)) {
+        json["ruleIndex"] = entry - index.data();
+    }
+    json["level"] = sarif_level(finding.severity);
+    json["message"] = {{"text", message}};
+    json["locations"] = Json::array({location_of(finding.span)});
+    if (!related.empty()) json["relatedLocations"] = related;
+    json["partialFingerprints"] = {{"orvexLine/v1", fingerprint(finding)}};
+    return (first ? "" : ",\n") + dumped(json);
+}
+
+std::string sarif_tail(const Summary& summary) {
+    const Json invocation = {{"executionSuccessful", summary.status < 2},
+                             {"exitCode", summary.status}};
+    return "\n],\n\"invocations\":[" + dumped(invocation) + "]}]}\n";
+}
 
 }  // namespace orvex::frontend

@@ -345,6 +345,11 @@ std::string plain_words(std::string_view message,
     return text;
 }
 
+Severity level_of(const MessageEntry& entry) {
+    const bool warning = entry.level == "warning" || entry.ends == "listing";
+    return warning ? Severity::warning : Severity::error;
+}
+
 std::string title(const MessageEntry& entry) {
     std::string text;
     for (const std::string& message : entry.messages) {

@@ -50,6 +50,9 @@ std::optional<Recognised> recognise(std::string_view message);
 // small, names in back quotes, no full stop at its end.
 std::string plain_words(std::string_view message, const std::map<std::string, std::string>& values);
 
+// What a finding with the entry's code is, before the options have their say.
+Severity level_of(const MessageEntry& entry);
+
 // The message of an entry in plain words, with <name> for what differs.
 std::string title(const MessageEntry& entry);
 

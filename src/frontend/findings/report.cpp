@@ -1,6 +1,7 @@
 #include "frontend/findings/report.h"
 
 #include "frontend/findings/json.h"
+#include "frontend/findings/paint.h"
 
 #include <algorithm>
 #include <array>
@@ -73,17 +74,6 @@ std::string printable(std::string_view text) {
         shown += character == "\t" ? " " : character;
     }
     return shown;
-}
-
-// Colours.
-
-enum class Paint { plain, bold, red, yellow, green, cyan, blue };
-
-std::string painted(Paint paint, const std::string& text, bool colour) {
-    constexpr std::array<std::string_view, 7> codes{
-        "", "\x1b[1m", "\x1b[1;31m", "\x1b[1;33m", "\x1b[1;32m", "\x1b[1;36m", "\x1b[1;34m"};
-    if (!colour || paint == Paint::plain) return text;
-    return std::string(codes.at(static_cast<std::size_t>(paint))) + text + "\x1b[0m";
 }
 
 Paint paint_of(Severity severity) {

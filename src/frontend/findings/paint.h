@@ -1,0 +1,13 @@
+// Colours of a terminal.
+#pragma once
+
+#include <string>
+
+namespace orvex::frontend {
+
+enum class Paint { plain, bold, red, yellow, green, cyan, blue };
+
+// The text in a colour, all of them bold; unchanged where `colour` is off.
+std::string painted(Paint paint, const std::string& text, bool colour);
+
+}  // namespace orvex::frontend
