@@ -1,7 +1,314 @@
 #include "frontend/commands/check.h"
 
+#include "frontend/commands/diagnose.h"
+#include "frontend/commands/warnings.h"
+#include "frontend/findings/messages.h"
+#include "frontend/findings/spelling.h"
+#include "frontend/reading/generator.h"
+#include "frontend/reading/header.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+
 namespace orvex::frontend {
 
-Checked check(const Source&, const Options&, const std::string&, const Workplace&) { return {}; }
+namespace {
+
+// The input with what must not be translated turned into comments: byte for byte as long as the file, so
+// that lines and offsets stay what they are.
+struct Input {
+    std::string bytes;
+    std::vector<bool> silenced;       // for each line; [0] is not used
+    std::vector<std::string> names;   // of the models that are left, in their order
+    std::vector<std::size_t> models;  // and their index in source.models
+};
+
+struct Search {
+    const Source& source;
+    const Options& options;
+    const std::string& program;
+    const Workplace& place;
+    Input input;
+    Checked checked;
+    std::size_t errors = 0;
+};
+
+const SourceLine& line_of(const Source& source, int line) {
+    return source.lines[static_cast<std::size_t>(line) - 1];
+}
+
+// Turns a line into a comment. False where it is one already.
+bool silence(Search& search, int line) {
+    const auto index = static_cast<std::size_t>(line);
+    if (search.input.silenced[index] || line_of(search.source, line).text.empty()) return false;
+    search.input.silenced[index] = true;
+    search.input.bytes[line_of(search.source, line).offset] = '*';
+    return true;
+}
+
+void add_error(Search& search, std::string code, std::string message, Span span,
+               std::string help = {}) {
+    Finding finding{Severity::error, std::move(code), std::move(message), std::move(span), {}};
+    if (help.empty()) help = as_help(find_code(finding.code)->cure);
+    finding.remarks.push_back({Severity::help, std::move(help), {}});
+    search.checked.findings.push_back(std::move(finding));
+}
+
+// Whether a model's name can be that of its outputs; says why not.
+bool accept_name(Search& search, const ModelText& model, std::map<std::string, int>& lines) {
+    const std::string quoted = "`" + model.name + "`";
+    const Span span = record_span(search.source, model.line);
+    if (model.name.empty() ||
+        model.name.find_first_of(std::string_view("/\0", 2)) != std::string::npos) {
+        add_error(search, "model-slash", "model name " + quoted + " is no file name", span);
+        return false;
+    }
+    const auto [first, is_new] = lines.emplace(model.name, model.line);
+    if (is_new) return true;
+    add_error(search, "model-twice", "model " + quoted + " stands in the file twice", span);
+    search.checked.findings.back().remarks.insert(
+        search.checked.findings.back().remarks.begin(),
+        {Severity::note, "the first one is here", record_span(search.source, first->second)});
+    return false;
+}
+
+std::string upper(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return text;
+}
+
+// Chooses the models to be translated, and silences the others.
+void choose_models(Search& search) {
+    const std::string wanted = upper(search.options.model);
+    std::map<std::string, int> lines;
+    std::vector<std::string> all;
+    for (std::size_t i = 0; i < search.source.models.size(); ++i) {
+        const ModelText& model = search.source.models[i];
+        all.push_back(model.name);
+        const bool asked = wanted.empty() || wanted == model.name;
+        const bool taken = asked && accept_name(search, model, lines);
+        search.checked.left_out.push_back(!taken);
+        if (taken) {
+            search.input.names.push_back(model.name);
+            search.input.models.push_back(i);
+        } else {
+            silence(search, model.line);
+        }
+    }
+    const bool found = std::find(all.begin(), all.end(), wanted) != all.end();
+    if (!wanted.empty() && !found) {
+        const std::string near = nearest(wanted, all);
+        add_error(search, "model-unknown", "no model is named `" + search.options.model + "`",
+                  span_of(search.source, 0, 0, 0),
+                  near.empty() ? std::string() : "did you mean `" + near + "`?");
+    }
+}
+
+// The file's name without its folder and its extension, with that of the file that the host's program writes.
+std::string usual_put_file(const std::string& path) {
+    std::string name = path.substr(path.rfind('/') + 1);
+    if (path == "<stdin>") name = "stdin";
+    if (const std::size_t dot = name.rfind('.'); dot != std::string::npos && dot > 0)
+        name.resize(dot);
+    return name + ".scr";
+}
+
+RunResult translate(const Search& search, std::string_view input) {
+    const Options& options = search.options;
+    const RunSettings settings{
+        options.put_file.empty() ? usual_put_file(search.source.path) : options.put_file,
+        options.time, options.first_model, options.first_constraint};
+    return run_translator(search.program, search.place, input, search.input.names, settings);
+}
+
+// What the system kept the translator from: a full disk, an unreadable file.
+void add_system_messages(Search& search, std::string_view text) {
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (const auto known = recognise(line)) {
+            add_error(search, known->entry->code, plain_words(line, known->values),
+                      span_of(search.source, 0, 0, 0));
+        }
+    }
+}
+
+void take_models(Search& search, const RunResult& run) {
+    for (std::size_t i = 0; i < run.models.size(); ++i) {
+        if (run.models[i].complete) {
+            search.checked.models.push_back({search.input.models[i], run.models[i]});
+        }
+    }
+}
+
+// How the translator shows a line: cut to 255 columns, without blanks at its end.
+std::string_view shown(std::string_view line) {
+    line = line.substr(0, 255);
+    return line.substr(0, line.find_last_not_of(' ') + 1);
+}
+
+// The line that an overflow stopped at. Its report replaces the numbered lines, so it is the first line with the text of the
+// last record, at or behind the one of the last statement.
+int overflow_line(const Search& search, const Fault& fault, std::string_view last_record) {
+    const ModelText& model = search.source.models[fault.model];
+    int line = model.line + 1;
+    for (const Statement& statement : read_generator(fault.generator)) {
+        if (statement.line == 0) continue;
+        line = std::max(line, file_line(search.source, statement.line, search.checked.left_out));
+    }
+    while (line < model.last && shown(line_of(search.source, line).text) != last_record) ++line;
+    return line;
+}
+
+int last_line_read(const Search& search, const Fault& fault, const RunResult& run) {
+    const Header header = read_header(
+        fault.header, lines_before(search.source, fault.model, search.checked.left_out));
+    if (header.last_line != 0) {
+        return file_line(search.source, header.last_line, search.checked.left_out);
+    }
+    return overflow_line(search, fault, run.last_record);
+}
+
+bool is_record(LineKind kind) { return kind != LineKind::blank && kind != LineKind::comment; }
+
+int record_above(const Search& search, int line) {
+    do {
+        --line;
+    } while (line > 1 && (!is_record(line_of(search.source, line).kind) ||
+                          search.input.silenced[static_cast<std::size_t>(line)]));
+    return line;
+}
+
+// The translator reads the record behind an entry of one field before it enters the entry's name. So when a
+// name is refused, the input is tried once more without the last record read: if the fault is still
+// there, it is that of the record above.
+int failing_line(const Search& search, const std::string& message, int last) {
+    const auto known = recognise(message);
+    if (!known ||
+        !(known->entry->code.starts_with("addsym") || known->entry->code == "chrfld-long")) {
+        return last;
+    }
+    const std::string input =
+        search.input.bytes.substr(0, line_of(search.source, last).offset) + "$OFFTEXT\n";
+    const RunResult run = translate(search, input);
+    return run.failed && run.message == message ? record_above(search, last) : last;
+}
+
+// The last line that goes with a failing record: its block, its continuations, or, where nothing behind it
+// can be judged any more, the rest of the model.
+int last_to_silence(const Search& search, const Finding& finding, int line) {
+    const Source& source = search.source;
+    const auto model = std::find_if(source.models.begin(), source.models.end(),
+                                    [&](const ModelText& text) { return text.last >= line; });
+    const int end = model == source.models.end() ? line : model->last - (model->closed ? 1 : 0);
+    const bool is_keyword = line_of(source, line).kind == LineKind::keyword;
+    const std::string record = record_of(line_of(source, line).text);
+    const bool table_is_full = finding.code == "addsym-full" || finding.code == "sloop-full";
+    const bool is_end = is_keyword && finding.code.starts_with("keyword") &&
+                        meant_keyword(first_word(record).substr(1)) == "OFFTEXT";
+    if (table_is_full || is_end) return end;
+    if (line_of(source, line).kind == LineKind::continuation) return line;
+    int last = line;
+    for (int next = line + 1; next <= end; ++next) {
+        const SourceLine& candidate = line_of(source, next);
+        const bool belongs =
+            is_keyword ? candidate.block == line : candidate.kind == LineKind::continuation;
+        if (belongs) last = next;
+        if (!belongs && is_record(candidate.kind)) break;
+    }
+    return last;
+}
+
+bool silence_record(Search& search, const Finding& finding, int line) {
+    const int last = last_to_silence(search, finding, line);
+    bool any = false;
+    for (int next = line; next <= last; ++next) {
+        if (is_record(line_of(search.source, next).kind)) any = silence(search, next) || any;
+    }
+    return any;
+}
+
+// Whether the fault is only that a name is not known whose line was made a comment.
+bool is_consequence(const Search& search, const Finding& finding, const std::string& message) {
+    if (finding.code != "addsym-undeclared" && finding.code != "chksym-unknown") return false;
+    const auto known = recognise(message);
+    const std::string& name = known->values.at("name");
+    for (std::size_t i = 0; i < search.source.lines.size(); ++i) {
+        const int line = static_cast<int>(i) + 1;
+        if (search.input.silenced[i + 1] && line != finding.span.line &&
+            find_word(line_of(search.source, line).text, name) != std::string_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Fault fault_of(const Search& search, const RunResult& run) {
+    const std::size_t index = run.models.size() - 1;
+    Fault fault{run.message, search.input.models[index], 0, run.models[index].generator,
+                run.models[index].header};
+    fault.line = failing_line(search, run.message, last_line_read(search, fault, run));
+    return fault;
+}
+
+// One error more: true when the file is to be translated again.
+bool add_fault(Search& search, const RunResult& run) {
+    if (run.models.empty() || run.models.size() > search.input.models.size()) return false;
+    const Fault fault = fault_of(search, run);
+    Finding finding = diagnose(search.source, search.checked.left_out, fault);
+    const bool consequence = is_consequence(search, finding, run.message);
+    if (!consequence && search.options.max_errors != 0 &&
+        search.errors == search.options.max_errors) {
+        search.checked.more = true;
+        return false;
+    }
+    const bool again = silence_record(search, finding, fault.line);
+    if (!consequence) {
+        search.checked.findings.push_back(std::move(finding));
+        ++search.errors;
+    }
+    return again;
+}
+
+// The names of models with errors are not judged: some of their lines were left out.
+void add_warnings(Search& search, const RunResult& last_run) {
+    warn_of_lines(search.source, search.checked.left_out, search.checked.findings);
+    for (std::size_t i = 0; i < last_run.models.size(); ++i) {
+        const std::size_t index = search.input.models[i];
+        const ModelText& model = search.source.models[index];
+        const auto from = search.input.silenced.begin() + model.line;
+        const bool changed = std::find(from, from + (model.last - model.line) + 1, true) !=
+                             from + (model.last - model.line) + 1;
+        if (changed || !last_run.models[i].complete) continue;
+        warn_of_names(
+            search.source,
+            read_economy(search.source, index, search.checked.left_out, last_run.models[i]),
+            search.checked.findings);
+    }
+    apply_levels(search.options, search.checked.findings);
+}
+
+}  // namespace
+
+Checked check(const Source& source, const Options& options, const std::string& program,
+              const Workplace& place) {
+    Search search{source, options, program, place, {source.bytes, {}, {}, {}}, {}, 0};
+    search.input.silenced.resize(source.lines.size() + 1);
+    choose_models(search);
+    RunResult run;
+    if (!search.input.names.empty()) {
+        run = translate(search, search.input.bytes);
+        add_system_messages(search, run.err);
+        take_models(search, run);
+        while (run.failed && add_fault(search, run)) run = translate(search, search.input.bytes);
+    }
+    add_warnings(search, run);
+    std::stable_sort(search.checked.findings.begin(), search.checked.findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
+    return std::move(search.checked);
+}
 
 }  // namespace orvex::frontend
