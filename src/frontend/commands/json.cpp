@@ -1,9 +1,133 @@
 #include "frontend/commands/json.h"
 
+#include "frontend/commands/info.h"
+
+#include <cstddef>
+#include <nlohmann/json.hpp>
+
 namespace orvex::frontend {
 
-std::string as_utf8(std::string_view text) { return std::string(text); }
-std::string info_json(const Economy&, std::string_view) { return {}; }
-std::string graph_json(const Graph&) { return {}; }
+namespace {
+
+using nlohmann::ordered_json;
+
+// The length of the character of UTF-8 that begins at `at`; 0 where none does.
+std::size_t character_length(std::string_view text, std::size_t at) {
+    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char first = byte(at);
+    if (first < 0x80) return 1;
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || at + length > text.size()) return 0;
+    for (std::size_t i = at + 1; i < at + length; ++i)
+        if (byte(i) < 0x80 || byte(i) > 0xBF) return 0;
+    // What has a shorter form, is half of a pair of UTF-16, or lies behind the last character.
+    const unsigned char second = byte(at + 1);
+    const bool forbidden = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
+                           (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
+    return forbidden ? 0 : length;
+}
+
+bool is_utf8(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = character_length(text, at);
+        if (length == 0) return false;
+        at += length;
+    }
+    return true;
+}
+
+// The order of Flow in graph.h.
+std::string_view flow_word(Flow flow) {
+    switch (flow) {
+    case Flow::makes: return "makes";
+    case Flow::uses: return "uses";
+    case Flow::demands: return "demands";
+    case Flow::endows: return "endows";
+    case Flow::taxes: return "taxes";
+    case Flow::sets: return "sets";
+    }
+    return {};
+}
+
+std::string line_of(const ordered_json& object) {
+    return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + '\n';
+}
+
+// A number that may be unknown.
+ordered_json known(int number, int unknown) {
+    return number == unknown ? ordered_json() : ordered_json(number);
+}
+
+ordered_json texts(const std::vector<std::string>& list) {
+    ordered_json result = ordered_json::array();
+    for (const std::string& text : list) result.push_back(as_utf8(text));
+    return result;
+}
+
+std::string id(std::size_t node) { return 'n' + std::to_string(node + 1); }
+
+}  // namespace
+
+std::string as_utf8(std::string_view text) {
+    const bool latin1 = !is_utf8(text);
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F) {
+            result += ' ';
+        } else if (latin1 && byte >= 0x80) {
+            result += static_cast<char>(0xC0 | (byte >> 6));
+            result += static_cast<char>(0x80 | (byte & 0x3F));
+        } else {
+            result += c;
+        }
+    }
+    return result;
+}
+
+std::string info_json(const Economy& economy, std::string_view path) {
+    ordered_json names = ordered_json::array();
+    for (const Name* name : ordered_names(economy)) {
+        names.push_back({{"name", as_utf8(name->name)},
+                         {"kind", kind_name(name->kind)},
+                         {"dimension", known(name->dimension, -1)},
+                         {"arguments", texts(name->arguments)},
+                         {"description", as_utf8(name->description)},
+                         {"declared", known(name->declared, 0)},
+                         {"references", name->references}});
+    }
+    return line_of({{"version", 1},
+                    {"type", "model"},
+                    {"model", as_utf8(economy.model)},
+                    {"path", as_utf8(path)},
+                    {"line", economy.line},
+                    {"names", names},
+                    {"constraints", texts(economy.constraints)}});
+}
+
+std::string graph_json(const Graph& graph) {
+    ordered_json nodes = ordered_json::array();
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        const Node& node = graph.nodes[i];
+        nodes.push_back({{"id", id(i)},
+                         {"name", node.name},
+                         {"kind", kind_name(node.kind)},
+                         {"label", node.label},
+                         {"description", node.description},
+                         {"constraint", node.constraint}});
+    }
+    ordered_json edges = ordered_json::array();
+    for (const Edge& edge : graph.edges) {
+        edges.push_back({{"from", id(edge.from)},
+                         {"to", id(edge.to)},
+                         {"flow", flow_word(edge.flow)},
+                         {"label", edge.label}});
+    }
+    return line_of({{"version", 1},
+                    {"type", "graph"},
+                    {"model", graph.model},
+                    {"nodes", nodes},
+                    {"edges", edges}});
+}
 
 }  // namespace orvex::frontend

@@ -1,0 +1,179 @@
+#include "frontend/commands/graphviz.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace orvex::frontend {
+
+namespace {
+
+struct FlowStyle {
+    std::string_view word;
+    std::string_view colour;  // of a palette that the colour-blind can tell apart
+    std::string_view attributes;
+};
+
+FlowStyle style_of(Flow flow) {
+    switch (flow) {
+    case Flow::makes: return {"makes", "#0072B2", "arrowhead=normal, penwidth=1.6"};
+    case Flow::uses: return {"uses", "#B34700", "arrowhead=vee"};
+    case Flow::demands: return {"demands", "#00704F", "arrowhead=onormal"};
+    case Flow::endows: return {"endows", "#8F4A76", "arrowhead=empty, penwidth=1.6"};
+    case Flow::taxes: return {"taxes", "#000000", "arrowhead=diamond, style=dotted"};
+    case Flow::sets: return {"sets", "#666666", "arrowhead=open, style=dashed"};
+    }
+    return {};
+}
+
+constexpr std::array<Flow, 6> flows = {Flow::makes,  Flow::uses,  Flow::demands,
+                                       Flow::endows, Flow::taxes, Flow::sets};
+
+std::string_view node_attributes(Kind kind) {
+    switch (kind) {
+    case Kind::sector: return "shape=box, fillcolor=\"#DCE9F5\"";
+    case Kind::commodity: return "shape=ellipse, fillcolor=\"#FFFFFF\"";
+    case Kind::consumer: return "shape=hexagon, fillcolor=\"#FBE6CF\"";
+    default: return "shape=diamond, fillcolor=\"#EEEEEE\"";
+    }
+}
+
+// A text in double quotes, as it stands in a label: Graphviz reads backslashes and entities there.
+std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') result += '\\';
+        result += c;
+        if (c == '&') result += "amp;";
+    }
+    return result + '"';
+}
+
+// The parts of a label under each other.
+std::string quoted_lines(std::string_view label) {
+    std::string result = quoted(label);
+    for (std::size_t at = result.find("; "); at != std::string::npos; at = result.find("; ", at))
+        result.replace(at, 2, "\\n");
+    return result;
+}
+
+// The words for the arrows that occur, each in its colour.
+std::string key(const Graph& graph) {
+    std::string words;
+    for (const Flow flow : flows) {
+        bool occurs = false;
+        for (const Edge& edge : graph.edges) occurs = occurs || edge.flow == flow;
+        if (!occurs) continue;
+        const FlowStyle style = style_of(flow);
+        words += words.empty() ? "" : "&#160;&#160; ";
+        words += "<font color=\"" + std::string(style.colour) + "\">" + std::string(style.word) +
+                 "</font>";
+    }
+    return words;
+}
+
+void put_node(const Node& node, std::size_t number, std::string& out) {
+    out += "    n" + std::to_string(number) + " [label=" + quoted(node.label) + ", ";
+    out += node_attributes(node.kind);
+    if (node.constraint) out += ", peripheries=2";
+    const std::string kind(kind_name(node.kind));
+    out += ", tooltip=" + quoted(node.description.empty() ? kind : kind + ": " + node.description) +
+           "];\n";
+}
+
+void put_edge(const Edge& edge, std::string& out) {
+    const FlowStyle style = style_of(edge.flow);
+    out += "    n" + std::to_string(edge.from + 1) + " -> n" + std::to_string(edge.to + 1) + " [";
+    if (!edge.label.empty()) out += "label=" + quoted_lines(edge.label) + ", ";
+    const std::string colour = quoted(style.colour);
+    out += "color=" + colour + ", fontcolor=" + colour + ", " + std::string(style.attributes) +
+           ", tooltip=" + quoted(style.word) + "];\n";
+}
+
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Closer>;
+
+std::string whole(std::FILE* file) {
+    std::string text;
+    std::array<char, 65536> part = {};
+    std::rewind(file);
+    while (const std::size_t n = std::fread(part.data(), 1, part.size(), file))
+        text.append(part.data(), n);
+    return text;
+}
+
+// Starts dot on files and waits for it: its status, or -1 with errno set where it cannot be
+// started. With files there is no pipe that fills up while the other end waits.
+int run_dot(std::FILE* in, std::FILE* out, std::FILE* err) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fileno(in), STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, fileno(out), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, fileno(err), STDERR_FILENO);
+    std::string program = "dot";
+    std::string format = "-Tsvg";
+    std::array<char*, 3> arguments = {program.data(), format.data(), nullptr};
+    pid_t child = 0;
+    const int error =
+        posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        errno = error;
+        return -1;
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0)
+        if (errno != EINTR) return -1;
+    return status;
+}
+
+}  // namespace
+
+std::string dot_text(const Graph& graph) {
+    std::string out = "digraph " + quoted(graph.model) + " {\n";
+    out +=
+        "    graph [rankdir=LR, nodesep=0.35, ranksep=0.7, fontname=\"Helvetica\", fontsize=11,"
+        "\n           labelloc=b, label=<" +
+        key(graph) + ">];\n";
+    out +=
+        "    node [fontname=\"Helvetica\", fontsize=12, style=filled, color=\"#444444\"];\n"
+        "    edge [fontname=\"Helvetica\", fontsize=9, arrowsize=0.8];\n\n";
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) put_node(graph.nodes[i], i + 1, out);
+    out += '\n';
+    for (const Edge& edge : graph.edges) put_edge(edge, out);
+    return out + "}\n";
+}
+
+bool draw_svg(const std::string& dot, std::string& svg, std::string& reason) {
+    const File in(std::tmpfile());
+    const File out(std::tmpfile());
+    const File err(std::tmpfile());
+    if (!in || !out || !err || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
+        std::fflush(in.get()) != 0) {
+        reason = std::string("no temporary file: ") + std::strerror(errno);
+        return false;
+    }
+    std::rewind(in.get());
+    const int status = run_dot(in.get(), out.get(), err.get());
+    if (status == -1) {
+        reason = errno == ENOENT ? "Graphviz's `dot` is not installed (Debian: graphviz)"
+                                 : std::string("Graphviz's `dot`: ") + std::strerror(errno);
+        return false;
+    }
+    svg = whole(out.get());
+    if (status == 0 && !svg.empty()) return true;
+    const std::string said = whole(err.get());
+    reason = "Graphviz's `dot` failed: " + said.substr(0, said.find('\n'));
+    return false;
+}
+
+}  // namespace orvex::frontend
