@@ -25,9 +25,10 @@ struct Statement {
     int line = 0;   // in the translator's count; 0 where it does not fit the columns (above 99999)
     int level = 0;  // open levels around it: two blanks each
     Form form = Form::other;
-    std::string label;                   // "$PROD", "O", "A", "Q", "R.TL"; no colon
-    std::string name;                    // of name, head, more
-    std::vector<std::string> arguments;  // of name, head, more: `S`, `T+1`, `"US"`
+    std::string label;  // "$PROD", "O", "A", "Q", "R.TL"; no colon
+    std::string name;   // of name, head, more
+    std::vector<std::string>
+        arguments;          // of name, head, more: `S`, `T+1`, `"US"`; of loop: its sets
     std::string value;      // of value: the number or expression; of option: all behind "$"
     std::string condition;  // of a statement in an IF of its own, of loop, guard, condition
 };

@@ -1,12 +1,210 @@
 #include "frontend/reading/source.h"
 
+#include "frontend/reading/bytes.h"
+
+#include <algorithm>
+#include <unistd.h>
+
 namespace orvex::frontend {
 
-std::string record_of(std::string_view line) { return std::string(line); }
-void split_source(Source&) {}
-bool read_source(const std::string&, Source&) { return false; }
-int file_line(const Source&, int, const std::vector<bool>&) { return 0; }
-int column_of(std::string_view, std::size_t) { return 1; }
-std::size_t find_word(std::string_view, std::string_view, std::size_t) { return 0; }
+namespace {
+
+constexpr std::size_t columns = 255;  // what the translator reads of a line
+constexpr std::size_t keyword_columns = 12;
+constexpr std::size_t longest_model_name = 31;
+constexpr std::string_view model_keyword = "$MODEL:";
+constexpr std::string_view end_keyword = "$OFFTEXT";
+
+bool is_blank_byte(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+bool is_name_byte(char c) {
+    return (c >= '0' && c <= '9') || (upper(c) >= 'A' && upper(c) <= 'Z') || c == '_';
+}
+
+// Does the text begin with the word, which is in upper case?
+bool begins_with(std::string_view text, std::string_view word) {
+    return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                    [](char a, char b) { return a == upper(b); });
+}
+
+// The keyword of a record that begins with "$", without the "$", or nothing where it has no colon.
+std::string_view keyword_of(std::string_view record) {
+    const std::string_view text = record.substr(1, keyword_columns);
+    const auto colon = text.find(':');
+    return colon == std::string_view::npos ? std::string_view()
+                                           : without_trailing_blanks(text.substr(0, colon));
+}
+
+std::string model_name(std::string_view line) {
+    std::string name(line.substr(0, columns).substr(model_keyword.size()));
+    std::replace(name.begin(), name.end(), '\r', ' ');
+    name.erase(0, std::min(name.find_first_not_of(" \t"), name.size()));
+    name.resize(std::min(name.size(), longest_model_name));
+    name.resize(without_trailing_blanks(name).size());
+    make_upper(name);
+    return name;
+}
+
+// Gives the lines of one source their kinds, one after the other.
+class Sorter {
+  public:
+    explicit Sorter(Source& source) : source_(source) {}
+
+    void next(SourceLine& line) {
+        ++number_;
+        if (!in_model_) {
+            if (begins_with(line.text, model_keyword)) open(line);
+        } else {
+            sort(line);
+        }
+    }
+
+    void end() {
+        if (in_model_) source_.models.back().last = number_;
+    }
+
+  private:
+    void open(SourceLine& line) {
+        line.kind = LineKind::model;
+        source_.models.push_back({model_name(line.text), number_, number_, false});
+        in_model_ = true;
+        in_algebra_ = false;
+        block_ = 0;
+    }
+
+    void sort(SourceLine& line) {
+        const std::string_view read = line.text.substr(0, columns);
+        line.block = block_;
+        if (std::all_of(read.begin(), read.end(), is_blank_byte)) {
+            line.kind = LineKind::blank;
+        } else if (read.front() == '*') {
+            line.kind = LineKind::comment;
+        } else if (in_algebra_ && is_algebra(read)) {
+            line.kind = LineKind::algebra;
+        } else if (read.front() == '$') {
+            open_block(line);
+        } else {
+            line.kind = read.front() == '+' ? LineKind::continuation : LineKind::entry;
+        }
+    }
+
+    // The body ends with its first ";", or in front of a keyword.
+    bool is_algebra(std::string_view read) {
+        const bool last = read.substr(0, read.find('!')).find(';') != std::string_view::npos;
+        const bool outside = !last && read.front() == '$';
+        in_algebra_ = !last && !outside;
+        return !outside;
+    }
+
+    void open_block(SourceLine& line) {
+        line.kind = LineKind::keyword;
+        line.block = block_ = number_;
+        if (begins_with(line.text, end_keyword)) {
+            source_.models.back().last = number_;
+            source_.models.back().closed = true;
+            in_model_ = false;
+        } else {
+            in_algebra_ = keyword_of(record_of(line.text)) == "CONSTRAINT";
+        }
+    }
+
+    Source& source_;
+    int number_ = 0;
+    int block_ = 0;
+    bool in_model_ = false;
+    bool in_algebra_ = false;
+};
+
+// Number of bytes of the character of UTF-8 at the front of the text, or 0 where there is none.
+std::size_t character_length(std::string_view text) {
+    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char first = at(0);
+    if (first < 0x80) return 1;
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || text.size() < length) return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((at(i) & 0xC0U) != 0x80) return 0;
+    }
+    const bool overlong = (first == 0xE0 && at(1) < 0xA0) || (first == 0xF0 && at(1) < 0x90);
+    const bool no_character = (first == 0xED && at(1) > 0x9F) || (first == 0xF4 && at(1) > 0x8F);
+    return overlong || no_character ? 0 : length;
+}
+
+bool equal_letters(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [](char x, char y) { return upper(x) == upper(y); });
+}
+
+}  // namespace
+
+std::string record_of(std::string_view line) {
+    line = line.substr(0, columns);
+    std::string record(line.substr(0, line.find('!')));
+    std::replace_if(record.begin(), record.end(), is_blank_byte, ' ');
+    record.resize(without_trailing_blanks(record).size());
+    make_upper(record);
+    return record;
+}
+
+void split_source(Source& source) {
+    source.lines.clear();
+    source.models.clear();
+    source.lines.reserve(
+        static_cast<std::size_t>(std::count(source.bytes.begin(), source.bytes.end(), '\n')) + 1);
+    Sorter sorter(source);
+    std::string_view rest = source.bytes;
+    while (!rest.empty()) {
+        const std::size_t offset = source.bytes.size() - rest.size();
+        std::string_view text = take_line(rest);
+        if (text.ends_with('\r')) text.remove_suffix(1);
+        sorter.next(source.lines.emplace_back(SourceLine{text, offset, LineKind::outside, 0}));
+    }
+    sorter.end();
+}
+
+bool read_source(const std::string& file, Source& source) {
+    const bool complete =
+        file == "-" ? read_all(STDIN_FILENO, source.bytes) : read_file(file, source.bytes);
+    if (complete) split_source(source);
+    return complete;
+}
+
+int file_line(const Source& source, int number, const std::vector<bool>& left_out) {
+    if (number < 1) return 0;
+    for (std::size_t i = 0; i < source.models.size(); ++i) {
+        if (i < left_out.size() && left_out[i]) continue;
+        const ModelText& model = source.models[i];
+        const int counted = model.last - model.line;
+        if (number <= counted) return model.line + number;
+        number -= counted;
+    }
+    return 0;
+}
+
+int column_of(std::string_view line, std::size_t at) {
+    at = std::min(at, line.size());
+    int characters = 0;
+    for (std::size_t i = 0; i < line.size();) {
+        const std::size_t length = character_length(line.substr(i));
+        if (length == 0) return static_cast<int>(at) + 1;
+        if (i + length <= at) ++characters;
+        i += length;
+    }
+    return characters + 1;
+}
+
+std::size_t find_word(std::string_view line, std::string_view word, std::size_t from) {
+    line = line.substr(0, line.find('!'));
+    if (word.empty()) return std::string_view::npos;
+    for (std::size_t at = from; at + word.size() <= line.size(); ++at) {
+        if (!equal_letters(line.substr(at, word.size()), word)) continue;
+        const std::size_t end = at + word.size();
+        const bool joined_before = at > 0 && is_name_byte(line[at - 1]) && is_name_byte(word[0]);
+        const bool joined_behind =
+            end < line.size() && is_name_byte(line[end]) && is_name_byte(word.back());
+        if (!joined_before && !joined_behind) return at;
+    }
+    return std::string_view::npos;
+}
 
 }  // namespace orvex::frontend

@@ -1,13 +1,323 @@
 #include "frontend/reading/translator.h"
 
+#include "frontend/reading/bytes.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#ifdef __APPLE__
+#include <mach-o/dyld.h>
+#endif
+
+extern char** environ;
+
 namespace orvex::frontend {
 
-Workplace::Workplace() = default;
-Workplace::~Workplace() = default;
-std::string find_translator(const std::string& given) { return given; }
-RunResult run_translator(const std::string&, const Workplace&, std::string_view,
-                         const std::vector<std::string>&, const RunSettings&) {
-    return {};
+namespace {
+
+// The files of a run in its folder, beside the outputs, which all end in .GEN and .HDR.
+constexpr char control_file[] = "control";
+constexpr char input_file[] = "input";
+constexpr char error_file[] = "error";
+constexpr char out_file[] = "out";
+constexpr char err_file[] = "err";
+
+constexpr std::size_t longest_value = 255;  // of an entry of the control file
+constexpr std::size_t longest_number = 4;
+
+std::string reason_of(int error) { return std::strerror(error); }
+
+void write_file(const std::string& path, std::string_view bytes) {
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (file < 0) throw StartFailure{"cannot write " + path + ": " + reason_of(errno)};
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) {
+            const int error = count < 0 ? errno : ENOSPC;
+            ::close(file);
+            throw StartFailure{"cannot write " + path + ": " + reason_of(error)};
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    if (::close(file) != 0 && errno != EINTR)
+        throw StartFailure{"cannot write " + path + ": " + reason_of(errno)};
+}
+
+// Removes the files of a folder.
+void empty_folder(const std::string& path) {
+    DIR* const folder = ::opendir(path.c_str());
+    if (folder == nullptr) return;
+    while (const dirent* const entry = ::readdir(folder)) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") ::unlinkat(::dirfd(folder), entry->d_name, 0);
+    }
+    ::closedir(folder);
+}
+
+// Leaves a folder empty on every way out of a run.
+class Cleaner {
+  public:
+    explicit Cleaner(const std::string& path) : path_(path) {}
+    ~Cleaner() { empty_folder(path_); }
+    Cleaner(const Cleaner&) = delete;
+    Cleaner(Cleaner&&) = delete;
+    Cleaner& operator=(const Cleaner&) = delete;
+    Cleaner& operator=(Cleaner&&) = delete;
+
+  private:
+    const std::string& path_;
+};
+
+void add_text(std::string& control, std::string_view label, const std::string& value,
+              const char* meaning) {
+    if (value.empty()) return;
+    if (value.size() > longest_value)
+        throw StartFailure{std::string("the ") + meaning + " is longer than 255 characters"};
+    if (value.find_first_of(std::string_view("\n\r\0", 3)) != std::string::npos)
+        throw StartFailure{std::string("the ") + meaning + " holds a line end or a NUL"};
+    control.append(label).append(" ").append(value).append("\n");
+}
+
+void add_number(std::string& control, std::string_view label, int value, const char* meaning) {
+    if (value == 0) return;
+    const std::string digits = std::to_string(value);
+    if (digits.size() > longest_number)
+        throw StartFailure{std::string("the ") + meaning + " has more than four characters"};
+    control.append(label).append(" ").append(digits).append("\n");
+}
+
+std::string control_text(const RunSettings& settings) {
+    std::string control;
+    control.append("INP ").append(input_file).append("\nERR ").append(error_file).append("\n");
+    add_text(control, "SCR", settings.put_file, "path of the put file");
+    add_text(control, "TIM", settings.time, "time stamp");
+    add_number(control, "NMO", settings.first_model, "starting number of the models");
+    add_number(control, "NCO", settings.first_constraint, "starting number of the constraints");
+    return control;
+}
+
+// What the new process does before it becomes the translator.
+class SpawnPlan {
+  public:
+    explicit SpawnPlan(const std::string& folder) {
+        check(::posix_spawn_file_actions_init(&actions_));
+        check(::posix_spawnattr_init(&attributes_));
+        check(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
+        add_open(STDIN_FILENO, "/dev/null", O_RDONLY);
+        add_open(STDOUT_FILENO, out_file, O_WRONLY | O_CREAT | O_TRUNC);
+        add_open(STDERR_FILENO, err_file, O_WRONLY | O_CREAT | O_TRUNC);
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        ::posix_spawnattr_setsigmask(&attributes_, &signals);
+        ::sigaddset(&signals, SIGPIPE);
+        ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    ~SpawnPlan() {
+        ::posix_spawn_file_actions_destroy(&actions_);
+        ::posix_spawnattr_destroy(&attributes_);
+    }
+    SpawnPlan(const SpawnPlan&) = delete;
+    SpawnPlan(SpawnPlan&&) = delete;
+    SpawnPlan& operator=(const SpawnPlan&) = delete;
+    SpawnPlan& operator=(SpawnPlan&&) = delete;
+
+    pid_t start(const std::string& program) const {
+        std::string name = program;
+        std::string argument = control_file;
+        char* const words[] = {name.data(), argument.data(), nullptr};
+        pid_t process = 0;
+        const int error =
+            ::posix_spawn(&process, program.c_str(), &actions_, &attributes_, words, environ);
+        if (error != 0) throw StartFailure{"cannot run " + program + ": " + reason_of(error)};
+        return process;
+    }
+
+  private:
+    static void check(int error) {
+        if (error != 0) throw StartFailure{"cannot start a process: " + reason_of(error)};
+    }
+    void add_open(int descriptor, const char* path, int flags) {
+        check(::posix_spawn_file_actions_addopen(&actions_, descriptor, path, flags, 0600));
+    }
+
+    posix_spawn_file_actions_t actions_{};
+    posix_spawnattr_t attributes_{};
+};
+
+// Runs the program in the folder, where a control file stands, and returns how it ended.
+int run_in(const std::string& folder, const std::string& program) {
+    // Whoever started this program may have told it to ignore the end of its children.
+    static const auto before = std::signal(SIGCHLD, SIG_DFL);
+    static_cast<void>(before);
+    const pid_t process = SpawnPlan(folder).start(program);
+    int status = 0;
+    while (::waitpid(process, &status, 0) < 0) {
+        if (errno != EINTR)
+            throw StartFailure{"cannot wait for " + program + ": " + reason_of(errno)};
+    }
+    return status;
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+// The words of a stream as one line.
+std::string words_of(std::string_view text) {
+    std::string words;
+    while (!text.empty()) {
+        const std::string_view line = trimmed(take_line(text));
+        if (line.empty()) continue;
+        if (!words.empty()) words += ' ';
+        words += line;
+    }
+    return words;
+}
+
+void expect_orderly_end(const std::string& program, int status, const RunResult& result) {
+    if (WIFSIGNALED(status))
+        throw StartFailure{program + " was ended by signal " + std::to_string(WTERMSIG(status))};
+    if (WEXITSTATUS(status) != 0) {
+        const std::string words = words_of(result.err);
+        throw StartFailure{program + " ended with status " + std::to_string(WEXITSTATUS(status)) +
+                           (words.empty() ? "" : ": " + words)};
+    }
+    if (const std::string words = words_of(result.out); !words.empty()) throw StartFailure{words};
+}
+
+// The report has ten lines, of which the fourth is the message and the eighth the last line read.
+void read_report(std::string_view report, RunResult& result) {
+    result.failed = true;
+    for (int number = 1; !report.empty(); ++number) {
+        const std::string_view line = take_line(report);
+        if (number == 4) result.message = line;
+        if (number == 8) result.last_record = line;
+    }
+}
+
+// Reads the outputs of one model. False where the run did not come to its end.
+bool read_model(const std::string& stem, ModelOutput& model) {
+    const bool generated = read_file(stem + ".GEN", model.generator);
+    const bool headed = read_file(stem + ".HDR", model.header);
+    // The last line of a header file: the error block would stand behind it.
+    model.complete = generated && headed && model.header.ends_with(".INTEGER1=1;\n");
+    return model.complete;
+}
+
+void read_models(const std::string& folder, const std::vector<std::string>& names,
+                 RunResult& result) {
+    for (const std::string& name : names) {
+        ModelOutput model;
+        model.name = name;
+        const bool complete = read_model(folder + "/" + name, model);
+        if (!complete && model.generator.empty() && model.header.empty()) return;
+        result.models.push_back(std::move(model));
+        if (!complete) return;
+    }
+}
+
+std::string own_folder() {
+    std::string path(4096, '\0');
+#ifdef __APPLE__
+    auto size = static_cast<uint32_t>(path.size());
+    if (::_NSGetExecutablePath(path.data(), &size) != 0) return {};
+    path.resize(path.find('\0'));
+    if (char* const real = ::realpath(path.c_str(), nullptr)) {
+        path = real;
+        std::free(real);
+    }
+#else
+    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+    path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+#endif
+    return path.substr(0, path.find_last_of('/') + 1);
+}
+
+// A path that also holds in another working folder.
+std::string absolute(const std::string& path) {
+    char* const real = ::realpath(path.c_str(), nullptr);
+    if (real == nullptr) throw StartFailure{path + ": " + reason_of(errno)};
+    const std::string result = real;
+    std::free(real);
+    return result;
+}
+
+bool is_program(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           ::access(path.c_str(), X_OK) == 0;
+}
+
+std::string given_program(const std::string& given) {
+    std::string path = absolute(given);
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+        throw StartFailure{given + " is not a program"};
+    if (::access(path.c_str(), X_OK) != 0) throw StartFailure{given + ": " + reason_of(errno)};
+    return path;
+}
+
+}  // namespace
+
+Workplace::Workplace() {
+    const char* const parent = std::getenv("TMPDIR");
+    path_ = parent == nullptr || *parent == '\0' ? "/tmp" : parent;
+    path_ += "/orvex-XXXXXX";
+    if (::mkdtemp(path_.data()) == nullptr) {
+        path_.resize(path_.find_last_of('/'));
+        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " + reason_of(errno)};
+    }
+    if (path_.front() != '/') path_ = absolute(path_);
+}
+
+Workplace::~Workplace() {
+    empty_folder(path_);
+    ::rmdir(path_.c_str());
+}
+
+std::string find_translator(const std::string& given) {
+    if (!given.empty()) return given_program(given);
+    const std::string name = "orvexpp";
+    if (std::string path = own_folder() + name; path != name && is_program(path)) return path;
+    const char* const folders = std::getenv("PATH");
+    std::string_view rest = folders == nullptr ? "" : folders;
+    while (!rest.empty()) {
+        const auto end = rest.find(':');
+        std::string path(rest.substr(0, end));
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+        path += path.empty() ? "./" + name : "/" + name;
+        if (is_program(path)) return absolute(path);
+    }
+    throw StartFailure{"the translator orvexpp is neither beside this program nor along PATH"};
+}
+
+RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
+                         const std::vector<std::string>& names, const RunSettings& settings) {
+    const std::string& folder = place.path();
+    const Cleaner cleaner(folder);
+    write_file(folder + "/" + control_file, control_text(settings));
+    write_file(folder + "/" + input_file, input);
+    const int status = run_in(folder, program);
+    RunResult result;
+    read_file(folder + "/" + out_file, result.out);
+    read_file(folder + "/" + err_file, result.err);
+    expect_orderly_end(program, status, result);
+    std::string report;
+    if (read_file(folder + "/" + error_file, report)) read_report(report, result);
+    read_models(folder, names, result);
+    return result;
 }
 
 }  // namespace orvex::frontend

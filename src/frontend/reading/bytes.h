@@ -1,0 +1,41 @@
+// Bytes of files and letters of texts, as the reading routines share them.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// All that can be read from a descriptor. False, with errno set, where reading fails.
+bool read_all(int descriptor, std::string& bytes);
+
+// A whole file. False, with errno set, where it cannot be opened or read.
+bool read_file(const std::string& path, std::string& bytes);
+
+// Only the letters a to z have an upper case, as for the translator.
+inline char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+inline void make_upper(std::string& text) {
+    std::transform(text.begin(), text.end(), text.begin(), upper);
+}
+
+inline std::string_view without_trailing_blanks(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+inline std::string_view without_blanks_around(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view()
+                                           : without_trailing_blanks(text.substr(first));
+}
+
+// Takes the first line off a text, which is not empty, and its LF with it.
+inline std::string_view take_line(std::string_view& text) {
+    const auto end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return line;
+}
+
+}  // namespace orvex::frontend
