@@ -64,19 +64,30 @@ std::string quoted_lines(std::string_view label) {
     return result;
 }
 
-// The words for the arrows that occur, each in its colour.
+// What stands under the picture: the model, and the words for the arrows that occur, each in its
+// colour. This is the one text with markup, in which the same characters need entities.
 std::string key(const Graph& graph) {
-    std::string words;
+    std::string text = "<br/><b>";
+    for (const char c : graph.model) {
+        if (c == '<')
+            text += "&lt;";
+        else if (c == '>')
+            text += "&gt;";
+        else if (c == '&')
+            text += "&amp;";
+        else
+            text += c;
+    }
+    text += "</b>";
     for (const Flow flow : flows) {
         bool occurs = false;
         for (const Edge& edge : graph.edges) occurs = occurs || edge.flow == flow;
         if (!occurs) continue;
         const FlowStyle style = style_of(flow);
-        words += words.empty() ? "" : "&#160;&#160; ";
-        words += "<font color=\"" + std::string(style.colour) + "\">" + std::string(style.word) +
-                 "</font>";
+        text += "&#160;&#160; <font color=" + quoted(style.colour) + ">" + std::string(style.word) +
+                "</font>";
     }
-    return words;
+    return text;
 }
 
 void put_node(const Node& node, std::size_t number, std::string& out) {
