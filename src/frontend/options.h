@@ -31,7 +31,7 @@ struct Options {
     bool error_on_warnings = false;
 
     // How files are read and translated.
-    int jobs = 1;
+    int jobs = 1;  // at once
     std::string stdin_filename = "<stdin>";
     std::string model;     // only the model of this name
     std::string program;   // --translator: path of orvexpp
@@ -58,8 +58,11 @@ struct ParsedCommandLine {
     bool done = false;  // print and end
     int status = 0;     // 0: help or version on standard output; 2: wrong use
     std::string text;   // help, version, or the message of a wrong use (without "error: ")
+    std::string hint;   // of a wrong use: what to do instead
 };
 
+// Options may stand before and after the command; --help wins over all that is wrong. Of a wrong use the
+// options say at least the command, where that is known, and the format that is asked for.
 ParsedCommandLine parse_command_line(int argc, char** argv);
 
 }  // namespace orvex::frontend
