@@ -17,8 +17,8 @@ constexpr std::size_t ahead = 4;
 struct Line {
     std::mutex mutex;
     std::condition_variable changed;
-    std::size_t next = 0;   // the first index that no thread has taken
-    std::size_t taken = 0;  // done() was called for all below
+    std::size_t next = 0;     // the first index that no thread has taken
+    std::size_t taken = 0;    // done() was called for all below
     std::vector<char> ready;  // a ring of the indices from `taken` on
     std::exception_ptr failure;
 };

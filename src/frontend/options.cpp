@@ -23,22 +23,29 @@ struct CommandRow {
 };
 
 constexpr std::array commands = {
-    CommandRow{Command::translate, "translate", "[OPTION...] FILE...",
-               "write the generator and header files of all models",
-               "Translates every model of each file, and puts its generator file (MODEL.GEN) and header\n"
-               "file (MODEL.HDR) into place. A file that would not change is not touched, and a model with\n"
-               "an error leaves nothing new. \"-\" is standard input.\n"},
-    CommandRow{Command::check, "check", "[OPTION...] FILE|FOLDER...", "show all errors and warnings",
-               "Shows what is wrong in each file, all errors and not only the first, and leaves no output.\n"
+    CommandRow{
+        Command::translate, "translate", "[OPTION...] FILE...",
+        "write the generator and header files of all models",
+        "Translates every model of each file, and puts its generator file (MODEL.GEN) and header\n"
+        "file (MODEL.HDR) into place. A file that would not change is not touched, and a model "
+        "with\n"
+        "an error leaves nothing new. \"-\" is standard input.\n"},
+    CommandRow{Command::check, "check", "[OPTION...] FILE|FOLDER...",
+               "show all errors and warnings",
+               "Shows what is wrong in each file, all errors and not only the first, and leaves no "
+               "output.\n"
                "A folder is searched for *.zlm files. \"-\" is standard input.\n"},
     CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
                "Lists the names of each model with kind, dimension, description, declaration and\n"
                "references.\n"},
-    CommandRow{Command::graph, "graph", "[OPTION...] FILE...", "draw each model as a picture",
-               "Draws each model: its sectors, commodities, consumers and auxiliary variables, and what is\n"
-               "made, used, demanded, endowed and taxed. For most formats the picture is a text.\n"},
+    CommandRow{
+        Command::graph, "graph", "[OPTION...] FILE...", "draw each model as a picture",
+        "Draws each model: its sectors, commodities, consumers and auxiliary variables, and what "
+        "is\n"
+        "made, used, demanded, endowed and taxed. For most formats the picture is a text.\n"},
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
-               "Says what a message means and what to do, with a wrong and a corrected example. CODE is the\n"
+               "Says what a message means and what to do, with a wrong and a corrected example. "
+               "CODE is the\n"
                "word in brackets of the message.\n"},
     CommandRow{Command::codes, "codes", "", "list the codes of all messages",
                "Lists the codes of all messages, each with its message.\n"},
@@ -65,7 +72,7 @@ const std::vector<std::string> level_names = {"off", "warning", "error"};
 constexpr int most_jobs = 256;
 constexpr int most_errors = 1'000'000;
 constexpr int most_depth = 1'000'000;
-constexpr int highest_counter = 9999;     // the control file gives a counter four columns
+constexpr int highest_counter = 9999;       // the control file gives a counter four columns
 constexpr std::size_t longest_value = 255;  // of a line of the control file
 
 // "a, b or c".
@@ -309,17 +316,18 @@ std::string help_of(Command command) {
         }
     }
     text += option_line("-h,--help", "", "this text");
-    text += "\nexit status: 0 nothing wrong, 1 errors found, 2 wrong use, or something that cannot be\n"
-            "read, written or run\n";
+    text +=
+        "\nexit status: 0 nothing wrong, 1 errors found, 2 wrong use, or something that cannot be\n"
+        "read, written or run\n";
     return text;
 }
 
 // The words of a command line, and the options that CLI11 found in it.
 struct Words {
-    std::vector<std::string> plain;                                  // the command and its files
-    std::vector<std::string> unknown;                                // options that there are not
+    std::vector<std::string> plain;    // the command and its files
+    std::vector<std::string> unknown;  // options that there are not
     std::vector<std::pair<std::string, std::vector<std::string>>> options;  // long name, values
-    std::string wrong;                                               // what CLI11 says
+    std::string wrong;                                                      // what CLI11 says
 };
 
 // Options that stand in the table twice, for different commands, are one to CLI11.
@@ -389,9 +397,9 @@ void refuse(ParsedCommandLine& parsed, std::string text, std::string hint = "") 
     parsed.hint = std::move(hint);
     if (!parsed.hint.empty()) return;
     const Command command = parsed.options.command;
-    parsed.hint = command == Command::none
-                      ? "`orvex --help` lists the commands"
-                      : std::string("`orvex ") + row_of(command).name + " --help` lists the options";
+    parsed.hint = command == Command::none ? "`orvex --help` lists the commands"
+                                           : std::string("`orvex ") + row_of(command).name +
+                                                 " --help` lists the options";
 }
 
 // A wrong use is to be told in the format that is asked for, even where the rest is wrong.
@@ -461,7 +469,8 @@ void look_over(ParsedCommandLine& parsed) {
         return;
     }
     if (options.files.empty()) {
-        refuse(parsed, options.command == Command::explain ? "no code is given" : "no file is given");
+        refuse(parsed,
+               options.command == Command::explain ? "no code is given" : "no file is given");
     }
     if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
         refuse(parsed, "`-` is given twice, but standard input can be read once only");

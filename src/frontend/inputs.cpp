@@ -1,0 +1,51 @@
+#include "frontend/inputs.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace orvex::frontend {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void search(const fs::path& folder, std::vector<std::string>& found) {
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const fs::path& path = entry->path();
+        if (path.filename().string().starts_with('.')) continue;
+        std::error_code ignored;
+        if (entry->is_directory(ignored)) {
+            if (!entry->is_symlink(ignored)) search(path, found);
+        } else if (path.extension() == ".zlm") {
+            found.push_back(path.string());
+        }
+    }
+    if (error) found.push_back(folder.string());
+}
+
+}  // namespace
+
+bool is_folder(const std::string& path) {
+    std::error_code ignored;
+    return path != "-" && fs::is_directory(path, ignored);
+}
+
+std::vector<std::string> expand_folders(const std::vector<std::string>& paths) {
+    std::vector<std::string> files;
+    for (const std::string& path : paths) {
+        if (!is_folder(path)) {
+            files.push_back(path);
+            continue;
+        }
+        std::vector<std::string> found;
+        search(path, found);
+        if (found.empty()) throw UsageError{"no *.zlm file in `" + path + "`", ""};
+        std::sort(found.begin(), found.end());
+        files.insert(files.end(), found.begin(), found.end());
+    }
+    return files;
+}
+
+}  // namespace orvex::frontend
