@@ -64,21 +64,22 @@ std::string quoted_lines(std::string_view label) {
     return result;
 }
 
-// What stands under the picture: the model, and the words for the arrows that occur, each in its
+// What stands under the picture: the model, where it has a name, and the words for the arrows that occur, each in its
 // colour. This is the one text with markup, in which the same characters need entities.
 std::string key(const Graph& graph) {
-    std::string text = "<br/><b>";
+    std::string name;
     for (const char c : graph.model) {
         if (c == '<')
-            text += "&lt;";
+            name += "&lt;";
         else if (c == '>')
-            text += "&gt;";
+            name += "&gt;";
         else if (c == '&')
-            text += "&amp;";
+            name += "&amp;";
         else
-            text += c;
+            name += c;
     }
-    text += "</b>";
+    std::string text = "<br/>";
+    if (!name.empty()) text += "<b>" + name + "</b>";
     for (const Flow flow : flows) {
         bool occurs = false;
         for (const Edge& edge : graph.edges) occurs = occurs || edge.flow == flow;

@@ -1,5 +1,6 @@
 #include "frontend/commands/info.h"
 
+#include "frontend/findings/paint.h"
 #include "frontend/reading/source.h"
 
 #include <algorithm>
@@ -11,10 +12,11 @@ namespace {
 
 constexpr std::size_t page_width = 100;
 constexpr std::size_t widest_name = 32;
-constexpr std::size_t widest_description = 40;
+constexpr std::size_t widest_description = 44;
 
 // The columns of the table: name, line of the declaration, description, lines of the references.
 constexpr std::size_t column_count = 4;
+constexpr std::size_t number_column = 1;  // its cells stand to the right
 using Cells = std::array<std::string, column_count>;
 using Widths = std::array<std::size_t, column_count>;
 
@@ -68,9 +70,12 @@ void put_row(const Cells& cells, const Widths& widths, std::string& out) {
         for (std::size_t column = 0; column < column_count; ++column) {
             edge += 2;
             if (i < lines[column].size() && !lines[column][i].empty()) {
+                const std::string& text = lines[column][i];
+                std::size_t begin = edge;
+                if (column == number_column) begin += widths[column] - width_of(text);
                 const std::size_t width = width_of(line);
-                line.append(edge > width ? edge - width : 0, ' ');
-                line += lines[column][i];
+                line.append(begin > width ? begin - width : 0, ' ');
+                line += text;
             }
             edge += widths[column];
         }
@@ -107,24 +112,20 @@ Widths widths_for(const std::vector<const Name*>& names) {
     return widths;
 }
 
+// What is under the head of a section is indented. The host declares and describes the parameters
+// and sets.
 void put_section(const Section& section, const std::vector<const Name*>& names,
                  const Widths& widths, bool colour, std::string& out) {
-    bool first = true;
-    for (const Name* name : names) {
-        if (name->kind != section.kind) continue;
-        if (first) {
-            std::string head;
-            put_row({std::string(section.title), "Line", "Description", "Used in lines"}, widths,
-                    head);
-            head.erase(0, 2);  // what is under a head is indented
-            out += colour ? "\n\033[1m" : "\n";
-            out += head.substr(0, section.title.size());
-            out += colour ? "\033[0m  " : "  ";
-            out += head.substr(section.title.size());
-        }
-        first = false;
-        put_row(cells_of(*name), widths, out);
-    }
+    const bool of_host = section.kind == Kind::parameter || section.kind == Kind::set;
+    std::string rows;
+    for (const Name* name : names)
+        if (name->kind == section.kind) put_row(cells_of(*name), widths, rows);
+    if (rows.empty()) return;
+    std::string head;
+    put_row({"", of_host ? "" : "Line", of_host ? "" : "Description", "Used in lines"}, widths,
+            head);
+    out += '\n' + painted(Paint::bold, std::string(section.title), colour) +
+           head.substr(section.title.size()) + rows;
 }
 
 }  // namespace
@@ -151,16 +152,16 @@ std::string declared_form(const Name& name) {
 }
 
 std::string info_text(const Economy& economy, std::string_view path, bool colour) {
-    std::string out = colour ? "\033[1m" + economy.model + "\033[0m" : economy.model;
+    std::string out = painted(Paint::bold, economy.model, colour);
     out += "  " + std::string(path) + ':' + std::to_string(economy.line) + '\n';
     const std::vector<const Name*> names = ordered_names(economy);
     const Widths widths = widths_for(names);
     for (const Section& section : sections) put_section(section, names, widths, colour, out);
-    if (!economy.constraints.empty()) {
-        out += "\nWith a constraint:";
-        for (const std::string& name : economy.constraints) out += ' ' + name;
-        out += '\n';
-    }
+    if (economy.constraints.empty()) return out;
+    out += '\n' + painted(Paint::bold, "Constraints", colour) + '\n';
+    std::string list;
+    for (const std::string& name : economy.constraints) list += ' ' + name;
+    for (const std::string& line : wrapped(list, page_width - 2)) out += "  " + line + '\n';
     return out;
 }
 

@@ -1,7 +1,9 @@
 #include "frontend/commands/json.h"
 
 #include "frontend/commands/info.h"
+#include "frontend/reading/source.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>
 
@@ -11,32 +13,13 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// The length of the character of UTF-8 that begins at `at`; 0 where none does.
-std::size_t character_length(std::string_view text, std::size_t at) {
-    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = byte(at);
-    if (first < 0x80) return 1;
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || at + length > text.size()) return 0;
-    for (std::size_t i = at + 1; i < at + length; ++i)
-        if (byte(i) < 0x80 || byte(i) > 0xBF) return 0;
-    // What has a shorter form, is half of a pair of UTF-16, or lies behind the last character.
-    const unsigned char second = byte(at + 1);
-    const bool forbidden = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
-                           (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
-    return forbidden ? 0 : length;
-}
-
+// Characters above 7 bits take several bytes in UTF-8, and one byte where a text is not UTF-8.
 bool is_utf8(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = character_length(text, at);
-        if (length == 0) return false;
-        at += length;
-    }
-    return true;
+    const auto is_high = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    return std::none_of(text.begin(), text.end(), is_high) ||
+           static_cast<std::size_t>(column_of(text, text.size())) <= text.size();
 }
 
-// The order of Flow in graph.h.
 std::string_view flow_word(Flow flow) {
     switch (flow) {
     case Flow::makes: return "makes";
