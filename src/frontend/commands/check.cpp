@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string_view>
 
 namespace orvex::frontend {
@@ -231,19 +232,30 @@ bool silence_record(Search& search, const Finding& finding, int line) {
     return any;
 }
 
-// Whether the fault is only that a name is not known whose line was made a comment.
-bool is_consequence(const Search& search, const Finding& finding, const std::string& message) {
-    if (finding.code != "addsym-undeclared" && finding.code != "chksym-unknown") return false;
-    const auto known = recognise(message);
-    const std::string& name = known->values.at("name");
+// Whether a name stands on another line that was made a comment.
+bool is_silenced(const Search& search, std::string_view name, int but_for) {
     for (std::size_t i = 0; i < search.source.lines.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
-        if (search.input.silenced[i + 1] && line != finding.span.line &&
-            find_word(line_of(search.source, line).text, name) != std::string_view::npos) {
+        if (search.input.silenced[i + 1] && line != but_for &&
+            find_word(search.source.lines[i].text, name) != std::string_view::npos) {
             return true;
         }
     }
     return false;
+}
+
+// Whether the fault may be due only to lines that were made comments: a name that they would have declared is
+// not known, or was taken for what its first use makes it.
+bool is_consequence(const Search& search, const Finding& finding, const Fault& fault) {
+    static const std::set<std::string_view> of_names = {"addsym-undeclared", "chksym-unknown",
+                                                        "addsym-type", "addsym-dimension"};
+    if (!of_names.contains(finding.code)) return false;
+    const auto known = recognise(fault.message);
+    const std::string& name = known->values.at("name");
+    for (const Statement& statement : read_generator(fault.generator)) {
+        if (statement.form == Form::name && statement.name == name) return false;
+    }
+    return is_silenced(search, name, fault.line);
 }
 
 Fault fault_of(const Search& search, const RunResult& run) {
@@ -259,7 +271,7 @@ bool add_fault(Search& search, const RunResult& run) {
     if (run.models.empty() || run.models.size() > search.input.models.size()) return false;
     const Fault fault = fault_of(search, run);
     Finding finding = diagnose(search.source, search.checked.left_out, fault);
-    const bool consequence = is_consequence(search, finding, run.message);
+    const bool consequence = is_consequence(search, finding, fault);
     if (!consequence && search.options.max_errors != 0 &&
         search.errors == search.options.max_errors) {
         search.checked.more = true;

@@ -2,6 +2,7 @@
 
 #include "frontend/commands/diagnose.h"
 #include "frontend/findings/messages.h"
+#include "frontend/findings/spelling.h"
 
 #include <algorithm>
 #include <set>
@@ -143,12 +144,25 @@ Span block_of(const Source& source, const Economy& economy, const Name& name) {
     return place_of(source, economy, name);
 }
 
+// A declared name of the same kind that may have been meant.
+void suggest(const Economy& economy, const Name& name, Finding& finding) {
+    std::vector<std::string> declared;
+    for (const Name& other : economy.names) {
+        if (other.kind == name.kind && other.declared != 0) declared.push_back(other.name);
+    }
+    const std::string near = nearest(name.name, declared);
+    if (near.empty()) return;
+    finding.remarks.insert(finding.remarks.begin(),
+                           {Severity::help, "did you mean `" + near + "`?", {}});
+}
+
 void warn_of_name(const Source& source, const Economy& economy, const Uses& uses, const Name& name,
                   std::vector<Finding>& findings) {
     const std::string called = std::string(kind_name(name.kind)) + " " + quoted(name.name);
     const Span place = place_of(source, economy, name);
     if (name.declared == 0) {
         warn(findings, "name-undeclared", called + " is used and not declared", place);
+        suggest(economy, name, findings.back());
     } else if (!is_used(economy, name)) {
         warn(findings, "name-unused", called + " is declared and never used", place);
         return;
