@@ -95,6 +95,7 @@ class Reader {
         read_declarations();
         for (const Statement& statement : statements_) read_statement(statement);
         read_constraint_text();
+        order_names();
     }
 
   private:
@@ -141,6 +142,22 @@ class Reader {
         name->declared = lines_.in_file(statement.line);
         if (statement.form == Form::name) name->description = variable.description;
         set_arguments(*name, statement.arguments);
+        declared_.push_back(name);
+    }
+
+    // Declared names stand in the order of their declarations, the others behind them as listed.
+    void order_names() {
+        std::vector<Name> ordered;
+        ordered.reserve(economy_.names.size());
+        std::vector<bool> placed(economy_.names.size(), false);
+        for (Name* const name : declared_) {
+            placed[static_cast<std::size_t>(name - economy_.names.data())] = true;
+            ordered.push_back(std::move(*name));
+        }
+        for (std::size_t i = 0; i < placed.size(); ++i) {
+            if (!placed[i]) ordered.push_back(std::move(economy_.names[i]));
+        }
+        economy_.names = std::move(ordered);
     }
 
     static void set_arguments(Name& name, const std::vector<std::string>& arguments) {
@@ -271,6 +288,7 @@ class Reader {
     const std::vector<Statement> statements_;
     Economy& economy_;
     std::unordered_map<View, Name*> names_;
+    std::vector<Name*> declared_;
     std::size_t block_ = none;  // index of the open block
     int last_line_ = 0;         // of the record that was met last, in the file
 };
