@@ -73,7 +73,9 @@ std::string explain(std::string_view code, bool colour) {
         heading(*entry, colour) + '\n' + wrapped(entry->cause) + '\n' + wrapped(entry->cure);
     if (entry->ends != "finding") {
         std::string lines;
-        for (const std::string& message : entry->messages) lines += message + '\n';
+        for (const std::string& message : entry->messages) {
+            lines += message.substr(message.find_first_not_of(' ')) + '\n';
+        }
         text += under("The translator's own words:", lines, colour);
     }
     if (!entry->unreachable.empty()) {
