@@ -41,6 +41,13 @@ std::string read_file(const std::string& path) {
     return text.str();
 }
 
+std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+}
+
 Folder::Folder() {
     std::string name = (fs::temp_directory_path() / "orvex-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");

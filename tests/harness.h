@@ -43,4 +43,7 @@ class Folder {
 
 std::string read_file(const std::string& path);
 
+// The lines of a text, without their ends.
+std::vector<std::string> lines_of(const std::string& text);
+
 }  // namespace harness

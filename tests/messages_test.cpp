@@ -5,13 +5,14 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <ostream>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 using harness::Folder;
+using harness::lines_of;
 using std::string;
 
 namespace {
@@ -34,13 +35,6 @@ const std::regex fact_form(
     "(.+))");
 const std::regex block_kinds(
     "(wrong|corrected)(-command)?|(corrected-)?control|setup|run|stdout|model");
-
-std::vector<string> lines_of(const string& text) {
-    std::vector<string> lines;
-    std::istringstream in(text);
-    for (string line; std::getline(in, line);) lines.push_back(line);
-    return lines;
-}
 
 void read_fact(Entry& entry, const string& line) {
     std::smatch match;
