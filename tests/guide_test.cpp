@@ -1,0 +1,188 @@
+// docs/guide.md teaches by example. Each example is translated, and what the guide shows of the outputs is
+// compared with what the program writes. Also here: the links of all documents.
+//
+// The kind of a block of the guide stands behind its opening ```:
+//
+//     orvex NAME     a whole input, NAME.zlm
+//     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, NAME is m
+//     control        a control file, with which the last input is translated once more; the first time
+//                    is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
+//     output FILE    a piece of FILE; all its pieces, one after the other, are the whole of it
+//     part FILE      lines of FILE; "..." stands for those left out in between
+//
+// FILE is that of the last run which left one of this name. Lines are compared without trailing blanks. An
+// example translates without error, unless its error file is shown.
+#include "harness.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+struct Block {
+    string kind;  // empty for the lines between the blocks
+    string name;
+    string text;  // without trailing blanks
+    int line = 0;
+};
+
+struct Translation {
+    int line = 0;  // of what it translates, in the guide
+    std::map<string, string> files;
+    std::map<string, string> shown;  // of whole files, or empty
+};
+
+// The blocks of a document and the lines between them.
+std::vector<Block> read_document(const fs::path& path) {
+    static const std::regex trailing_blanks(" +$");
+    std::vector<Block> blocks(1);
+    int number = 0;
+    for (const string& line : harness::lines_of(harness::read_file(path.string()))) {
+        ++number;
+        if (!line.starts_with("```")) {
+            blocks.back().text += std::regex_replace(line, trailing_blanks, "") + "\n";
+        } else {
+            const std::size_t end = std::min(line.find(' '), line.size());
+            const string name = end < line.size() ? line.substr(end + 1) : "";
+            blocks.push_back({line.substr(3, end - 3), name, "", number + 1});
+        }
+    }
+    return blocks;
+}
+
+Translation translate(const Block& input, const string& control, int line) {
+    const harness::Folder folder;
+    const bool whole = !input.name.empty();
+    folder.write((whole ? input.name : "m") + ".zlm",
+                 whole ? input.text : "$MODEL:M\n" + input.text + "$OFFTEXT\n");
+    folder.write("run.ctl", control);
+    const harness::Result result = folder.run();
+    EXPECT_EQ(std::to_string(result.status) + result.out + result.err, "0");
+    Translation run = {line, folder.files(), {}};
+    for (auto& [name, text] : run.files) text = std::regex_replace(text, std::regex(" +\n"), "\n");
+    return run;
+}
+
+bool has_part(const string& file, const string& part) {
+    const string text = "\n" + file;
+    string piece = "\n";
+    std::size_t at = 0;
+    for (const string& line : harness::lines_of(part + "...")) {
+        if (line != "...") {
+            piece += line + "\n";
+            continue;
+        }
+        at = text.find(piece, at);
+        if (at == string::npos || piece == "\n") return false;
+        at += piece.size() - 1;
+        piece = "\n";
+    }
+    return true;
+}
+
+void show(std::vector<Translation>& runs, const Block& block) {
+    auto run = runs.rbegin();
+    while (run != runs.rend() && !run->files.contains(block.name)) ++run;
+    ASSERT_TRUE(run != runs.rend()) << "no example leaves " << block.name;
+    run->shown[block.name] += block.kind == "output" ? block.text : "";
+    EXPECT_TRUE(block.kind == "output" || has_part(run->files[block.name], block.text))
+        << "is no part of " << block.name << ":\n"
+        << run->files[block.name];
+}
+
+void expect_as_shown(const Translation& run) {
+    SCOPED_TRACE("docs/guide.md:" + std::to_string(run.line));
+    bool ends = false;
+    for (const auto& [name, text] : run.files) {
+        const bool is_error = name.ends_with(".err");
+        EXPECT_TRUE(!is_error || run.shown.contains(name)) << text;
+        ends = ends || is_error || text.find("\n$setglobal  n_models") != string::npos;
+    }
+    EXPECT_TRUE(ends) << "no complete model and no error";
+    for (const auto& [name, text] : run.shown) {
+        if (!text.empty()) {
+            EXPECT_EQ(run.files.at(name), text) << name;
+        }
+    }
+}
+
+TEST(Guide, Examples) {
+    static const std::set<string> others = {"", "sh", "console", "text", "make", "ninja", "yaml"};
+    std::vector<Translation> runs;
+    Block input;
+    for (const Block& block : read_document(DOCS_DIR "/guide.md")) {
+        SCOPED_TRACE("docs/guide.md:" + std::to_string(block.line));
+        if (block.kind == "orvex") {
+            input = block;
+            const string name = block.name.empty() ? "m" : block.name;
+            const string control =
+                std::regex_replace(string("INP @\nSCR @.scr\nERR @.err\n"), std::regex("@"), name);
+            runs.push_back(translate(input, control, block.line));
+        } else if (block.kind == "control") {
+            runs.push_back(translate(input, block.text, block.line));
+        } else if (block.kind == "output" || block.kind == "part") {
+            show(runs, block);
+        } else {
+            EXPECT_TRUE(others.contains(block.kind)) << "no such kind of block";
+        }
+    }
+    ASSERT_FALSE(runs.empty());
+    for (const Translation& run : runs) expect_as_shown(run);
+}
+
+// What a link calls the headings: small letters, "-" for a blank, no other punctuation.
+std::set<string> anchors_of(const fs::path& path) {
+    std::set<string> anchors;
+    for (const Block& block : read_document(path)) {
+        for (const string& line : harness::lines_of(block.kind.empty() ? block.text : "")) {
+            if (!line.starts_with("#")) continue;
+            string anchor = std::regex_replace(line, std::regex("^#+ |[^A-Za-z0-9_ -]"), "");
+            for (char& c : anchor) c = c == ' ' ? '-' : static_cast<char>(std::tolower(c));
+            anchors.insert(anchor);
+        }
+    }
+    return anchors;
+}
+
+// Follows the links of a document to files beside it and to headings, and counts them.
+int follow_links(const fs::path& document) {
+    static const std::regex link(R"(\]\(([^)#\s]*)(?:#([^)\s]*))?\))");
+    int links = 0;
+    for (const Block& block : read_document(document)) {
+        const string prose = block.kind.empty() ? block.text : "";
+        const string text = std::regex_replace(prose, std::regex("`[^`]*`"), "");
+        for (std::sregex_iterator at(text.begin(), text.end(), link), end; at != end; ++at) {
+            const string name = at->str(1);
+            if (name.find("://") != string::npos) continue;
+            const fs::path target = name.empty() ? document : document.parent_path() / name;
+            const bool leads = !(*at)[2].matched || anchors_of(target).contains(at->str(2));
+            EXPECT_TRUE(fs::exists(target) && leads) << document << ": " << at->str();
+            ++links;
+        }
+    }
+    return links;
+}
+
+TEST(Documents, LinksLeadSomewhere) {
+    int links = 0;
+    fs::recursive_directory_iterator file(fs::path(DOCS_DIR).parent_path());
+    for (; file != fs::recursive_directory_iterator(); ++file) {
+        const string name = file->path().filename();
+        if (file->is_directory() && (name == "build" || name.starts_with(".")))
+            file.disable_recursion_pending();
+        if (name.ends_with(".md")) links += follow_links(file->path());
+    }
+    EXPECT_GT(links, 0);
+}
+
+}  // namespace
