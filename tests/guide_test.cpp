@@ -14,7 +14,6 @@
 // example translates without error, unless its error file is shown.
 #include "harness.h"
 
-#include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -45,47 +44,41 @@ struct Translation {
 // The blocks of a document and the lines between them.
 std::vector<Block> read_document(const fs::path& path) {
     static const std::regex trailing_blanks(" +$");
+    static const std::regex fence("```(\\S*) ?(.*)");
     std::vector<Block> blocks(1);
     int number = 0;
     for (const string& line : harness::lines_of(harness::read_file(path.string()))) {
         ++number;
-        if (!line.starts_with("```")) {
-            blocks.back().text += std::regex_replace(line, trailing_blanks, "") + "\n";
+        std::smatch match;
+        if (std::regex_match(line, match, fence)) {
+            blocks.push_back({match[1], match[2], "", number + 1});
         } else {
-            const std::size_t end = std::min(line.find(' '), line.size());
-            const string name = end < line.size() ? line.substr(end + 1) : "";
-            blocks.push_back({line.substr(3, end - 3), name, "", number + 1});
+            blocks.back().text += std::regex_replace(line, trailing_blanks, "") + "\n";
         }
     }
     return blocks;
 }
 
-Translation translate(const Block& input, const string& control, int line) {
+Translation translate(const string& name, const string& input, const string& control, int line) {
     const harness::Folder folder;
-    const bool whole = !input.name.empty();
-    folder.write((whole ? input.name : "m") + ".zlm",
-                 whole ? input.text : "$MODEL:M\n" + input.text + "$OFFTEXT\n");
-    folder.write("run.ctl", control);
+    folder.write(name + ".zlm", input);
+    folder.write("run.ctl", std::regex_replace(control, std::regex("@"), name));
     const harness::Result result = folder.run();
     EXPECT_EQ(std::to_string(result.status) + result.out + result.err, "0");
     Translation run = {line, folder.files(), {}};
-    for (auto& [name, text] : run.files) text = std::regex_replace(text, std::regex(" +\n"), "\n");
+    for (auto& [file, text] : run.files) text = std::regex_replace(text, std::regex(" +\n"), "\n");
     return run;
 }
 
 bool has_part(const string& file, const string& part) {
+    static const std::regex gap("\\.\\.\\.\n");
     const string text = "\n" + file;
-    string piece = "\n";
     std::size_t at = 0;
-    for (const string& line : harness::lines_of(part + "...")) {
-        if (line != "...") {
-            piece += line + "\n";
-            continue;
-        }
-        at = text.find(piece, at);
-        if (at == string::npos || piece == "\n") return false;
-        at += piece.size() - 1;
-        piece = "\n";
+    for (std::sregex_token_iterator piece(part.begin(), part.end(), gap, -1), end; piece != end;
+         ++piece) {
+        at = text.find("\n" + piece->str(), at);
+        if (at == string::npos || piece->length() == 0) return false;
+        at += static_cast<std::size_t>(piece->length());
     }
     return true;
 }
@@ -119,17 +112,16 @@ void expect_as_shown(const Translation& run) {
 TEST(Guide, Examples) {
     static const std::set<string> others = {"", "sh", "console", "text", "make", "ninja", "yaml"};
     std::vector<Translation> runs;
-    Block input;
+    string name;
+    string input;
     for (const Block& block : read_document(DOCS_DIR "/guide.md")) {
         SCOPED_TRACE("docs/guide.md:" + std::to_string(block.line));
         if (block.kind == "orvex") {
-            input = block;
-            const string name = block.name.empty() ? "m" : block.name;
-            const string control =
-                std::regex_replace(string("INP @\nSCR @.scr\nERR @.err\n"), std::regex("@"), name);
-            runs.push_back(translate(input, control, block.line));
+            name = block.name.empty() ? "m" : block.name;
+            input = block.name.empty() ? "$MODEL:M\n" + block.text + "$OFFTEXT\n" : block.text;
+            runs.push_back(translate(name, input, "INP @\nSCR @.scr\nERR @.err\n", block.line));
         } else if (block.kind == "control") {
-            runs.push_back(translate(input, block.text, block.line));
+            runs.push_back(translate(name, input, block.text, block.line));
         } else if (block.kind == "output" || block.kind == "part") {
             show(runs, block);
         } else {
