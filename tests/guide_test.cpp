@@ -14,6 +14,7 @@
 // example translates without error, unless its error file is shown.
 #include "harness.h"
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -117,8 +118,9 @@ TEST(Guide, Examples) {
     for (const Block& block : read_document(DOCS_DIR "/guide.md")) {
         SCOPED_TRACE("docs/guide.md:" + std::to_string(block.line));
         if (block.kind == "orvex") {
-            name = block.name.empty() ? "m" : block.name;
-            input = block.name.empty() ? "$MODEL:M\n" + block.text + "$OFFTEXT\n" : block.text;
+            const bool whole = !block.name.empty();
+            name = whole ? block.name : "m";
+            input = whole ? block.text : "$MODEL:M\n" + block.text + "$OFFTEXT\n";
             runs.push_back(translate(name, input, "INP @\nSCR @.scr\nERR @.err\n", block.line));
         } else if (block.kind == "control") {
             runs.push_back(translate(name, input, block.text, block.line));
@@ -129,7 +131,7 @@ TEST(Guide, Examples) {
         }
     }
     ASSERT_FALSE(runs.empty());
-    for (const Translation& run : runs) expect_as_shown(run);
+    std::for_each(runs.begin(), runs.end(), expect_as_shown);
 }
 
 // What a link calls the headings: small letters, "-" for a blank, no other punctuation.
