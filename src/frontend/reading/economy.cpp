@@ -237,8 +237,8 @@ class Reader {
     // A name that first occurs in such an entry is listed with that number too.
     void move_first_reference(View word, int from, int to) {
         Name* const name = find(word);
-        if (name == nullptr || name->references.empty() || name->references.front() != from) return;
-        if (find_word(lines_.at(from).text, word) == View::npos) name->references.front() = to;
+        if (name == nullptr || name->references.empty()) return;
+        if (name->references.front() == from) name->references.front() = to;
     }
 
     std::vector<Field>* fields() {
