@@ -16,6 +16,11 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string program = ORVEXPP_EXE;
+#ifdef ORVEX_EXE
+const std::string front_end = ORVEX_EXE;
+#else
+const std::string front_end;
+#endif
 
 std::vector<char*> as_argv(const std::vector<std::string>& words) {
     std::vector<char*> argv;
@@ -84,7 +89,8 @@ Result Folder::run(const std::vector<std::string>& arguments,
 }
 
 Result Folder::shell(const std::string& command) const {
-    return run_command({"/usr/bin/env", "ORVEXPP=" + program, "/bin/sh", "-c", command});
+    return run_command(
+        {"/usr/bin/env", "ORVEXPP=" + program, "ORVEX=" + front_end, "/bin/sh", "-c", command});
 }
 
 Result Folder::run_command(const std::vector<std::string>& command) const {

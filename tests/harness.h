@@ -32,7 +32,7 @@ class Folder {
     Result run(const std::vector<std::string>& arguments = {"run.ctl"},
                const std::vector<std::string>& environment = {}) const;
 
-    // The same for a command of the shell, in which "$ORVEXPP" is the program.
+    // The same for a command of the shell, in which "$ORVEXPP" and "$ORVEX" are the programs.
     Result shell(const std::string& command) const;
 
   private:

@@ -11,8 +11,8 @@ namespace orvex::frontend {
 namespace {
 
 constexpr std::size_t page_width = 100;
-constexpr std::size_t widest_name = 32;
-constexpr std::size_t widest_description = 44;
+constexpr std::size_t widest_name = 28;
+constexpr std::size_t widest_description = 36;
 
 // The columns of the table: name, line of the declaration, description, lines of the references.
 constexpr std::size_t column_count = 4;
