@@ -222,7 +222,9 @@ void find_files(Session& session) {
         }
     }
     session.files.resize(session.paths.size());
-    for (const std::string& path : session.paths) add_file(session.inputs, path);
+    for (const std::string& path : session.paths) {
+        add_file(session.inputs, path == "-" ? "/dev/stdin" : path);
+    }
     std::vector<std::string> written;
     for (const auto& [format, path] : options.reports) written.push_back(path);
     if (!options.depfile.empty()) written.push_back(options.depfile);

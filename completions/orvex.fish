@@ -1,0 +1,59 @@
+# Completion of orvex for fish: put it into ~/.config/fish/completions.
+
+set -l commands translate check info graph explain codes
+
+function __orvex_codes
+    orvex codes 2>/dev/null | string replace -r ' .*' ''
+end
+
+function __orvex_levels
+    printf '%s\n' off warning error
+    for code in (__orvex_codes)
+        printf "$code=%s\n" off warning error
+    end
+end
+
+complete -c orvex -f
+complete -c orvex -s h -l help -d 'Show help'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -l version -d 'Show the version'
+
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a translate -d 'Write generator and header files'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a check -d 'Show all errors and warnings'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a info -d 'List the names of each model'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a graph -d 'Draw each model'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a explain -d 'Say what a message means'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'List the codes of all messages'
+
+set -l with_files '__fish_seen_subcommand_from translate check info graph'
+complete -c orvex -n $with_files -F
+complete -c orvex -n $with_files -l model -x -d 'Look at this model only'
+complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github=' -d 'Write the findings to a file too'
+complete -c orvex -n $with_files -l max-errors -x -d 'Stop after so many errors in a file'
+complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
+complete -c orvex -n $with_files -l translator -r -F -d 'The orvexpp to run'
+complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
+complete -c orvex -n '__fish_seen_subcommand_from translate check info graph explain' -l color -x -a 'auto always never' -d 'Colours'
+
+set -l with_formats '__fish_seen_subcommand_from translate check info'
+complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github' -d 'Form of the findings'
+
+set -l with_runs '__fish_seen_subcommand_from translate check'
+complete -c orvex -n $with_runs -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
+complete -c orvex -n $with_runs -l error-on-warnings -d 'Let a warning count as an error'
+complete -c orvex -n $with_runs -s j -l jobs -x -d 'Work on so many files at once'
+complete -c orvex -n $with_runs -l first-model -x -d 'Number models from the next one'
+complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints from the next one'
+complete -c orvex -n $with_runs -l time -x -d 'Time stamp of the host'
+complete -c orvex -n $with_runs -l put-file -r -F -d 'Path in the FILE statement of the host'
+
+complete -c orvex -n '__fish_seen_subcommand_from translate' -s o -l out -x -a '(__fish_complete_directories)' -d 'Folder for the outputs'
+complete -c orvex -n '__fish_seen_subcommand_from translate' -l header -r -F -d 'Path of the header file'
+complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d 'Write what the outputs depend on'
+
+complete -c orvex -n '__fish_seen_subcommand_from info' -l json -d 'As JSON'
+
+complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot svg mermaid json table' -d 'Form of the picture'
+complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what hangs together with this name'
+complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many arrows from it'
+
+complete -c orvex -n '__fish_seen_subcommand_from explain' -a '(__orvex_codes)'

@@ -1,0 +1,370 @@
+// orvex as it is called: command lines with their status and streams, and what is left in the folder.
+#include "frontend/commands/translate.h"
+#include "frontend/jobs.h"
+#include "harness.h"
+
+#include <atomic>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+#include <sys/stat.h>
+
+namespace {
+
+using harness::Folder;
+using harness::Result;
+namespace fs = std::filesystem;
+namespace frontend = orvex::frontend;
+
+// A model without a fault, of ten lines behind its name.
+std::string model(const std::string& name, const std::string& more_commodities = "",
+                  const std::string& production = "$PROD:Y") {
+    return "$MODEL:" + name + "\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL" + more_commodities +
+           "\n$CONSUMERS:\n  RA\n" + production +
+           "\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
+}
+
+// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), and folders.
+void write_files(const Folder& folder) {
+    for (const char* name : {"models/inner/.hidden", "empty"}) {
+        fs::create_directories(folder.path() + "/" + name);
+    }
+    folder.write("good.zlm", model("M"));
+    folder.write("bad.zlm", model("M", "", "$PORD:Y"));
+    folder.write("warn.zlm", model("M", "  PX"));
+    folder.write("two.zlm", model("M") + model("N"));
+    folder.write("-odd.zlm", model("ODD"));
+    folder.write("models/b.zlm", model("B", "  PX"));
+    folder.write("models/inner/a.zlm", model("A", "  PX"));
+    folder.write("models/inner/.hidden/c.zlm", "$MODEL:C\n$BAD:\n");
+    folder.write("models/other.txt", "$MODEL:C\n$BAD:\n");
+    fs::create_directory_symlink("..", folder.path() + "/models/inner/loop");
+}
+
+constexpr const char* nothing = nullptr;
+
+struct CommandLine {
+    const char* command;  // behind "orvex", for the shell
+    int status;
+    const char* out;  // a text in it; nothing: it is empty
+    const char* err;
+};
+
+const CommandLine command_lines[] = {
+    {"check good.zlm", 0, nothing, "checked 1 file: no errors, no warnings\n"},
+    {"check -q good.zlm", 0, nothing, nothing},
+    {"check bad.zlm", 1, "error[keyword-unknown]: ",
+     "for more about an error: orvex explain keyword-unknown\n1 error in 1 file\n"},
+    {"check bad.zlm good.zlm warn.zlm", 1, "bad.zlm:8:1", "1 error, 1 warning in 3 files\n"},
+    {"check -q bad.zlm", 1, "bad.zlm:8:1", nothing},
+    {"check warn.zlm", 0, "warning[name-unused]: ", "1 warning in 1 file\n"},
+    {"check warn.zlm --error-on-warnings", 1, "warning[name-unused]: ", "1 warning in 1 file\n"},
+    {"check warn.zlm --warn name-unused=error", 1, "error[name-unused]: ", "1 error in 1 file\n"},
+    {"check warn.zlm --warn error --warn name-unused=off", 0, nothing, "no errors"},
+    {"check none.zlm", 2, "error[file-unreadable]: cannot read `none.zlm`: No such file",
+     "1 error in 1 file\n"},
+    {"check none.zlm bad.zlm", 2, "bad.zlm:8:1", "2 errors in 2 files\n"},
+    {"check", 2, nothing, "error: no file is given\n"},
+    {"check models", 0, "models/b.zlm:5:", "2 warnings in 2 files\n"},
+    {"check empty", 2, nothing, "error: no *.zlm file in `empty`\n"},
+    {"translate models", 2, nothing, "error: `models` is a folder\n"},
+    {"check - <bad.zlm", 1, "<stdin>:8:1", "1 error"},
+    {"check - --stdin-filename x.zlm <bad.zlm", 1, "x.zlm:8:1", "1 error"},
+    {"check - <&-", 2, "cannot read `<stdin>`", "1 error"},
+    {"check - - <good.zlm", 2, nothing, "`-` is given twice"},
+    {"chekc good.zlm", 2, nothing, "no command `chekc`\nhelp: did you mean `check`?\n"},
+    {"good.zlm", 2, nothing, "help: did you mean `orvex check good.zlm`?\n"},
+    {"check --fromat short good.zlm", 2, nothing, "help: did you mean `--format`?\n"},
+    {"check -x good.zlm", 2, nothing, "error: there is no option `-x`\n"},
+    {"check good.zlm --format sort", 2, nothing, "not `sort`: did you mean `short`?\n"},
+    {"graph good.zlm --format short", 2, nothing, "wants dot, svg, mermaid, json or table"},
+    {"check good.zlm -j 0", 2, nothing, "`--jobs` wants a number from 1 to 256, not `0`\n"},
+    {"check good.zlm --max-errors -1", 2, nothing, "`--max-errors` wants a number from 0"},
+    {"check good.zlm --max-errors 3x", 2, nothing, "not `3x`"},
+    {"check good.zlm --first-model 10000", 2, nothing, "a number from 0 to 9999"},
+    {"check good.zlm --warn nme-unused=off", 2, nothing, "did you mean `name-unused`?"},
+    {"check good.zlm --warn keyword-unknown=off", 2, nothing, "is for warnings"},
+    {"check good.zlm --time \"$(printf 'a\\nINP b')\"", 2, nothing, "control characters"},
+    {"check good.zlm --model", 2, nothing, "error: `--model` needs a value\n"},
+    {"check --model= good.zlm", 2, nothing, "error: `--model` needs a value\n"},
+    {"check good.zlm --quiet=no", 2, nothing, "error: `--quiet` takes no value\n"},
+    {"check good.zlm --depfile d", 2, nothing, "error: `--depfile` is no option of `check`\n"},
+    {"graph good.zlm --depth 1", 2, nothing, "error: `--depth` needs `--focus`\n"},
+    {"graph good.zlm --focus PYY", 2, nothing, "help: did you mean `PY`?\n"},
+    {"check --report short=- good.zlm", 2, nothing, "`--report` writes a file"},
+    {"check --report json=good.zlm good.zlm", 2, nothing, "is an input"},
+    {"--format short check bad.zlm", 1, "bad.zlm:8:1: error: ", "1 error in 1 file\n"},
+    {"-q bad.zlm check", 2, nothing, "no command `bad.zlm`"},
+    {"-j1 -q check -- -odd.zlm", 0, nothing, nothing},
+    {"check --bogus -j 0 --help", 0, "usage: orvex check ", nothing},
+    {"check good.zlm -qh", 0, "usage: orvex check ", nothing},
+    {"help graph", 0, "usage: orvex graph ", nothing},
+    {"--version", 0, "orvex 0.1.0\n", nothing},
+    {"", 0, "examples:\n  orvex check model.zlm ", nothing},
+    {"--quiet", 2, nothing, "error: no command is given\n"},
+    {"check --bogus --format json", 2,
+     "\"code\":\"usage\",\"message\":\"there is no option `--bogus`\"", nothing},
+    {"check empty --format=sarif", 2, "\"ruleId\":\"usage\"", nothing},
+    {"translate --format json", 2, nothing, "\"code\":\"usage\""},
+    {"check good.zlm --format json", 0,
+     "{\"version\":1,\"type\":\"summary\",\"files\":1,\"errors\":0", nothing},
+    {"check bad.zlm --format github", 1, "::error ", nothing},
+    {"check bad.zlm -q --report short=r >/dev/null; cat r", 0, "bad.zlm:8:1: error: ", nothing},
+    {"check bad.zlm --report short=none/r", 2, "cannot write `none/r`: No such file", "2 errors"},
+    {"check good.zlm --translator ./none", 2, "error[translator-start]: ", "1 error"},
+    {"check good.zlm --translator /bin/false", 2, "error[translator-start]: ", "1 error"},
+    {"check bad.zlm >/dev/full", 2, nothing, "cannot write standard output: No space left"},
+    {"codes >&-", 2, nothing, "cannot write standard output: Bad file descriptor"},
+    {"codes | head -n 1", 0, "control-file", nothing},
+    {"explain keyword-unknwon", 2, nothing, "help: did you mean `keyword-unknown`?\n"},
+    {"explain keyword-unknown", 0, "keyword-unknown", nothing},
+    {"info good.zlm", 0, "PY", nothing},
+    {"info bad.zlm", 1, nothing, "error[keyword-unknown]"},
+    {"info warn.zlm", 0, "PX", nothing},
+    {"graph two.zlm --format svg", 2, "", "an svg picture shows one model"},
+    {"graph good.zlm", 0, "digraph", nothing},
+    {"translate --model NN two.zlm", 1, nothing, "error[model-unknown]: no model is named `NN`"},
+    {"translate --model n two.zlm good.zlm", 0, nothing, "wrote 2 files\n"},
+    {"translate --header h two.zlm", 2, nothing, "`--header` is for one model, and there are 2\n"},
+    {"translate --header h --model N two.zlm; ls", 0, "\nh\n", "wrote 2 files\n"},
+    {"translate --out good.zlm/x good.zlm", 2, nothing,
+     "error[output-write]: cannot write `good.zlm/x/M.GEN`: Not a directory"},
+    {"translate good.zlm two.zlm", 1, nothing,
+     "error[output-twice]: output `M.GEN` is written by another model"},
+    {"translate bad.zlm; ls *.GEN *.HDR", 2, nothing, "1 error in 1 file\n"},
+    {"translate warn.zlm --error-on-warnings; ls *.GEN", 2, nothing, "1 warning in 1 file\n"},
+    {"translate good.zlm two.zlm -q --out o; ls o", 0, "M.GEN\nM.HDR\nN.GEN\nN.HDR\n",
+     "output-twice"},
+    {"translate - <good.zlm; grep stdin.scr M.HDR", 0, "stdin.scr", "wrote 2 files\n"},
+};
+
+void expect_text(const std::string& stream, const char* text, const char* name) {
+    if (text == nothing) {
+        EXPECT_EQ(stream, "") << name;
+    } else {
+        EXPECT_NE(stream.find(text), std::string::npos) << name << " without " << text << ":\n"
+                                                        << stream;
+    }
+}
+
+TEST(Commands, StatusAndStreams) {
+    for (const CommandLine& line : command_lines) {
+        SCOPED_TRACE(line.command);
+        const Folder folder;
+        write_files(folder);
+        const Result result = folder.shell(std::string("\"$ORVEX\" ") + line.command);
+        EXPECT_EQ(result.status, line.status);
+        expect_text(result.out, line.out, "standard output");
+        expect_text(result.err, line.err, "standard error");
+    }
+}
+
+TEST(Commands, ABrokenPipeEndsWithAMessage) {
+    const Folder folder;
+    const Result result =
+        folder.shell("{ sleep 0.2; \"$ORVEX\" codes; echo status $? >&2; } | true");
+    EXPECT_EQ(result.err, "error: cannot write standard output: Broken pipe\nstatus 2\n");
+}
+
+TEST(Commands, ColourIsForTerminalsOrOnRequest) {
+    const Folder folder;
+    write_files(folder);
+    for (const auto& [options, coloured] :
+         {std::pair("", false), {"--color always", true}, {"--color never", false}}) {
+        const Result result =
+            folder.shell(std::string("NO_COLOR=1 \"$ORVEX\" check bad.zlm ") + options);
+        EXPECT_EQ(result.out.find('\x1b') != std::string::npos, coloured) << options;
+    }
+}
+
+TEST(Translate, WritesWhatTheTranslatorWrites) {
+    const Folder folder;
+    write_files(folder);
+    folder.write("run.ctl", "INP two\nSCR put\nERR err\nTIM T1\nNMO 4\n");
+    folder.run();
+    const Result result = folder.shell(
+        "\"$ORVEX\" translate two.zlm --out new/out --put-file put "
+        "--time T1 --first-model 4");
+    EXPECT_EQ(result.err, "wrote 4 files\n");
+    for (const char* name : {"M.GEN", "M.HDR", "N.GEN", "N.HDR"}) {
+        EXPECT_EQ(folder.read(std::string("new/out/") + name), folder.read(name)) << name;
+        EXPECT_NE(folder.read(name), "(absent)");
+    }
+}
+
+TEST(Translate, UnchangedAndFailedModelsAreNotTouched) {
+    const Folder folder;
+    write_files(folder);
+    folder.shell("\"$ORVEX\" translate two.zlm");
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* name : {"M.GEN", "M.HDR", "N.GEN", "N.HDR"}) {
+        fs::last_write_time(folder.path() + "/" + name, old);
+    }
+    // N gets a description, which only its header file shows. M is wrong now.
+    folder.write("two.zlm", model("M", "", "$PORD:Y") + model("N", " ! Labour"));
+    const Result result = folder.shell("\"$ORVEX\" translate two.zlm");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("wrote 1 file, 1 unchanged\n"), std::string::npos) << result.err;
+    for (const auto& [name, changed] :
+         {std::pair("M.GEN", false), {"M.HDR", false}, {"N.GEN", false}, {"N.HDR", true}}) {
+        EXPECT_EQ(fs::last_write_time(folder.path() + "/" + name) != old, changed) << name;
+    }
+}
+
+TEST(Translate, NeverWritesAnInput) {
+    const Folder folder;
+    folder.write("M.GEN", model("M"));
+    fs::create_symlink("M.GEN", folder.path() + "/link.zlm");
+    for (const char* arguments : {"M.GEN", "link.zlm", "./link.zlm --out .",
+                                  "link.zlm --depfile M.GEN", "link.zlm --header M.GEN --out o"}) {
+        const Result result = folder.shell(std::string("\"$ORVEX\" translate ") + arguments);
+        EXPECT_NE(result.status, 0) << arguments;
+        EXPECT_NE(result.err.find("`M.GEN` is an input"), std::string::npos) << arguments << '\n'
+                                                                             << result.err;
+        EXPECT_EQ(folder.read("M.GEN"), model("M"));
+    }
+}
+
+TEST(Translate, PutFileKeepsModesLinksAndDevices) {
+    const Folder folder;
+    const std::string path = folder.path() + "/file";
+    const std::string link = folder.path() + "/link";
+    fs::create_symlink("file", link);
+    bool changed = false;
+    ASSERT_TRUE(frontend::put_file(link, "one", changed));  // the link led nowhere yet
+    EXPECT_EQ(folder.read("file"), "one");
+    ::chmod(path.c_str(), 0640);
+    ASSERT_TRUE(frontend::put_file(link, "two", changed));
+    EXPECT_TRUE(changed);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(folder.read("file"), "two");
+    EXPECT_EQ(static_cast<unsigned>(fs::status(path).permissions()), 0640U);
+    ASSERT_TRUE(frontend::put_file(path, "two", changed));
+    EXPECT_FALSE(changed);
+    EXPECT_TRUE(frontend::put_file("/dev/null", "text", changed));
+    EXPECT_FALSE(frontend::put_file("/dev/full", "text", changed));
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_FALSE(frontend::put_file(folder.path(), "text", changed));
+    EXPECT_EQ(errno, EISDIR);
+    EXPECT_EQ(folder.files().size(), 1U);
+}
+
+TEST(Translate, ADepfileIsReadByMake) {
+    EXPECT_EQ(frontend::depfile({"a b", "c$d"}, {"x#y"}), "a\\ b c$$d: x\\#y\n");
+    EXPECT_EQ(frontend::depfile({std::string(40, 'o')}, {std::string(40, 'i')}),
+              std::string(40, 'o') + ": \\\n " + std::string(40, 'i') + "\n");
+    const Folder folder;
+    const std::string input = "an $odd #name\\ .zlm";
+    folder.write(input, model("M"));
+    folder.write("good.zlm", model("N"));
+    folder.shell("\"$ORVEX\" translate --out 'o u$t' --depfile d 'an $odd #name\\ .zlm' good.zlm");
+    EXPECT_EQ(folder.read("d"),
+              "o\\ u$$t/M.GEN o\\ u$$t/M.HDR o\\ u$$t/N.GEN o\\ u$$t/N.HDR: \\\n"
+              " an\\ $$odd\\ \\#name\\\\\\ .zlm good.zlm\n");
+}
+
+std::string file_names(int count) {
+    std::string names;
+    for (int i = 0; i < count; ++i) names += " f" + std::to_string(i) + ".zlm";
+    return names;
+}
+
+void write_many(const Folder& folder, int count) {
+    for (int i = 0; i < count; ++i) {
+        const std::string name = std::to_string(i);
+        folder.write("f" + name + ".zlm", model("M" + name, i % 3 == 1 ? "  PX" : "",
+                                                i % 5 == 2 ? "$PORD:Y" : "$PROD:Y"));
+    }
+}
+
+TEST(Jobs, ManyThreadsGiveTheBytesOfOne) {
+    const Folder folder;
+    write_many(folder, 60);
+    const std::string names = file_names(60);
+    const Result one = folder.shell("\"$ORVEX\" check -j 1" + names);
+    const Result two = folder.shell("\"$ORVEX\" check -j 2" + names);
+    EXPECT_EQ(one.status, 1);
+    EXPECT_EQ(one.out, two.out);
+    EXPECT_EQ(one.err, two.err);
+    EXPECT_NE(one.err.find("12 errors, 16 warnings in 60 files"), std::string::npos) << one.err;
+    folder.shell("\"$ORVEX\" translate -q -o one -j 1" + names +
+                 "; \"$ORVEX\" translate -q -o two -j 2" + names);
+    const Result difference = folder.shell("diff -r one two && ls one | wc -l");
+    EXPECT_EQ(difference.out, "96\n");
+}
+
+TEST(Jobs, AKilledRunLeavesWholeOutputs) {
+    const Folder folder;
+    write_many(folder, 30);
+    const std::string names = file_names(30);
+    folder.shell("\"$ORVEX\" translate -q -o whole" + names);
+    const Result result = folder.shell(
+        "export TMPDIR=\"$PWD\"; for t in 1 2 3 5 7 9; do\n"
+        "  timeout -s KILL 0.0$t \"$ORVEX\" translate -q -j 2 -o killed" +
+        names +
+        " 2>/dev/null\n"
+        "  for f in killed/*; do [ ! -e \"$f\" ] || cmp \"$f\" \"whole/${f#*/}\"; done\n"
+        "done\n"
+        "\"$ORVEX\" translate -q -j 2 -o killed" +
+        names + " 2>/dev/null; diff -r -x '.orvex-*' whole killed");
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(Jobs, ResultsComeInOrderAndNobodyRunsFarAhead) {
+    for (const int jobs : {1, 2, 5}) {
+        std::atomic<std::size_t> started = 0;
+        std::size_t taken = 0;
+        std::atomic<bool> far = false;
+        frontend::in_order(
+            200, jobs,
+            [&](std::size_t, int worker) {
+                ++started;
+                if (worker < 0 || worker >= jobs) far = true;
+            },
+            [&](std::size_t index) {
+                EXPECT_EQ(index, taken++);
+                if (started > index + 8 * static_cast<std::size_t>(jobs)) far = true;
+            });
+        EXPECT_EQ(taken, 200U);
+        EXPECT_FALSE(far);
+        const auto fail_at_7 = [](std::size_t index) {
+            if (index == 7) throw std::runtime_error("seven");
+        };
+        const auto no_work = [](std::size_t) {};
+        const auto on_thread = [&](std::size_t index, int) { fail_at_7(index); };
+        EXPECT_THROW(frontend::in_order(50, jobs, on_thread, no_work), std::runtime_error);
+        EXPECT_THROW(frontend::in_order(
+                         50, jobs, [](std::size_t, int) {}, fail_at_7),
+                     std::runtime_error);
+    }
+}
+
+// The manual and the completions know what the program knows.
+TEST(Documents, NameEveryOption) {
+    const Folder folder;
+    const std::string root = std::string(DOCS_DIR) + "/../";
+    const std::string manual = harness::read_file(root + "man/orvex.1");
+    const std::regex option("--([a-z-]+)");
+    std::size_t options = 0;
+    for (const std::string command : {"translate", "check", "info", "graph", "explain", "codes"}) {
+        const std::string help = folder.shell("\"$ORVEX\" " + command + " --help").out;
+        const std::string list = help.substr(help.find("options:"));
+        for (std::sregex_iterator found(list.begin(), list.end(), option), end; found != end;
+             ++found, ++options) {
+            const std::string name = (*found)[1];
+            for (const auto& [text, word] :
+                 {std::pair(manual, "Fl -" + name),
+                  {harness::read_file(root + "completions/orvex.bash"), "--" + name},
+                  {harness::read_file(root + "completions/_orvex"), name},
+                  {harness::read_file(root + "completions/orvex.fish"), "-l " + name}}) {
+                EXPECT_TRUE(std::regex_search(text, std::regex(word + "\\b"))) << word;
+            }
+        }
+    }
+    EXPECT_GT(options, 50U);
+}
+
+}  // namespace
