@@ -1,13 +1,15 @@
 // orvex as it is called: command lines with their status and streams, and what is left in the folder.
 #include "frontend/commands/translate.h"
+#include "frontend/files.h"
 #include "frontend/jobs.h"
 #include "harness.h"
 
 #include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <regex>
-#include <sstream>
 #include <stdexcept>
 #include <sys/stat.h>
 

@@ -42,6 +42,9 @@ std::vector<std::string> expand_folders(const std::vector<std::string>& paths) {
         std::vector<std::string> found;
         search(path, found);
         if (found.empty()) throw UsageError{"no *.zlm file in `" + path + "`", ""};
+        for (std::string& file : found) {
+            if (path == "." && file.starts_with("./")) file.erase(0, 2);
+        }
         std::sort(found.begin(), found.end());
         files.insert(files.end(), found.begin(), found.end());
     }

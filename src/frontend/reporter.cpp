@@ -1,6 +1,7 @@
 #include "frontend/reporter.h"
 
-#include "frontend/commands/translate.h"
+#include "frontend/files.h"
+#include "frontend/findings/failure.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -76,22 +77,16 @@ void tell(Reporter& reporter, const std::string& news) {
     if (!text.empty()) put(reporter.err, text + "\n");
 }
 
-Finding unwritable(const std::string& path, int error) {
-    Finding finding;
-    finding.code = "output-write";
-    finding.message = "cannot write `" + path + "`: " + system_message(error);
-    finding.span.path = path;
-    return finding;
-}
-
 void write_report_files(Reporter& reporter) {
     for (std::size_t i = 1; i < reporter.reports.size(); ++i) {
         Report& report = reporter.reports[i];
         bool changed = false;
         const std::string text = report.text + report_tail(report.format, reporter.summary);
         if (put_file(report.path, text, changed)) continue;
-        const Finding finding = unwritable(report.path, errno);
-        show(reporter, finding);
+        const int error = errno;
+        show(reporter,
+             failure("output-write", "cannot write `" + report.path + "`: " + system_message(error),
+                     whole_file(report.path)));
     }
 }
 

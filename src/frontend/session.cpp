@@ -5,6 +5,8 @@
 #include "frontend/commands/info.h"
 #include "frontend/commands/json.h"
 #include "frontend/commands/translate.h"
+#include "frontend/files.h"
+#include "frontend/findings/failure.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/inputs.h"
 #include "frontend/jobs.h"
@@ -64,16 +66,9 @@ void catch_interrupts() {
     }
 }
 
-Finding failure(const std::string& path, std::string code, std::string message) {
-    Finding finding;
-    finding.code = std::move(code);
-    finding.message = std::move(message);
-    finding.span.path = path;
-    return finding;
-}
-
 Finding start_failure(const std::string& path, const StartFailure& error) {
-    return failure(path, "translator-start", "the translator cannot be run: " + error.reason);
+    return failure("translator-start", "the translator cannot be run: " + error.reason,
+                   whole_file(path));
 }
 
 std::string shown_path(const Session& session, std::size_t index) {
@@ -93,8 +88,9 @@ bool read(Session& session, std::size_t index) {
     const int error = errno;
     const std::string path = shown_path(session, index);
     file.source.reset();
-    file.checked.findings.push_back(
-        failure(path, "file-unreadable", "cannot read `" + path + "`: " + system_message(error)));
+    file.checked.findings.push_back(failure("file-unreadable",
+                                            "cannot read `" + path + "`: " + system_message(error),
+                                            whole_file(path)));
     return false;
 }
 
@@ -122,7 +118,7 @@ void draw_model(const Options& options, const Economy& economy, File& file) {
     }
     std::string reason;
     if (!draw_svg(draw(graph, "dot"), file.drawn, reason)) {
-        file.checked.findings.push_back(failure(file.source->path, "usage", reason));
+        file.checked.findings.push_back(failure("usage", reason, whole_file(file.source->path)));
     }
 }
 
@@ -244,8 +240,9 @@ void write_depfile(Session& session) {
     bool changed = false;
     if (!put_file(path, depfile(session.placed.outputs, inputs), changed)) {
         const int error = errno;
-        show(session.reporter, failure(path, "output-write",
-                                       "cannot write `" + path + "`: " + system_message(error)));
+        show(session.reporter,
+             failure("output-write", "cannot write `" + path + "`: " + system_message(error),
+                     whole_file(path)));
     }
 }
 

@@ -1,0 +1,21 @@
+#include "frontend/findings/failure.h"
+
+#include "frontend/findings/messages.h"
+
+namespace orvex::frontend {
+
+Finding failure(std::string code, std::string message, Span span) {
+    Finding finding{Severity::error, std::move(code), std::move(message), std::move(span), {}};
+    if (const MessageEntry* const entry = find_code(finding.code)) {
+        finding.remarks.push_back({Severity::help, as_help(entry->cure), {}});
+    }
+    return finding;
+}
+
+Span whole_file(std::string path) {
+    Span span;
+    span.path = std::move(path);
+    return span;
+}
+
+}  // namespace orvex::frontend
