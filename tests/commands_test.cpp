@@ -198,14 +198,14 @@ TEST(Translate, WritesWhatTheTranslatorWrites) {
 
 TEST(Translate, UnchangedAndFailedModelsAreNotTouched) {
     const Folder folder;
-    write_files(folder);
+    folder.write("two.zlm", model("N") + model("M"));
     folder.shell("\"$ORVEX\" translate two.zlm");
     const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (const char* name : {"M.GEN", "M.HDR", "N.GEN", "N.HDR"}) {
         fs::last_write_time(folder.path() + "/" + name, old);
     }
     // N gets a description, which only its header file shows. M is wrong now.
-    folder.write("two.zlm", model("M", "", "$PORD:Y") + model("N", " ! Labour"));
+    folder.write("two.zlm", model("N", " ! Labour") + model("M", "", "$PORD:Y"));
     const Result result = folder.shell("\"$ORVEX\" translate two.zlm");
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("wrote 1 file, 1 unchanged\n"), std::string::npos) << result.err;

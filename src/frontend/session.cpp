@@ -26,6 +26,7 @@ namespace {
 // What was made of a file, until it is shown.
 struct File {
     std::unique_ptr<Source> source;
+    bool unreadable = false;
     Checked checked;
     std::string drawn;                      // by info and graph
     std::size_t pictures = 0;               // in it
@@ -79,7 +80,7 @@ std::string shown_path(const Session& session, std::size_t index) {
 // Reads a file, once; false with a finding where that cannot be done.
 bool read(Session& session, std::size_t index) {
     File& file = session.files[index];
-    if (file.source != nullptr) return true;
+    if (file.source != nullptr || file.unreadable) return !file.unreadable;
     file.source = std::make_unique<Source>();
     if (read_source(session.paths[index], *file.source)) {
         file.source->path = shown_path(session, index);
@@ -88,6 +89,7 @@ bool read(Session& session, std::size_t index) {
     const int error = errno;
     const std::string path = shown_path(session, index);
     file.source.reset();
+    file.unreadable = true;
     file.checked.findings.push_back(failure("file-unreadable",
                                             "cannot read `" + path + "`: " + system_message(error),
                                             whole_file(path)));
