@@ -143,6 +143,15 @@ string around(const string& middle, int depth) {
     return names + std::to_string(graph.edges.size());
 }
 
+TEST(Graph, Nothing) {
+    Graph graph;
+    EXPECT_EQ(draw(graph, "table").substr(0, 7), "\n\nRows:");
+    EXPECT_EQ(draw(graph, "dot").find("<b>"), string::npos);  // Graphviz refuses it empty
+    graph.nodes = {{"", Kind::sector, "", "", false}, {"", Kind::commodity, "", "", false}};
+    EXPECT_EQ(draw(graph, "table").substr(0, 18), "\n\n |  \n-+--\n | .\n\n");
+    EXPECT_NE(draw(graph, "mermaid").find("n1[\" \"]"), string::npos);
+}
+
 TEST(Graph, Focus) {
     EXPECT_EQ(around("q0", -1), "no such node");
     EXPECT_EQ(around("PX", 0), "PX 0");

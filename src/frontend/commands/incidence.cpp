@@ -77,6 +77,9 @@ struct Band {
     std::size_t margin = 0;  // width of the names of the rows
 };
 
+// The width of a column under its name: there is room for a sign even where the name is empty.
+std::size_t lying_width(const std::string& name) { return std::max<std::size_t>(name.size(), 1); }
+
 // A line of a band: the name of its row, and of each column one text.
 template <typename Cell>
 void put_line(const Table& table, const Band& band, std::string_view name, Cell cell,
@@ -85,7 +88,7 @@ void put_line(const Table& table, const Band& band, std::string_view name, Cell 
     line.resize(std::max(line.size(), band.margin), ' ');
     for (std::size_t column = band.begin; column < band.end; ++column) {
         if (column == band.begin || column == table.sectors) line += " |";
-        const std::size_t width = band.upright ? 1 : table.columns[column].size();
+        const std::size_t width = band.upright ? 1 : lying_width(table.columns[column]);
         const std::string text = cell(column);
         line += ' ';
         line.append(width - text.size(), ' ');
@@ -140,10 +143,11 @@ void put_band(const Table& table, const Band& band, std::string& out) {
 // The bands of a table: one where the names of the columns fit beside each other, else as many as
 // it takes with upright names.
 std::vector<Band> bands_of(const Table& table) {
+    if (table.rows.empty() || table.columns.empty()) return {};
     std::size_t margin = 0;
     for (const std::string& row : table.rows) margin = std::max(margin, row.size());
     std::size_t width = margin + 4;  // two bars
-    for (const std::string& column : table.columns) width += 1 + column.size();
+    for (const std::string& column : table.columns) width += 1 + lying_width(column);
     if (width <= page_width) return {{0, table.columns.size(), false, margin}};
 
     const std::size_t room = page_width - std::min(margin + 4, page_width);

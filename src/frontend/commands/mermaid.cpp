@@ -65,6 +65,7 @@ std::string quoted(std::string_view text) {
             result += c;
         }
     }
+    if (text.empty()) result += ' ';  // nothing at all is refused
     return result + '"';
 }
 
