@@ -93,7 +93,7 @@ void add_file(FileSet& files, const std::string& path) {
 
 bool has_file(const FileSet& files, const std::string& path) {
     struct stat found {};
-    return ::stat(path.c_str(), &found) == 0 && files.count({found.st_dev, found.st_ino}) > 0;
+    return ::stat(path.c_str(), &found) == 0 && files.contains({found.st_dev, found.st_ino});
 }
 
 void discard(Pending& pending) {
