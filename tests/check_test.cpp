@@ -1,0 +1,131 @@
+// What `orvex check` finds: every code by its example in docs/messages.md, all errors of a file and not
+// their consequences, each at its place.
+#include "frontend/findings/messages.h"
+#include "harness.h"
+
+#include <gtest/gtest.h>
+#include <regex>
+#include <string>
+#include <vector>
+
+using harness::Folder;
+using orvex::frontend::MessageEntry;
+using std::string;
+
+namespace {
+
+// The findings on m.zlm, a line each: "LINE:COLUMN CODE", or "CODE" for the file as a whole.
+string check(const Folder& folder, const string& options = "") {
+    const harness::Result result =
+        folder.shell("\"$ORVEX\" check --quiet --format short " + options + " m.zlm");
+    EXPECT_EQ(result.err, "");
+    static const std::regex line_form("m\\.zlm:([0-9]+:[0-9]+)?(:)? ?[a-z]+: .*\\[([a-z-]+)\\]\n");
+    return std::regex_replace(result.out, line_form, "$1 $3\n");
+}
+
+string check_text(const string& text, const string& options = "") {
+    const Folder folder;
+    folder.write("m.zlm", text);
+    return check(folder, options);
+}
+
+string block(const MessageEntry& entry, const string& kind) {
+    for (const orvex::frontend::Example& example : entry.examples) {
+        if (example.kind == kind) return example.text;
+    }
+    return {};
+}
+
+class Codes : public testing::TestWithParam<MessageEntry> {};
+
+TEST_P(Codes, ExamplesOfTheIndex) {
+    const MessageEntry& entry = GetParam();
+    const Folder folder;
+    const auto check_example = [&](const string& kind) {
+        const string text = block(entry, kind);
+        folder.write("m.zlm",
+                     text.empty() ? folder.shell(block(entry, kind + "-command")).out : text);
+        return "\n" + check(folder);
+    };
+    std::smatch line;
+    std::regex_search(entry.text, line, std::regex("\n- Line: ([0-9]+)"));
+    const string place = line.empty() ? "" : line.str(1) + ":[0-9]+";
+    const string wrong = check_example("wrong");
+    EXPECT_TRUE(std::regex_search(wrong, std::regex("\n" + place + " " + entry.code + "\n")))
+        << place << " " << entry.code << " is not in:" << wrong;
+    EXPECT_EQ(check_example("corrected").find(entry.code), string::npos);
+}
+
+// Those that the text of a model alone can cause.
+std::vector<MessageEntry> caused_by_models() {
+    std::vector<MessageEntry> entries;
+    for (const MessageEntry& entry : orvex::frontend::message_index()) {
+        const string wrong = block(entry, "wrong") + block(entry, "wrong-command");
+        const bool by_model =
+            entry.ends == "error" || entry.ends == "overflow" || entry.ends == "finding";
+        if (by_model && !wrong.empty()) entries.push_back(entry);
+    }
+    return entries;
+}
+
+INSTANTIATE_TEST_SUITE_P(Index, Codes, testing::ValuesIn(caused_by_models()), [](const auto& row) {
+    return std::regex_replace(row.param.code, std::regex("-"), "_");
+});
+
+// Faults in all kinds of blocks, among them some that would cause others: names that are declared on a
+// wrong line, a block with a wrong keyword, rows that continue a wrong one.
+TEST(Check, ShowsEveryFaultAndNoConsequence) {
+    EXPECT_EQ(
+        check_text("SET R / N, S /;\n"
+                   "$MODEL:FAULTS\n"
+                   "$SECTORS:\n"
+                   "  Y(R)  X  Z\n"
+                   "  W(R\n"         // 5: no end; W is not known behind it
+                   "$COMODITIES:\n"  // 6: PA and PB are not declared
+                   "  PA(R)  PB\n"
+                   "$CONSUMERS:\n"
+                   "  RA  X\n"  // 9: X is a sector; RA is not known behind it
+                   "$AUXILIARY:\n"
+                   "  TAU\n"
+                   "$PROD:Y(R)  s:1\n"
+                   "  O:PA(R)  Q:1\n"
+                   "  I:PA(T)\n"  // 14: T is found out when line 15 was read: a set of its own
+                   "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is no consumer
+                   "+          N:TAU(R\n"                // goes with line 15
+                   "  I:PB     Q:1\n"
+                   "\n"
+                   "* a comment\n"
+                   "  I:PA(R)  Q:V(Q)\n"  // 20: Q is not active
+                   "$PROD:X$(A\n"         // 21: the condition is not closed
+                   "  O PB  Q 1\n"        // in the block of line 21
+                   "$PROD:Z\n"
+                   "  O PB  Q 1\n"  // 24
+                   "  I:PB  Q:1\n"
+                   "+ junk\n"  // 26
+                   "$DEMAND:RA\n"
+                   "  D:PB(S,,T#\n"      // 28
+                   "$CONSTRAINT:TAUX\n"  // 29
+                   "  TAU =E= 0;\n"
+                   "$CONSTRAINT:TAU\n"
+                   "  TAU =E= 0;\n"
+                   "$REPORT:\n"
+                   "  V:V1(R)  O:PA(R)  PROD:Y(R)\n"
+                   "  V:V2     O:PB     PROD:Z\n"
+                   "  V:V3     Q:PB\n"  // 36
+                   "  V:V4     W:RA\n"
+                   "  V:V5     O:W      PROD:Z\n"
+                   "$OFFTEXT\n"),
+        "5:3 freefd-end\n"
+        "6:1 keyword-unknown\n"
+        "9:7 addsym-type\n"
+        "15:24 addsym-type\n"
+        "20:16 chkset-inactive\n"
+        "21:8 chkcnd-parentheses\n"
+        "24:3 getfld-label\n"
+        "26:1 getfld-label\n"
+        "28:12 extarg-left\n"
+        "29:13 chksym-unknown\n"
+        "36:12 repblk-second\n");
+}
+
+}  // namespace
