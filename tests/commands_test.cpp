@@ -359,9 +359,9 @@ TEST(Documents, NameEveryOption) {
             const std::string name = (*found)[1];
             for (const auto& [text, word] :
                  {std::pair(manual, "Fl -" + name),
-                  {harness::read_file(root + "completions/orvex.bash"), "--" + name},
-                  {harness::read_file(root + "completions/_orvex"), name},
-                  {harness::read_file(root + "completions/orvex.fish"), "-l " + name}}) {
+                  {harness::read_file(root + "completions/bash/orvex"), "--" + name},
+                  {harness::read_file(root + "completions/zsh/_orvex"), name},
+                  {harness::read_file(root + "completions/fish/orvex.fish"), "-l " + name}}) {
                 EXPECT_TRUE(std::regex_search(text, std::regex(word + "\\b"))) << word;
             }
         }
