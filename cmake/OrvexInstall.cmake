@@ -3,9 +3,6 @@
 # All paths are relative, and lib/ is lib/ everywhere: the programs find the companion library from
 # their own place, so that what is installed can be moved as a whole.
 
-set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-
 install(TARGETS orvexpp RUNTIME DESTINATION bin)
 if(TARGET orvex)
     install(TARGETS orvex RUNTIME DESTINATION bin)
@@ -36,7 +33,6 @@ the models that stand in a ZELM text and writes the ZELM source that\n\
 declares each of them and prints it with every set element spelled out.")
 set(CPACK_PACKAGE_FILE_NAME
     "orvex-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
