@@ -9,7 +9,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
+// POSIX leaves this declaration to the program; some headers have it.
+extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace orvex::frontend {
 
