@@ -1,7 +1,7 @@
-// docs/guide.md teaches by example. Each example is translated, and what the guide shows of the outputs is
-// compared with what the program writes. Also here: the links of all documents.
+// README.md and docs/guide.md teach by example. Each example is translated, and what they show of the
+// outputs is compared with what the program writes. Also here: the links of all documents.
 //
-// The kind of a block of the guide stands behind its opening ```:
+// The kind of a block stands behind its opening ```:
 //
 //     orvex NAME     a whole input, NAME.zlm
 //     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, NAME is m
@@ -9,6 +9,8 @@
 //                    is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
 //     output FILE    a piece of FILE; all its pieces, one after the other, are the whole of it
 //     part FILE      lines of FILE; "..." stands for those left out in between
+//     console        commands behind "$ ", run in a folder that has the inputs NAME.zlm up to there and
+//                    the examples, and all that they print
 //
 // FILE is that of the last run which left one of this name. Lines are compared without trailing blanks. An
 // example translates without error, unless its error file is shown.
@@ -22,6 +24,7 @@
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -95,7 +98,7 @@ void show(std::vector<Translation>& runs, const Block& block) {
 }
 
 void expect_as_shown(const Translation& run) {
-    SCOPED_TRACE("docs/guide.md:" + std::to_string(run.line));
+    SCOPED_TRACE("line " + std::to_string(run.line));
     bool ends = false;
     for (const auto& [name, text] : run.files) {
         const bool is_error = name.ends_with(".err");
@@ -110,22 +113,43 @@ void expect_as_shown(const Translation& run) {
     }
 }
 
-TEST(Guide, Examples) {
-    static const std::set<string> others = {"", "sh", "console", "text", "make", "ninja", "yaml"};
+void run_session(const harness::Folder& folder, const Block& block) {
+    std::vector<std::pair<string, string>> steps;  // a command, and what it prints
+    for (const string& line : harness::lines_of(block.text)) {
+        if (line.starts_with("$ ")) steps.emplace_back(line.substr(2), "");
+        ASSERT_FALSE(steps.empty());
+        if (!line.starts_with("$ ")) steps.back().second += line + "\n";
+    }
+    for (const auto& [command, shown] : steps) {
+        const string path = "exec 2>&1; PATH=$(dirname \"$ORVEX\"):$PATH\n";
+        const string printed = folder.shell(path + command).out;
+        EXPECT_EQ(std::regex_replace(printed, std::regex(" +\n"), "\n"), shown) << command;
+    }
+}
+
+class Document : public testing::TestWithParam<string> {};
+
+TEST_P(Document, Examples) {
+    static const std::set<string> others = {"", "sh", "text", "make", "ninja", "yaml"};
     std::vector<Translation> runs;
     string name;
     string input;
-    for (const Block& block : read_document(DOCS_DIR "/guide.md")) {
-        SCOPED_TRACE("docs/guide.md:" + std::to_string(block.line));
+    const harness::Folder folder;
+    fs::create_symlink(EXAMPLES_DIR, folder.path() + "/examples");
+    for (const Block& block : read_document(DOCS_DIR "/" + GetParam())) {
+        SCOPED_TRACE(GetParam() + ":" + std::to_string(block.line));
         if (block.kind == "orvex") {
             const bool whole = !block.name.empty();
             name = whole ? block.name : "m";
             input = whole ? block.text : "$MODEL:M\n" + block.text + "$OFFTEXT\n";
+            folder.write(name + ".zlm", input);
             runs.push_back(translate(name, input, "INP @\nSCR @.scr\nERR @.err\n", block.line));
         } else if (block.kind == "control") {
             runs.push_back(translate(name, input, block.text, block.line));
         } else if (block.kind == "output" || block.kind == "part") {
             show(runs, block);
+        } else if (block.kind == "console") {
+            run_session(folder, block);
         } else {
             EXPECT_TRUE(others.contains(block.kind)) << "no such kind of block";
         }
@@ -133,6 +157,9 @@ TEST(Guide, Examples) {
     ASSERT_FALSE(runs.empty());
     std::for_each(runs.begin(), runs.end(), expect_as_shown);
 }
+
+INSTANTIATE_TEST_SUITE_P(Of, Document, testing::Values("guide.md", "../README.md"),
+                         [](const auto& row) { return row.param[0] == 'g' ? "guide" : "readme"; });
 
 // What a link calls the headings: small letters, "-" for a blank, no other punctuation.
 std::set<string> anchors_of(const fs::path& path) {

@@ -163,7 +163,9 @@ void warn_of_name(const Source& source, const Economy& economy, const Uses& uses
     if (name.declared == 0) {
         warn(findings, "name-undeclared", called + " is used and not declared", place);
         suggest(economy, name, findings.back());
-    } else if (!is_used(economy, name)) {
+        return;  // mostly a misspelt name, and that nobody makes it only follows
+    }
+    if (!is_used(economy, name)) {
         warn(findings, "name-unused", called + " is declared and never used", place);
         return;
     }
