@@ -14,9 +14,9 @@
 #include <unistd.h>
 #ifdef __APPLE__
 #include <mach-o/dyld.h>
-#endif
 
 extern char** environ;
+#endif
 
 namespace orvex::frontend {
 
@@ -221,7 +221,7 @@ void read_models(const std::string& folder, const std::vector<std::string>& name
     for (const std::string& name : names) {
         ModelOutput model;
         model.name = name;
-        const bool complete = read_model(folder + "/" + name, model);
+        const bool complete = read_model(std::string(folder).append("/").append(name), model);
         if (!complete && model.generator.empty() && model.header.empty()) return;
         result.models.push_back(std::move(model));
         if (!complete) return;
@@ -249,7 +249,7 @@ std::string own_folder() {
 std::string absolute(const std::string& path) {
     char* const real = ::realpath(path.c_str(), nullptr);
     if (real == nullptr) throw StartFailure{path + ": " + reason_of(errno)};
-    const std::string result = real;
+    std::string result = real;
     std::free(real);
     return result;
 }
