@@ -15,9 +15,10 @@ set -euf
 index=${1:-${SLURM_ARRAY_TASK_ID:-${PBS_ARRAY_INDEX:-}}}
 last=$((${index:?no index is given} * ${PER:-1}))
 first=$((last - ${PER:-1} + 1))
-# One name on a line, which may hold blanks.
+# A name on each line, which may hold blanks.
 IFS='
 '
+# shellcheck disable=SC2046  # to be split
 set -- $(sed -n "$first,${last}p" "${LIST:-models.txt}")
 [ $# -gt 0 ] || { echo "no line $first in ${LIST:-models.txt}" >&2; exit 2; }
 exec "${ORVEX:-orvex}" translate --quiet --out "${OUT:-out}" --jobs "${SLURM_CPUS_PER_TASK:-1}" -- "$@"
