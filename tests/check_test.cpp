@@ -118,7 +118,7 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
         "5:3 freefd-end\n"
         "6:1 keyword-unknown\n"
         "9:7 addsym-type\n"
-        "15:24 addsym-type\n"
+        "15:23 addsym-type\n"
         "20:16 chkset-inactive\n"
         "21:8 chkcnd-parentheses\n"
         "24:3 getfld-label\n"
