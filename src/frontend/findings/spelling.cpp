@@ -37,7 +37,8 @@ std::string nearest(std::string_view word, const std::vector<std::string>& candi
     std::string best;
     std::size_t least = limit + 1;
     for (const std::string& candidate : candidates) {
-        const auto [shorter, longer] = std::minmax(word.size(), candidate.size());
+        const std::size_t shorter = std::min(word.size(), candidate.size());
+        const std::size_t longer = std::max(word.size(), candidate.size());
         if (candidate.empty() || longer - shorter > limit) continue;
         const std::size_t steps = distance(word, candidate);
         if (steps == 0) return {};
