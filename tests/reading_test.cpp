@@ -116,7 +116,9 @@ TEST(Source, FindsPlacesInALine) {
     for (const char* const no_utf8 :
          {"\xFCzz", "zz\xC3", "\xC0\x80z", "\xED\xA0\x80", "z\xE2\x82z"})
         EXPECT_EQ(column_of(no_utf8, 2), 3) << no_utf8;
+}
 
+TEST(Source, FindsWholeNames) {
     struct Row {
         const char* line;
         const char* word;
@@ -286,7 +288,7 @@ RunResult translated(const Source& source, const RunSettings& settings = {}) {
     std::vector<std::string> names;
     for (const ModelText& model : source.models) names.push_back(model.name);
     const Workplace place;
-    const RunResult result =
+    RunResult result =
         run_translator(find_translator(ORVEXPP_EXE), place, source.bytes, names, settings);
     EXPECT_TRUE(fs::is_empty(place.path()));
     return result;
@@ -310,8 +312,8 @@ TEST(Translator, LeavesTheOutputsOfTheModels) {
     EXPECT_EQ(translated(source).models[0].generator.find("$EXIT"), std::string::npos);
 }
 
-std::string failure_of(const std::string& program, const std::string& input = "",
-                       const RunSettings& settings = {}) {
+std::string failure_of(const std::string& program, const std::string& input,
+                       const RunSettings& settings) {
     try {
         const Workplace place;
         run_translator(find_translator(program), place, input, {}, settings);
@@ -330,24 +332,39 @@ TEST(Translator, SaysWhyItCouldNotRun) {
     };
     const std::string quiet = script("quiet", "cat; ls -A >&2");
     folder.write("text", "");
-    EXPECT_EQ(failure_of(quiet), "none");
-    EXPECT_EQ(failure_of(script("killed", "kill -9 $$")),
-              folder.path() + "/killed was ended by signal 9");
-    EXPECT_EQ(failure_of(script("failed", "echo no; echo ' *** a'; echo b >&2; exit 2")),
-              folder.path() + "/failed ended with status 2: b");
-    EXPECT_EQ(failure_of(script("talks", "echo ' *** a  '; echo; echo ' b'")), "*** a b");
-    EXPECT_EQ(failure_of(script("much", "yes word | head -c 300000")).size(), 300000U - 1);
-    EXPECT_EQ(failure_of("/nowhere/orvexpp"), "/nowhere/orvexpp: No such file or directory");
-    EXPECT_EQ(failure_of(folder.path() + "/text"), folder.path() + "/text: Permission denied");
-    EXPECT_EQ(failure_of(folder.path()), folder.path() + " is not a program");
-    EXPECT_EQ(failure_of(ORVEXPP_EXE, "$MODEL:a/b\n"), "FFOPEN: error opening file A/B.GEN");
-    EXPECT_EQ(failure_of(quiet, "", {std::string(255, 'p'), "", 9999, -999}), "none");
-    EXPECT_EQ(failure_of(quiet, "", {std::string(256, 'p'), "", 0, 0}),
-              "the path of the put file is longer than 255 characters");
-    EXPECT_EQ(failure_of(quiet, "", {"", "1\n2", 0, 0}),
-              "the time stamp holds a line end or a NUL");
-    EXPECT_EQ(failure_of(quiet, "", {"", "", 10000, 0}),
-              "the starting number of the models has more than four characters");
+    struct Row {
+        std::string program;
+        std::string input;
+        RunSettings settings;
+        std::string reason;
+    };
+    const std::string here = folder.path();
+    const Row rows[] = {
+        {quiet, "", {}, "none"},
+        {script("killed", "kill -9 $$"), "", {}, here + "/killed was ended by signal 9"},
+        {script("failed", "echo no; echo ' *** a' >&2; echo b >&2; exit 2"),
+         "",
+         {},
+         here + "/failed ended with status 2: *** a b"},
+        {script("talks", "echo ' *** a  '; echo; echo ' b'"), "", {}, "*** a b"},
+        {script("much", "printf %0300000d 0"), "", {}, std::string(300000, '0')},
+        {"/nowhere/orvexpp", "", {}, "/nowhere/orvexpp: No such file or directory"},
+        {here + "/text", "", {}, here + "/text: Permission denied"},
+        {here, "", {}, here + " is not a program"},
+        {ORVEXPP_EXE, "$MODEL:a/b\n", {}, "FFOPEN: error opening file A/B.GEN"},
+        {quiet, "", {std::string(255, 'p'), "", 9999, -999}, "none"},
+        {quiet,
+         "",
+         {std::string(256, 'p'), "", 0, 0},
+         "the path of the put file is longer than 255 characters"},
+        {quiet, "", {"", "1\n2", 0, 0}, "the time stamp holds a line end or a NUL"},
+        {quiet,
+         "",
+         {"", "", 10000, 0},
+         "the starting number of the models has more than four characters"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(failure_of(row.program, row.input, row.settings), row.reason) << row.program;
 }
 
 std::string row(const std::vector<Field>& fields) {
@@ -384,7 +401,7 @@ std::string shown(const Economy& economy, const char* name) {
 
 // The translator writes entries of one field after it has read the next record; the first model is left
 // out, so that its lines are not counted.
-TEST(Economy, IsThatOfTheModel) {
+Economy economy_behind_another() {
     Source source;
     split(source,
           "$MODEL:A\n$OFFTEXT\n"
@@ -399,9 +416,11 @@ TEST(Economy, IsThatOfTheModel) {
     const Workplace place;
     const RunResult result = run_translator(ORVEXPP_EXE, place, input, {"B"}, {});
     EXPECT_EQ(result.message, "");
-    ASSERT_EQ(result.models.size(), 1U);
-    const Economy economy = read_economy(source, 1, {true, false}, result.models[0]);
+    return read_economy(source, 1, {true, false}, result.models.at(0));
+}
 
+TEST(Economy, HasTheBlocksOfTheModel) {
+    const Economy economy = economy_behind_another();
     EXPECT_EQ(economy.model + std::to_string(economy.line), "B3");
     EXPECT_EQ(joined(blocks(economy), "\n"),
               "PROD:Y(S)@8 S:0.5@8 A:1@9\n"
@@ -415,6 +434,10 @@ TEST(Economy, IsThatOfTheModel) {
               "  V:R(S)@21 I:P(S)=P@21 PROD:Y(S)=Y@21\n"
               "  V:U@24 W:H=H@24\n"
               "PROD:V@22");
+}
+
+TEST(Economy, HasTheNamesOfTheModel) {
+    const Economy economy = economy_behind_another();
     const char* const names[][2] = {
         {"Y", "sector 1 (S) '' 5: 5 8 21"},
         {"V", "sector 0 () 'a' 5: 5 22"},
