@@ -50,6 +50,7 @@ struct Session {
 
 volatile std::sig_atomic_t interrupted = 0;
 
+extern "C" void note_interrupt(int signal);
 extern "C" void note_interrupt(int signal) { interrupted = signal; }
 
 // Signals that end the program: first the temporary folders are removed.
