@@ -148,6 +148,15 @@ std::vector<std::string> names_in(const std::string& folder, const std::string& 
     return names;
 }
 
+// The examples that are run by a control file of their own.
+std::vector<std::string> examples() {
+    std::vector<std::string> names = names_in(EXAMPLES_DIR, "");
+    std::erase_if(names, [](const std::string& name) {
+        return !fs::exists(EXAMPLES_DIR "/" + name + "/run.ctl");
+    });
+    return names;
+}
+
 std::string name_of(const testing::TestParamInfo<std::string>& info) { return info.param; }
 
 class Case : public testing::TestWithParam<std::string> {};
@@ -188,7 +197,7 @@ void give_example(const Folder& folder, const std::string& name, const std::stri
 }
 
 class Example : public testing::TestWithParam<std::string> {};
-INSTANTIATE_TEST_SUITE_P(All, Example, testing::ValuesIn(names_in(EXAMPLES_DIR, "")), name_of);
+INSTANTIATE_TEST_SUITE_P(All, Example, testing::ValuesIn(examples()), name_of);
 
 TEST_P(Example, LeavesExactlyWhatIsExpected) {
     const Folder folder;
@@ -216,11 +225,10 @@ TEST(Runs, InOneProcessAreLikeRunsOfTheirOwn) {
         folder->write("overflow.zlm", model + "Q:" + std::string(66, 'N'));
         folder->write("fault.ctl", settings + "INP fault");
         folder->write("fault.zlm", model + "\n O:P(T) Q:1\n$REPORT:\n V:R(S,T) O:P(T) X:1");
-        for (const std::string& name : names_in(EXAMPLES_DIR, ""))
-            give_example(*folder, name, name + ".ctl");
+        for (const std::string& name : examples()) give_example(*folder, name, name + ".ctl");
     }
     const fs::path before = fs::current_path();
-    for (const std::string& name : names_in(EXAMPLES_DIR, "")) {
+    for (const std::string& name : examples()) {
         for (const std::string& control : {std::string("overflow"), std::string("fault"), name}) {
             fs::current_path(here.path());
             EXPECT_EQ(orvex::run(control + ".ctl"), there.run({control + ".ctl"}).status);
