@@ -8,6 +8,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -26,8 +27,6 @@ namespace {
 constexpr char control_file[] = "control";
 constexpr char input_file[] = "input";
 constexpr char error_file[] = "error";
-constexpr char out_file[] = "out";
-constexpr char err_file[] = "err";
 
 constexpr std::size_t longest_value = 255;  // of an entry of the control file
 constexpr std::size_t longest_number = 4;
@@ -104,16 +103,66 @@ std::string control_text(const RunSettings& settings) {
     return control;
 }
 
+// What the translator says on one of its standard streams. A pipe, because a file would have to be made
+// and removed, which takes longer than the translation of a small model.
+class Pipe {
+  public:
+    Pipe() {
+        if (::pipe(ends_) != 0) throw StartFailure{"cannot make a pipe: " + reason_of(errno)};
+        for (const int end : ends_) ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    ~Pipe() {
+        ::close(ends_[0]);
+        close_writer();
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe(Pipe&&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    Pipe& operator=(Pipe&&) = delete;
+
+    int reader() const { return ends_[0]; }
+    int writer() const { return ends_[1]; }
+    void close_writer() {
+        if (ends_[1] >= 0) ::close(ends_[1]);
+        ends_[1] = -1;
+    }
+
+    // Adds what is there to the text. False at the end.
+    bool read_some(std::string& text) const {
+        char bytes[4096];
+        const ssize_t count = ::read(ends_[0], bytes, sizeof bytes);
+        if (count > 0) text.append(bytes, static_cast<std::size_t>(count));
+        return count > 0 || (count < 0 && errno == EINTR);
+    }
+
+  private:
+    int ends_[2] = {-1, -1};
+};
+
+// Reads both streams to their ends, in whatever order something comes.
+void read_streams(Pipe& out, Pipe& err, RunResult& result) {
+    out.close_writer();
+    err.close_writer();
+    pollfd ends[] = {{out.reader(), POLLIN, 0}, {err.reader(), POLLIN, 0}};
+    while (ends[0].fd >= 0 || ends[1].fd >= 0) {
+        if (::poll(ends, 2, -1) < 0 && errno != EINTR) return;
+        if (ends[0].revents != 0 && !out.read_some(result.out)) ends[0].fd = -1;
+        if (ends[1].revents != 0 && !err.read_some(result.err)) ends[1].fd = -1;
+        ends[0].revents = ends[1].revents = 0;
+    }
+}
+
 // What the new process does before it becomes the translator.
 class SpawnPlan {
   public:
-    explicit SpawnPlan(const std::string& folder) {
+    SpawnPlan(const std::string& folder, const Pipe& out, const Pipe& err) {
         check(::posix_spawn_file_actions_init(&actions_));
         check(::posix_spawnattr_init(&attributes_));
         check(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
-        add_open(STDIN_FILENO, "/dev/null", O_RDONLY);
-        add_open(STDOUT_FILENO, out_file, O_WRONLY | O_CREAT | O_TRUNC);
-        add_open(STDERR_FILENO, err_file, O_WRONLY | O_CREAT | O_TRUNC);
+        check(
+            ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
+        check(::posix_spawn_file_actions_adddup2(&actions_, out.writer(), STDOUT_FILENO));
+        check(::posix_spawn_file_actions_adddup2(&actions_, err.writer(), STDERR_FILENO));
         sigset_t signals;
         ::sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
@@ -145,20 +194,20 @@ class SpawnPlan {
     static void check(int error) {
         if (error != 0) throw StartFailure{"cannot start a process: " + reason_of(error)};
     }
-    void add_open(int descriptor, const char* path, int flags) {
-        check(::posix_spawn_file_actions_addopen(&actions_, descriptor, path, flags, 0600));
-    }
 
     posix_spawn_file_actions_t actions_{};
     posix_spawnattr_t attributes_{};
 };
 
 // Runs the program in the folder, where a control file stands, and returns how it ended.
-int run_in(const std::string& folder, const std::string& program) {
+int run_in(const std::string& folder, const std::string& program, RunResult& result) {
     // Whoever started this program may have told it to ignore the end of its children.
     static const auto before = std::signal(SIGCHLD, SIG_DFL);
     static_cast<void>(before);
-    const pid_t process = SpawnPlan(folder).start(program);
+    Pipe out;
+    Pipe err;
+    const pid_t process = SpawnPlan(folder, out, err).start(program);
+    read_streams(out, err, result);
     int status = 0;
     while (::waitpid(process, &status, 0) < 0) {
         if (errno != EINTR)
@@ -309,10 +358,8 @@ RunResult run_translator(const std::string& program, const Workplace& place, std
     const Cleaner cleaner(folder);
     write_file(folder + "/" + control_file, control_text(settings));
     write_file(folder + "/" + input_file, input);
-    const int status = run_in(folder, program);
     RunResult result;
-    read_file(folder + "/" + out_file, result.out);
-    read_file(folder + "/" + err_file, result.err);
+    const int status = run_in(folder, program, result);
     expect_orderly_end(program, status, result);
     std::string report;
     if (read_file(folder + "/" + error_file, report)) read_report(report, result);
