@@ -103,23 +103,6 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Is the other text, from the table that is searched for this one, the same? The last characters tell
-    // most names apart at once. Precondition: both got their characters from assign_clean.
-    bool is_same(const Text& other) const {
-        const int last = std::max(length_ - word_size, 0);
-        if (word(last) != other.word(last) || length_ != other.length_) return false;
-        for (int start = 0; start < last; start += word_size) {
-            if (word(start) != other.word(start)) return false;
-        }
-        return true;
-    }
-
-    // Assigns, with zero bytes behind the text, as is_same needs them.
-    void assign_clean(View view) {
-        bytes_.fill('\0');
-        assign(view);
-    }
-
     // Would the whole piece find room behind the last non-blank character?
     bool has_room_for(View piece) const { return length_ + length_of(piece) <= N; }
 
@@ -171,15 +154,6 @@ class Text {
     }
 
     static constexpr int block_size = N < 128 ? 8 : 32;
-    static constexpr int word_size = 8;
-
-    // Some characters as one number.
-    std::uint64_t word(int start) const {
-        std::uint64_t number = 0;
-        static_assert(sizeof number == word_size);
-        std::memcpy(&number, bytes_.data() + start, sizeof number);
-        return number;
-    }
 
     void copy(const Text& other) {
         length_ = other.length_;
@@ -204,7 +178,7 @@ class Text {
     }
 
     int length_ = 0;
-    // What stands behind the text's length has no meaning, but to is_same. There is room for whole blocks.
+    // What stands behind the text's length has no meaning. There is room for whole blocks.
     Bytes<(N + block_size - 1) / block_size * block_size> bytes_;
 };
 

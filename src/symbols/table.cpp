@@ -3,6 +3,11 @@
 #include "preproc.h"
 #include "stop.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
 namespace orvex {
 
 namespace {
@@ -14,17 +19,50 @@ Message about(View text, View name) { return joined<Message::size>({text, name})
 
 std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 
-// The entry of that name, or 0.
+// What a search looks at first: a name's last eight characters, folded into a number that few other
+// names share. The numbers stand close together, so that a compiler can compare a block of them at once;
+// behind those of the entries in use they have no meaning.
+using Mark = std::uint32_t;
+constexpr int block_size = 32;
+Table<Mark, maxsym + block_size> symmrk;
+
+Mark mark_of(View name) {
+    std::array<Mark, 2> halves{};
+    const std::size_t kept = std::min(name.size(), sizeof halves);
+    std::memcpy(halves.data(), name.data() + name.size() - kept, kept);
+    return halves[0] ^ halves[1];
+}
+
+bool block_has(int first, Mark mark) {
+    Mark found = 0;  // as wide as a mark, for vector instructions
+    for (int entry = first; entry < first + block_size; ++entry)
+        found += static_cast<Mark>(symmrk[at(entry)] == mark);
+    return found != 0;
+}
+
+// The entry of that name, which has no trailing blanks, or 0.
 int find_symbol(View name) {
-    name = trimmed(name);
-    if (length_of(name) > maxname) return 0;
-    Name wanted;
-    wanted.assign_clean(name);
-    const auto first = symbol.begin() + 1;
-    const auto end = first + nsym;
-    const auto found =
-        std::find_if(first, end, [&wanted](const Name& entry) { return wanted.is_same(entry); });
-    return found == end ? 0 : static_cast<int>(found - symbol.begin());
+    const Mark mark = mark_of(name);
+    for (int first = 1; first <= nsym; first += block_size) {
+        if (!block_has(first, mark)) continue;
+        const auto end = symmrk.begin() + std::min(first + block_size, nsym + 1);
+        for (auto found = symmrk.begin() + first; found != end; ++found) {
+            found = std::find(found, end, mark);
+            if (found == end) break;
+            const auto entry = static_cast<int>(found - symmrk.begin());
+            if (symbol[at(entry)].view() == name) return entry;
+        }
+    }
+    return 0;
+}
+
+// The entry of the field's name (place 0) or of one of its arguments, or 0. Fields share most of their
+// sets, and each name is asked for twice: the entry that was found last in the same place comes first.
+int find_in_field(int place, View name) {
+    static Table<int, maxslot> latest;
+    int& entry = latest[at(place)];
+    if (entry == 0 || entry > nsym || symbol[at(entry)].view() != name) entry = find_symbol(name);
+    return entry;
 }
 
 // A value that begins with a parenthesis is an expression: it has no name of its own.
@@ -60,7 +98,8 @@ void addref(int isym) {
 
 void enter(View name, char typ, int dimension) {
     incrnsym();
-    symbol[at(nsym)].assign_clean(name);
+    symbol[at(nsym)] = name;
+    symmrk[at(nsym)] = mark_of(symbol[at(nsym)]);
     symtyp[at(nsym)] = typ;
     symdim[at(nsym)] = dimension;
     symloc[at(nsym)] = 0;
@@ -73,7 +112,7 @@ void enter(View name, char typ, int dimension) {
 
 void add_root(char typ) {
     checksymlen(root);
-    const int entry = find_symbol(root);
+    const int entry = find_in_field(0, root);
     if (entry == 0) {
         if (startf && is_variable(typ)) pperror(about(" *** ADDSYM: Undeclared variable : ", root));
         enter(root, typ, narg);
@@ -85,9 +124,10 @@ void add_root(char typ) {
     }
 }
 
-void add_set(View name) {
+void add_set(int place) {
+    const View name = arg[at(place)];
     checksymlen(name);
-    const int entry = find_symbol(name);
+    const int entry = find_in_field(place, name);
     if (entry == 0) {
         enter(name, set_type, 0);
     } else if (symtyp[at(entry)] != set_type) {
@@ -100,19 +140,19 @@ void add_set(View name) {
 void addsym(char typ) {
     if (!root_is_name()) return;
     add_root(typ);
-    for (int j = 1; j <= narg; ++j) add_set(arg[at(j)]);
+    for (int j = 1; j <= narg; ++j) add_set(j);
 }
 
 void chkref() {
     if (!root_is_name()) return;
-    if (const int entry = find_symbol(root); entry != 0) addref(entry);
+    if (const int entry = find_in_field(0, root); entry != 0) addref(entry);
     for (int j = 1; j <= narg; ++j) {
-        if (const int entry = find_symbol(arg[at(j)]); entry != 0) addref(entry);
+        if (const int entry = find_in_field(j, arg[at(j)]); entry != 0) addref(entry);
     }
 }
 
 void chksym(View name, char typ) {
-    const int entry = find_symbol(name);
+    const int entry = find_symbol(trimmed(name));
     if (entry == 0) pperror(joined<maxline>({" *** Unrecognized symbol: ", name}));
     if (symtyp[at(entry)] != typ) pperror(joined<maxline>({" *** Symbol type mismatch: ", name}));
 }
