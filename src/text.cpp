@@ -4,37 +4,7 @@
 
 namespace orvex {
 
-namespace {
-
-// The first and the last characters as two numbers, which may overlap.
-template <typename Number>
-void copy_ends(char* to, View piece) {
-    const std::size_t last = piece.size() - sizeof(Number);
-    Number first_number = 0;
-    Number last_number = 0;
-    std::memcpy(&first_number, piece.data(), sizeof(Number));
-    std::memcpy(&last_number, piece.data() + last, sizeof(Number));
-    std::memcpy(to, &first_number, sizeof(Number));
-    std::memcpy(to + last, &last_number, sizeof(Number));
-}
-
-}  // namespace
-
-// Most pieces are so short that a call of memmove would cost more than the copying.
-void copy_piece(char* to, View piece) {
-    const std::size_t size = piece.size();
-    if (size > 16) {
-        std::memmove(to, piece.data(), size);
-    } else if (size >= 8) {
-        copy_ends<std::uint64_t>(to, piece);
-    } else if (size >= 4) {
-        copy_ends<std::uint32_t>(to, piece);
-    } else if (size >= 2) {
-        copy_ends<std::uint16_t>(to, piece);
-    } else if (size == 1) {
-        *to = piece.front();
-    }
-}
+void copy_long_piece(char* to, View piece) { std::memmove(to, piece.data(), piece.size()); }
 
 int compare_padded(View a, View b) {
     const std::size_t length = std::max(a.size(), b.size());

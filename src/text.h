@@ -35,8 +35,42 @@ constexpr View trimmed(View view) {
     return view;
 }
 
-// Copies a piece to where there is room for it, which may be a part of where it stands.
-void copy_piece(char* to, View piece);
+// Sizes that no piece of a short text can have look possible to GCC 12.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Warray-bounds"
+
+// Copies the first and the last characters of a piece as two numbers, which may overlap.
+template <typename Number>
+void copy_ends(char* to, View piece) {
+    const std::size_t last = piece.size() - sizeof(Number);
+    Number first_number;
+    Number last_number;
+    std::memcpy(&first_number, piece.data(), sizeof(Number));
+    std::memcpy(&last_number, piece.data() + last, sizeof(Number));
+    std::memcpy(to, &first_number, sizeof(Number));
+    std::memcpy(to + last, &last_number, sizeof(Number));
+}
+
+void copy_long_piece(char* to, View piece);
+
+// Copies a piece to where there is room for it, which may be a part of where it stands. Most pieces are
+// so short that a call would cost more than the copying.
+inline void copy_piece(char* to, View piece) {
+    const std::size_t size = piece.size();
+    if (size > 16) {
+        copy_long_piece(to, piece);
+    } else if (size >= 8) {
+        copy_ends<std::uint64_t>(to, piece);
+    } else if (size >= 4) {
+        copy_ends<std::uint32_t>(to, piece);
+    } else if (size >= 2) {
+        copy_ends<std::uint16_t>(to, piece);
+    } else if (size == 1) {
+        *to = piece.front();
+    }
+}
+
+#pragma GCC diagnostic pop
 
 // Order of two texts by character codes, the shorter one padded with blanks: negative, 0, positive.
 int compare_padded(View a, View b);
@@ -76,7 +110,9 @@ class Text {
     }
 
     // The trimmed text, and its length.
-    View view() const { return {bytes_.data(), static_cast<std::size_t>(length_)}; }
+    View view() const {
+        return {bytes_.data(), static_cast<std::size_t>(length_)};
+    }
     operator View() const { return view(); }
     int length() const { return length_; }
     bool is_blank() const { return length_ == 0; }
@@ -97,7 +133,12 @@ class Text {
 
     // Position of the first such character or piece at or after `start`, or 0. Neither may be blank.
     int find(char wanted, int start = 1) const {
-        return position(view().find(wanted, index(start)));
+        if constexpr (N > short_text) return position(view().find(wanted, index(start)));
+        // It takes longer to call memchr than to look at the few characters.
+        for (int at = start; at <= length_; ++at) {
+            if (bytes_[index(at)] == wanted) return at;
+        }
+        return 0;
     }
     int find(View wanted) const { return position(view().find(wanted)); }
     bool contains(char wanted) const { return find(wanted) != 0; }
@@ -153,7 +194,8 @@ class Text {
         return found == View::npos ? 0 : static_cast<int>(found) + 1;
     }
 
-    static constexpr int block_size = N < 128 ? 8 : 32;
+    static constexpr int short_text = 128;
+    static constexpr int block_size = N < short_text ? 8 : 32;
 
     void copy(const Text& other) {
         length_ = other.length_;
@@ -189,6 +231,11 @@ bool operator==(const Text<N>& a, const Text<M>& b) {
 template <int N>
 bool operator==(const Text<N>& a, View b) {
     return a.view() == trimmed(b);
+}
+// A literal has no trailing blanks. Its known length spares a call for the comparison.
+template <int N, std::size_t size>
+bool operator==(const Text<N>& a, const char (&literal)[size]) {
+    return a.view() == View(literal, size - 1);
 }
 
 // A view of all these characters, trailing blanks included.

@@ -85,8 +85,8 @@ void leadlg() {
         const Argument& text = argument(i);
         const int plus = text.find('+');
         const int minus = text.find('-');
-        if (is_quoted(text) || text.contains("++") || text.contains("--")) continue;
         if (plus == 0 && minus == 0) continue;
+        if (is_quoted(text) || text.contains("++") || text.contains("--")) continue;
         if (plus != 0 && minus != 0) {
             pperror(joined<maxline>({" *** ORVPP: Both lead and lag operators: ", text}));
         }
