@@ -12,11 +12,11 @@ Argument& argument(int number) { return arg[static_cast<std::size_t>(number)]; }
 
 bool is_quoted(const Argument& text) { return text[1] == '"'; }
 
-// The active set of that name, or null.
+// The active set of that name, which has no trailing blanks, or null.
 const Name* find_active(View name) {
     const auto used = set.begin() + 1 + nset;
-    const auto found =
-        std::find_if(set.begin() + 1, used, [name](const Name& entry) { return entry == name; });
+    const auto found = std::find_if(set.begin() + 1, used,
+                                    [name](const Name& entry) { return entry.view() == name; });
     return found == used ? nullptr : &*found;
 }
 
@@ -50,7 +50,7 @@ Line new_set_list() {
 
 // Opens the guard of an argument such as T+1, whose operator stands at position `shift`.
 void guard_shift(const Argument& text, int shift) {
-    const Name* const active = find_active(text.slice(1, shift - 1));
+    const Name* const active = find_active(trimmed(text.slice(1, shift - 1)));
     if (active == nullptr)
         pperror(joined<maxline>({" *** ORVPP: Lead or lag set not active: ", text}));
     const auto position = joined<maxline>({"ORD(", *active, ")", text.from(shift)});

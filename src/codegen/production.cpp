@@ -19,7 +19,7 @@ constexpr View name_labels[] = {"N", "A", "R", "Z", "PROD", "I", "O"};
 
 bool is_name_label() {
     return std::any_of(std::begin(name_labels), std::end(name_labels),
-                       [](View name) { return label == name; });
+                       [](View name) { return label.view() == name; });
 }
 
 // Closes what the entry before has opened, down to the block's own levels.
@@ -34,14 +34,10 @@ void return_to_block_level() {
     }
 }
 
-// Opens the guard of an entry whose second field is a quantity: the next one in `record`, which stays
-// as it is.
+// Opens the guard of an entry whose second field is a quantity: the next one in `record`.
 void guard_by_quantity() {
-    Line rest = record;
-    Text<20> next_label;
-    Line quantity;
-    getfld(rest, next_label, quantity);
-    if (next_label == "Q") ifblck(quantity);
+    const LabelledField next = leftmost_field(record);
+    if (next.label == "Q") ifblck(next.value);
 }
 
 // Opens the entry's guard, if it has one. An entry of one field looks for its quantity in a

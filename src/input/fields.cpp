@@ -19,13 +19,11 @@ int label_start(const Line& rec, int colon) {
 }
 
 // Last position of a value, given the next field's colon: the blank before the next label.
-int value_end(const Line& rec, int next_colon) {
+int value_end(const Line& rec, int colon, int next_colon) {
     int end = next_colon - 2;
-    while (end > 1 && rec[end] != blank_char) --end;
-    return end;
+    while (end > colon && rec[end] != blank_char) --end;
+    return std::max(end, colon);
 }
-
-void left_justify(Line& text) { text = text.from(std::max(firstnonblank(text), 1)); }
 
 // Position of the blank that ends the entry starting at `start`, or 0.
 int entry_end(int start) {
@@ -45,18 +43,22 @@ int entry_end(int start) {
 
 }  // namespace
 
-void getfld(Line& rec, Text<20>& lab, Line& val) {
+LabelledField leftmost_field(const Line& rec) {
     if (rec.is_blank()) pperror(" *** GETFLD: Blank record.");
     const int colon = rec.find(':');
     if (colon == 0) pperror(" *** GETFLD: Unlabelled entry.");
-    lab = rec.slice(label_start(rec, colon), colon - 1);
-    rec.blank(1, colon);
+    const int next_colon = rec.find(':', colon + 1);
+    const int end = next_colon == 0 ? maxline : value_end(rec, colon, next_colon);
+    View value = rec.slice(colon + 1, end);
+    while (!value.empty() && value.front() == blank_char) value.remove_prefix(1);
+    return {trimmed(rec.slice(label_start(rec, colon), colon - 1)), value, end};
+}
 
-    const int next_colon = rec.find(':');
-    const int end = next_colon == 0 ? maxline : value_end(rec, next_colon);
-    val = rec.slice(colon + 1, end);
-    rec.blank(1, end);
-    left_justify(val);
+void getfld(Line& rec, Text<20>& lab, Line& val) {
+    const LabelledField found = leftmost_field(rec);
+    lab = found.label;
+    val = found.value;
+    rec.blank(1, found.end);
 }
 
 void parse() {

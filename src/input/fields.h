@@ -6,10 +6,21 @@
 
 namespace orvex {
 
-// Cuts the leftmost labelled field off `rec`: `lab` is the run of non-blank characters before the first
-// colon (its last 20), `val` what follows up to the blank before the next label. Text before the label
-// is dropped. Neither quotes nor parentheses protect a colon.
+// A field as it stands in its record, which must outlive it.
+struct LabelledField {
+    View label;
+    View value;
+    int end;  // the last position that belongs to it
+};
+
+// The leftmost labelled field of `rec`: the label is the run of non-blank characters before the first
+// colon (its last 20), the value what follows up to the blank before the next label. Neither quotes nor
+// parentheses protect a colon.
 // Stops: " *** GETFLD: Blank record.", " *** GETFLD: Unlabelled entry."
+LabelledField leftmost_field(const Line& rec);
+
+// Cuts the leftmost labelled field off `rec`, with any text before its label.
+// Stops: those of leftmost_field.
 void getfld(Line& rec, Text<20>& lab, Line& val);
 
 // Cuts the leftmost field off `record` and analyses it: sets label, field, condtn, root, arg, narg and
