@@ -22,21 +22,4 @@ Text<11> decimal(int value) {
     return View(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
-void write_number(char* columns, int width, int value, Fill fill) {
-    auto rest = value < 0 ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-    int first = width;  // columns from here on hold digits
-    do {
-        columns[--first] = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0 && first > 0);
-    // Zeros fill all the columns with digits, so a sign never fits beside them.
-    const bool fits = rest == 0 && (value >= 0 || (fill == Fill::blanks && first > 0));
-    if (!fits) {
-        std::fill_n(columns, width, '*');
-        return;
-    }
-    if (value < 0) columns[--first] = '-';
-    std::fill_n(columns, first, static_cast<char>(fill));
-}
-
 }  // namespace orvex

@@ -110,9 +110,7 @@ class Text {
     }
 
     // The trimmed text, and its length.
-    View view() const {
-        return {bytes_.data(), static_cast<std::size_t>(length_)};
-    }
+    View view() const { return {bytes_.data(), static_cast<std::size_t>(length_)}; }
     operator View() const { return view(); }
     int length() const { return length_; }
     bool is_blank() const { return length_ == 0; }
@@ -264,19 +262,46 @@ Text<N> joined(std::initializer_list<View> pieces) {
 // How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A number
 // that does not fit, its sign included, shows as asterisks.
 enum class Fill : char { blanks = ' ', zeros = '0' };
-void write_number(char* columns, int width, int value, Fill fill);
+template <int Width>
+void write_number(char* columns, int value, Fill fill) {
+    constexpr int too_wide = [] {
+        int power = 1;
+        for (int column = 0; column < Width; ++column) power *= 10;
+        return power;
+    }();
+    if (value >= too_wide) {
+        std::memset(columns, '*', Width);
+        return;
+    }
+    auto rest = value < 0 ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    Bytes<Width> written;
+    written.fill(static_cast<char>(fill));
+    int first = Width;  // columns from here on hold digits
+    do {
+        written[static_cast<std::size_t>(--first)] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0 && first > 0);
+    // Zeros fill all the columns with digits, so a sign never fits beside them.
+    const bool fits = rest == 0 && (value >= 0 || (fill == Fill::blanks && first > 0));
+    if (!fits) {
+        written.fill('*');
+    } else if (value < 0) {
+        written[static_cast<std::size_t>(--first)] = '-';
+    }
+    std::memcpy(columns, written.data(), Width);
+}
 
 template <int Width>
 Text<Width> right_aligned(int value) {
     Bytes<Width> columns;
-    write_number(columns.data(), Width, value, Fill::blanks);
+    write_number<Width>(columns.data(), value, Fill::blanks);
     return whole(columns);
 }
 
 template <int Width>
 Text<Width> zero_filled(int value) {
     Bytes<Width> columns;
-    write_number(columns.data(), Width, value, Fill::zeros);
+    write_number<Width>(columns.data(), value, Fill::zeros);
     return whole(columns);
 }
 

@@ -10,18 +10,24 @@ namespace {
 // Columns before the text of the current line, at most all of them.
 int indentation() { return std::min(2 * (nif + nloop + nblkif), maxline); }
 
-// "{   12}  ", made once for all the statements of an input line.
-View line_mark() {
+// "{   12}  " and the indentation, made once for all the statements of an input line.
+View line_start(int indent) {
+    constexpr int mark_length = 9;
     static int number = 0;
-    static std::array<char, 9> mark = {'{', ' ', ' ', ' ', ' ', ' ', '}', ' ', ' '};
-    if (number != lineno) write_number(&mark[1], 5, lineno, Fill::blanks);
+    static std::array<char, mark_length + maxline> start = [] {
+        std::array<char, mark_length + maxline> blank{};
+        blank.fill(blank_char);
+        blank[0] = '{';
+        blank[6] = '}';
+        return blank;
+    }();
+    if (number != lineno) write_number<5>(&start[1], lineno, Fill::blanks);
     number = lineno;
-    return whole(mark);
+    const int length = mark_length + indent;
+    return whole(start).substr(0, static_cast<std::size_t>(length));
 }
 
-void write_numbered(int indent, View text) {
-    write_line(kgen, {line_mark(), repeated<' '>(indent), text});
-}
+void write_numbered(int indent, View text) { write_line(kgen, {line_start(indent), text}); }
 
 int& counter_of(Level kind) {
     switch (kind) {
@@ -71,7 +77,7 @@ void endblk() {
 
 void putrec() {
     endblk();
-    write_line(kgen, {line_mark(), "PUT /,'", record, "'"});
+    write_line(kgen, {line_start(0), "PUT /,'", record, "'"});
 }
 
 }  // namespace orvex

@@ -21,7 +21,7 @@ bool next_line() {
 // The echo shows the line before TABs and letters are changed.
 void echo_line() {
     std::array<char, 7> mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};  // the number, two blanks
-    write_number(mark.data(), 5, lineno, Fill::blanks);
+    write_number<5>(mark.data(), lineno, Fill::blanks);
     write_line(klst, {whole(mark), record});
 }
 
@@ -39,7 +39,7 @@ int getrec() {
     do {
         if (!next_line()) return 1;
         echo_line();
-        notab(record);
+        if (record[1] != '*') notab(record);
     } while (record[1] == '*' || record.is_blank());
     split_comment();
     upper(record);

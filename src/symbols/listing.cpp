@@ -64,7 +64,7 @@ View reference_columns(std::span<const int> references) {
     static Bytes<numbers_a_line * number_width> columns;
     char* next = columns.data();
     for (const int line : references) {
-        write_number(next, number_width, line, Fill::blanks);
+        write_number<number_width>(next, line, Fill::blanks);
         next += number_width;
     }
     return {columns.data(), static_cast<std::size_t>(next - columns.data())};
