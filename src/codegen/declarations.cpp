@@ -92,16 +92,12 @@ void declare_field(const Declaration* row) {
 
 // The distinct sets among the field's arguments, as "(S,T,".
 Line distinct_sets() {
-    static Table<Argument, maxset> locset;
-    const auto first = locset.begin();
-    auto end = first;
+    const auto first = arg.begin() + 1;
     Line list = "(";
-    for (int i = 1; i <= narg; ++i) {
-        const Argument& name = arg[static_cast<std::size_t>(i)];
-        if (name[1] == '"' || std::find(first, end, name) != end) continue;
-        list.append(name);
+    for (auto name = first; name != first + narg; ++name) {
+        if ((*name)[1] == '"' || std::find(first, name, *name) != name) continue;
+        list.append(*name);
         list.append(",");
-        *end++ = name;
     }
     return list;
 }
