@@ -16,8 +16,8 @@ constexpr std::size_t longest_path = 255;
 // A unit's own descriptor is never a standard one, so 0 can stand for none: units start as zero bytes.
 constexpr int no_descriptor = 0;
 
-// A path as the system calls want it. The temporary name may be longer than the name it stands for.
-using Path = std::array<char, longest_path + 64>;
+// A path as the system calls want it.
+using Path = std::array<char, longest_path + 1>;
 
 enum class Kind : char { closed, input, output, scratch };
 
@@ -30,12 +30,15 @@ struct Unit {
     unsigned needed = 0;    // output: the units that must not have failed
     std::size_t begin = 0;  // buffered bytes not yet read
     std::size_t end = 0;    // end of the buffered bytes
+    int process = 0;        // output: makes its temporary name, with the attempt
+    int attempt = 0;
     Path name{};
-    Path temporary{};
 };
 
-std::array<Unit, last_unit - first_unit + 1> units;
-alignas(64) char buffers[last_unit - first_unit + 1][buffer_size];
+// Each page that is touched costs time: few of them are, when units and buffers begin with one.
+constexpr std::size_t page_size = 4096;
+alignas(page_size) std::array<Unit, last_unit - first_unit + 1> units;
+alignas(page_size) char buffers[last_unit - first_unit + 1][buffer_size];
 
 Unit& unit_of(int number) { return units[static_cast<std::size_t>(number - first_unit)]; }
 char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
@@ -111,10 +114,12 @@ void report_failure(const Unit& unit, View what) {
     write_standard_error({what, unit.name.data(), ": ", std::strerror(unit.error)});
 }
 
+constexpr View cannot_read = " *** Cannot read file: ";
+
 // What cannot be read counts as the end of the file, but not in silence.
 void fail_reading(Unit& unit, int error) {
     note_failure(unit, error);
-    if (unit.kind == Kind::input) report_failure(unit, " *** Cannot read file: ");
+    if (unit.kind == Kind::input) report_failure(unit, cannot_read);
 }
 
 // Writes bytes as they stand, in pieces that fill the buffer.
@@ -162,21 +167,25 @@ bool is_replaceable(const char* path) {
     return S_ISREG(status.st_mode) && status.st_nlink == 1 && ::access(path, W_OK) == 0;
 }
 
-// Names the temporary file beside `name`: same directory, so that renaming moves no bytes.
-void name_temporary(Unit& unit, int attempt) {
+// The path of the temporary file beside the unit's own: same directory, so that renaming moves no bytes.
+// It may be longer than the path it stands for, and ends with a zero byte.
+using TemporaryPath = Text<longest_path + 64>;
+TemporaryPath temporary_path(const Unit& unit) {
     const View name = unit.name.data();
     const View directory = name.substr(0, name.rfind('/') + 1);
     const int number = static_cast<int>(&unit - units.data()) + first_unit;
-    const Text<sizeof(Path) - 1> path = joined<sizeof(Path) - 1>(
-        {directory, ".orvexpp-", decimal(::getpid()), "-", decimal(number), "-", decimal(attempt)});
-    *std::copy_n(path.view().begin(), path.length(), unit.temporary.begin()) = '\0';
+    return TemporaryPath({directory, ".orvexpp-", decimal(unit.process), "-", decimal(number), "-",
+                          decimal(unit.attempt), View("\0", 1)});
 }
+
+void remove_temporary(const Unit& unit) { ::unlink(temporary_path(unit).view().data()); }
 
 int open_temporary(Unit& unit) {
     constexpr int attempts = 100;  // a name can be left over from a run that was killed
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        name_temporary(unit, attempt);
-        const int opened = open_descriptor(unit.temporary.data(), O_WRONLY | O_CREAT | O_EXCL);
+    unit.process = ::getpid();
+    for (unit.attempt = 0; unit.attempt < attempts; ++unit.attempt) {
+        const TemporaryPath path = temporary_path(unit);
+        const int opened = open_descriptor(path.view().data(), O_WRONLY | O_CREAT | O_EXCL);
         if (opened != no_descriptor || errno != EEXIST) return opened;
     }
     return no_descriptor;
@@ -189,7 +198,7 @@ bool open_beside(Unit& unit) {
     if (unit.descriptor == no_descriptor) return false;
     if (::unlink(unit.name.data()) == 0 || errno == ENOENT) return true;
     ::close(unit.descriptor);
-    ::unlink(unit.temporary.data());
+    remove_temporary(unit);
     return false;
 }
 
@@ -207,9 +216,10 @@ void close_output(Unit& unit) {
     if (::close(unit.descriptor) != 0) note_failure(unit, errno);
     note_failure(unit, failure_of_needed(unit));
     if (!unit.in_place) {
-        if (unit.error == 0 && ::rename(unit.temporary.data(), unit.name.data()) != 0)
+        const TemporaryPath path = temporary_path(unit);
+        if (unit.error == 0 && ::rename(path.view().data(), unit.name.data()) != 0)
             unit.error = errno;
-        if (unit.error != 0) ::unlink(unit.temporary.data());
+        if (unit.error != 0) remove_temporary(unit);
     }
     if (unit.error != 0) report_failure(unit, " *** Cannot write file: ");
 }
@@ -242,10 +252,14 @@ bool open_input(int number, View path) {
     if (!to_path(path, unit.name)) return false;
     unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
     if (unit.descriptor == no_descriptor) return false;
+    refill(unit);  // a directory shows when it is read
+    if (unit.error == EISDIR && is_directory(unit.descriptor)) {
+        fresh_unit(number);
+        return false;
+    }
     unit.kind = Kind::input;
-    if (!is_directory(unit.descriptor)) return true;
-    close_unit(number);
-    return false;
+    if (unit.error != 0) report_failure(unit, cannot_read);
+    return true;
 }
 
 bool open_output(int number, View path) {
@@ -331,7 +345,7 @@ void discard_output(int number) {
     Unit& unit = unit_of(number);
     if (unit.kind != Kind::output) return;
     ::close(unit.descriptor);
-    if (!unit.in_place) ::unlink(unit.temporary.data());
+    if (!unit.in_place) remove_temporary(unit);
     unit = Unit{};
 }
 

@@ -66,14 +66,20 @@ void find_input() {
     inpfil = with_ending;
 }
 
+// Asks what is there only when the name as it stands opens nothing.
+void open_input_file() {
+    if (open_input(kinp, inpfil)) return;
+    find_input();
+    ffopen(kinp, inpfil, Status::old);
+}
+
 }  // namespace
 
 void start_up(const Text<255>& argument) {
     register_system(argument);
     open_control_file(argument);
     read_control_file();
-    find_input();
-    ffopen(kinp, inpfil, Status::old);
+    open_input_file();
 }
 
 }  // namespace orvex
