@@ -141,6 +141,26 @@ char* copied_form_end(char* start, const char* end) {
     return start + std::max<std::size_t>(line.size(), 1);
 }
 
+// Reads as many bytes as there are, at most `room`. None is the end of the file.
+std::size_t read_some(Unit& unit, char* to, std::size_t room) {
+    ssize_t count = 0;
+    do {
+        count = ::read(unit.descriptor, to, room);
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) fail_reading(unit, errno);
+    return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+}
+
+// Writes what is left of a scratch file, which so never passes through the scratch file's own buffer.
+void write_file(Unit& unit, Unit& scratch) {
+    std::size_t count = 0;
+    do {
+        if (unit.end == buffer_size) flush(unit);
+        count = read_some(scratch, buffer_of(unit) + unit.end, buffer_size - unit.end);
+        unit.end += count;
+    } while (count != 0);
+}
+
 // Reads more bytes behind the ones not yet read. False at the end of the file.
 bool refill(Unit& unit) {
     if (unit.at_end || unit.descriptor == no_descriptor) return false;
@@ -150,13 +170,9 @@ bool refill(Unit& unit) {
     std::memmove(buffer, buffer + unit.begin, kept);
     unit.begin = 0;
     unit.end = kept;
-    ssize_t count = 0;
-    do {
-        count = ::read(unit.descriptor, buffer + kept, buffer_size - kept);
-    } while (count < 0 && errno == EINTR);
-    if (count < 0) fail_reading(unit, errno);
-    unit.at_end = count <= 0;
-    if (!unit.at_end) unit.end += static_cast<std::size_t>(count);
+    const std::size_t count = read_some(unit, buffer + kept, buffer_size - kept);
+    unit.end += count;
+    unit.at_end = count == 0;
     return !unit.at_end;
 }
 
@@ -316,16 +332,13 @@ void write_line(int number, std::initializer_list<View> pieces) {
 
 void filcpy(int from, int to) {
     Unit& scratch = unit_of(from);
-    scratch.begin = 0;
-    if (scratch.descriptor != no_descriptor) {
+    if (scratch.descriptor == no_descriptor) {
+        write_bytes(unit_of(to), View(buffer_of(scratch), scratch.end));
+    } else {
         flush(scratch);
         if (::lseek(scratch.descriptor, 0, SEEK_SET) != 0) note_failure(scratch, errno);
+        write_file(unit_of(to), scratch);
     }
-    do {
-        write_bytes(unit_of(to),
-                    View(buffer_of(scratch) + scratch.begin, scratch.end - scratch.begin));
-        scratch.begin = scratch.end;
-    } while (refill(scratch));
     close_unit(from);
 }
 
