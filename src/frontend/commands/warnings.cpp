@@ -159,42 +159,42 @@ void suggest(const Economy& economy, const Name& name, Finding& finding) {
 void warn_of_name(const Source& source, const Economy& economy, const Uses& uses, const Name& name,
                   std::vector<Finding>& findings) {
     const std::string called = std::string(kind_name(name.kind)) + " " + quoted(name.name);
-    const Span place = place_of(source, economy, name);
+    const auto place = [&] { return place_of(source, economy, name); };
     if (name.declared == 0) {
-        warn(findings, "name-undeclared", called + " is used and not declared", place);
+        warn(findings, "name-undeclared", called + " is used and not declared", place());
         suggest(economy, name, findings.back());
         return;  // mostly a misspelt name, and that nobody makes it only follows
     }
     if (!is_used(economy, name)) {
-        warn(findings, "name-unused", called + " is declared and never used", place);
+        warn(findings, "name-unused", called + " is declared and never used", place());
         return;
     }
-    const Span block = block_of(source, economy, name);
+    const auto block = [&] { return block_of(source, economy, name); };
     if (name.kind == Kind::commodity) {
         const bool supplied = uses.supplied.contains(name.name);
         const bool wanted = uses.wanted.contains(name.name);
         if (supplied && !wanted) {
             warn(findings, "commodity-unused",
-                 called + " is made or owned, and never used or demanded", place);
+                 called + " is made or owned, and never used or demanded", place());
         }
         if (wanted && !supplied) {
             warn(findings, "commodity-unmade",
-                 called + " is used or demanded, and never made or owned", place);
+                 called + " is used or demanded, and never made or owned", place());
         }
     } else if (name.kind == Kind::sector) {
         if (!uses.with_output.contains(name.name)) {
-            warn(findings, "sector-output", called + " has no output", block);
+            warn(findings, "sector-output", called + " has no output", block());
         }
         if (!uses.with_input.contains(name.name)) {
-            warn(findings, "sector-input", called + " has no input", block);
+            warn(findings, "sector-input", called + " has no input", block());
         }
     } else if (name.kind == Kind::consumer) {
         if (!uses.with_demand.contains(name.name)) {
-            warn(findings, "consumer-demand", called + " demands nothing", block);
+            warn(findings, "consumer-demand", called + " demands nothing", block());
         }
         if (!uses.with_income.contains(name.name)) {
             warn(findings, "consumer-endowment", called + " owns nothing and receives no tax",
-                 block);
+                 block());
         }
     }
 }
