@@ -81,6 +81,15 @@ std::string upper(std::string text) {
     return text;
 }
 
+// Silences what would begin a model: without its end, a model has the lines of the next one in it.
+void leave_out(Search& search, const ModelText& model) {
+    for (int line = model.line; line <= model.last; ++line) {
+        if (record_of(line_of(search.source, line).text).starts_with("$MODEL:")) {
+            silence(search, line);
+        }
+    }
+}
+
 // Chooses the models to be translated, and silences the others.
 void choose_models(Search& search) {
     const std::string wanted = upper(search.options.model);
@@ -96,7 +105,7 @@ void choose_models(Search& search) {
             search.input.names.push_back(model.name);
             search.input.models.push_back(i);
         } else {
-            silence(search, model.line);
+            leave_out(search, model);
         }
     }
     const bool found = std::find(all.begin(), all.end(), wanted) != all.end();
@@ -262,7 +271,9 @@ Fault fault_of(const Search& search, const RunResult& run) {
     const std::size_t index = run.models.size() - 1;
     Fault fault{run.message, search.input.models[index], 0, run.models[index].generator,
                 run.models[index].header};
-    fault.line = failing_line(search, run.message, last_line_read(search, fault, run));
+    const ModelText& model = search.source.models[fault.model];
+    const int last = std::clamp(last_line_read(search, fault, run), model.line, model.last);
+    fault.line = failing_line(search, run.message, last);
     return fault;
 }
 
