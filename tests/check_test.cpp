@@ -128,4 +128,13 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
         "36:12 repblk-second\n");
 }
 
+// A model that is left out and has no end has the next one in it, which is then not begun.
+TEST(Check, PassesOverWhatIsLeftOut) {
+    const string model = "$MODEL:A\n$PROD:Y\n  O P\n";
+    const string text = model + "$OFFTEXT\n" + model + "$MODEL:B\n  O P\n$OFFTEXT\n$MODEL:C\n+ X\n";
+    EXPECT_EQ(check_text(text, "--warn off"),
+              "3:3 getfld-label\n5:1 model-twice\n12:1 getfld-label\n");
+    EXPECT_EQ(check_text(text, "--warn off --model c"), "12:1 getfld-label\n");
+}
+
 }  // namespace
