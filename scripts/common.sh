@@ -15,7 +15,7 @@ build_preset() {
 
 # Build what translates, without the tests.
 build_program() {
-    build_preset release --target orvexpp
+    build_preset release --target orvexpp orvex
 }
 
 example_names() {
