@@ -239,6 +239,18 @@ class Bench:
         for case in (small, large, twin):
             case.remove()
 
+    def front_end_row(self):
+        """What a person waits for, next to what a host waits for."""
+        front_end = self.program.parent / "orvex"
+        if not front_end.exists():
+            return
+        case = self.case("good", "good")
+        os.environ["TMPDIR"] = str(self.tools)
+        check = [self.folder / "good", front_end, "check", "--quiet", case.input.name]
+        sides = self.compare_short(check, case.side(), [case])
+        self.add_ratio("orvex check, 60-line model", "orvexpp on it", sides, "2.5 x")
+        case.remove()
+
     def count_rows(self, case, faults):
         name, exact = "60-line model", "exact count"
         summary, trace = self.folder / "summary", self.folder / "trace"
@@ -435,6 +447,7 @@ def main():
         try:
             with one_core():
                 bench.short_rows()
+                bench.front_end_row()
             bench.comment_row()
             bench.mix_rows()
         except Wrong as wrong:

@@ -5,9 +5,11 @@ generate.py mix MODELS LINES [NAMES]
                                models of NAMES lines have
 generate.py comments LINES     one model of nothing but comment lines
 generate.py full MODELS        models that fill the symbol table: 1,000 symbols, 10,000 references
+generate.py good               the model of examples/closed, in which there is nothing to find
 """
 
 import functools
+import pathlib
 import random
 import sys
 
@@ -242,9 +244,15 @@ def full(out, models):
         out.write("$OFFTEXT\n")
 
 
-KINDS = {"mix": mix, "comments": comments, "full": full}
+def good(out):
+    examples = pathlib.Path(__file__).resolve().parent.parent / "examples"
+    text = (examples / "closed" / "closed.zlm").read_text()
+    out.write(text[text.index("$MODEL:") : text.index("$OFFTEXT")] + "$OFFTEXT\n")
+
+
+KINDS = {"mix": mix, "comments": comments, "full": full, "good": good}
 
 if __name__ == "__main__":
-    if len(sys.argv) < 3 or sys.argv[1] not in KINDS:
+    if len(sys.argv) < 2 or sys.argv[1] not in KINDS:
         sys.exit(__doc__)
     KINDS[sys.argv[1]](sys.stdout, *map(int, sys.argv[2:]))
