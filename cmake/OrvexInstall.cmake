@@ -28,9 +28,10 @@ set(CPACK_PACKAGE_VENDOR "The ORVEX maintainers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY ${PROJECT_DESCRIPTION})
 set(CPACK_PACKAGE_DESCRIPTION
     "ORVEX is a block-structured notation for economic equilibrium models: sectors,\n\
-commodities, consumers, side constraints and reports. The translator reads\n\
-the models that stand in a ZELM text and writes the ZELM source that\n\
-declares each of them and prints it with every set element spelled out.")
+commodities, consumers, side constraints and reports. orvexpp, which a host\n\
+starts, reads the models that stand in a ZELM text and writes the ZELM source\n\
+that declares each of them and prints it with every set element spelled out.\n\
+orvex shows people all that is wrong with a model, and what is in it.")
 set(CPACK_PACKAGE_FILE_NAME
     "orvex-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
 set(CPACK_STRIP_FILES ON)
