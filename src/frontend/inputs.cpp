@@ -9,7 +9,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void search(const fs::path& folder, std::vector<std::string>& found) {
+// The files of one folder go to `found`, and its folders to `folders`. What cannot be read is found, too: the
+// reading of it then says why.
+void look_into(const fs::path& folder, std::vector<fs::path>& folders,
+               std::vector<std::string>& found) {
     std::error_code error;
     fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
@@ -17,12 +20,23 @@ void search(const fs::path& folder, std::vector<std::string>& found) {
         if (path.filename().string().starts_with('.')) continue;
         std::error_code ignored;
         if (entry->is_directory(ignored)) {
-            if (!entry->is_symlink(ignored)) search(path, found);
+            if (!entry->is_symlink(ignored)) folders.push_back(path);
         } else if (path.extension() == ".zlm") {
             found.push_back(path.string());
         }
     }
     if (error) found.push_back(folder.string());
+}
+
+std::vector<std::string> search(const std::string& path) {
+    std::vector<fs::path> folders = {path};
+    std::vector<std::string> found;
+    while (!folders.empty()) {
+        const fs::path folder = folders.back();
+        folders.pop_back();
+        look_into(folder, folders, found);
+    }
+    return found;
 }
 
 }  // namespace
@@ -39,8 +53,7 @@ std::vector<std::string> expand_folders(const std::vector<std::string>& paths) {
             files.push_back(path);
             continue;
         }
-        std::vector<std::string> found;
-        search(path, found);
+        std::vector<std::string> found = search(path);
         if (found.empty()) throw UsageError{"no *.zlm file in `" + path + "`", ""};
         for (std::string& file : found) {
             if (path == "." && file.starts_with("./")) file.erase(0, 2);

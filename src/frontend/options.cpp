@@ -429,6 +429,7 @@ Format asked_format(const std::vector<std::string>& arguments) {
 
 void refuse_command(ParsedCommandLine& parsed, const std::string& word) {
     std::vector<std::string> names;
+    names.reserve(commands.size());
     for (const CommandRow& row : commands) names.emplace_back(row.name);
     const std::string name = nearest(word, names);
     std::string hint;
@@ -463,7 +464,10 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
             std::string wrong = *row.value == '\0' && value != "true"
                                     ? "takes no value"
                                     : row.take(parsed.options, value);
-            if (!wrong.empty()) refuse(parsed, "`" + name + "` " + wrong);
+            if (wrong.empty()) continue;
+            std::string text = "`";
+            text.append(name).append("` ").append(wrong);
+            refuse(parsed, text);
         }
         return;
     }
