@@ -73,15 +73,20 @@ void join(std::vector<std::thread>& threads) {
     for (std::thread& thread : threads) thread.join();
 }
 
+void one_by_one(std::size_t count, const std::function<void(std::size_t, int)>& work,
+                const std::function<void(std::size_t)>& done) {
+    for (std::size_t i = 0; i < count; ++i) {
+        work(i, 0);
+        done(i);
+    }
+}
+
 }  // namespace
 
 void in_order(std::size_t count, int jobs, const std::function<void(std::size_t, int)>& work,
               const std::function<void(std::size_t)>& done) {
     if (jobs <= 1 || count <= 1) {
-        for (std::size_t i = 0; i < count; ++i) {
-            work(i, 0);
-            done(i);
-        }
+        one_by_one(count, work, done);
         return;
     }
     Line line;
@@ -94,7 +99,7 @@ void in_order(std::size_t count, int jobs, const std::function<void(std::size_t,
     } catch (const std::system_error&) {
         // The system gives no more threads: those that there are do the work.
         if (threads.empty()) {
-            in_order(count, 1, work, done);
+            one_by_one(count, work, done);
             return;
         }
     }
