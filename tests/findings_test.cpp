@@ -23,74 +23,12 @@ namespace {
 
 // Messages.
 
-TEST(Index, PutsAllMessagesOfTheTranslatorInPlainWords) {
-    string words;
-    for (const MessageEntry& entry : message_index()) {
-        if (entry.ends != "finding") words += entry.code + ": " + title(entry) + "\n";
-    }
-    EXPECT_EQ(words,
-              R"(control-file: internal ORVEX preprocessor error; )"
-              R"(cannot access scratch file: `<path>`; possible cause: internal path names too long
-control-label: invalid input to `orvexpp`
-control-integer: invalid integer in run control file: `<label> <value>`
-input-missing: cannot find file: `<name>`; nor can I find: `<name>.zlm`
-input-header: preprocessor failure; check your ZELM installation
-ffopen-output: error opening file `<name>`
-ffopen-input: error opening file `<name>` with status OLD
-ffopen-scratch: error opening unit <unit> with status SCRATCH
-unit-read: cannot read file: `<name>`: <reason>
-unit-write: cannot write file: `<name>`: <reason>
-keyword-colon: invalid record - no `:` following keyword: `<keyword>`
-keyword-order: function definitions must follow declarations
-keyword-unknown: unrecognized keyword: `<keyword>`
-getfld-blank: blank record
-getfld-label: unlabelled entry
-freefd-end: unexpected end of line
-extarg-left: left parenthesis following `#` is missing
-extarg-right: right parenthesis following `#` is missing
-extarg-many: too many arguments
-extarg-close: closing delimiter missing
-extarg-invalid: invalid argument
-rdarg-parentheses: parenthesis mismatch
-rdarg-many: too many arguments
-rdarg-close: closing delimiter missing
-rdarg-seven: more than 7 arguments detected
-rdarg-invalid: invalid argument
-rdcond-close: closing parenthesis is missing
-chkcnd-parentheses: parenthesis mismatch
-chrfld-long: statement exceeds 255 characters
-numfld-long: statement exceeds 255 characters
-addsym-type: symbol type mismatch: `<name>`
-addsym-dimension: symbol dimension error: `<name>`
-addsym-undeclared: undeclared variable: `<name>`
-addsym-length: symbol name length exceeds max of 65: `<name>`
-addsym-full: symbol table overflows internal length of 1000
-chksym-unknown: unrecognized symbol: `<name>`
-chksym-type: symbol type mismatch: `<name>`
-)"
-              R"(symlst-references: the reference reporting limit of 10000 has been reached; )"
-              R"(<count> references are not included in this symbol listing
-sloop-length: set name length exceeds max of 65: `<name>`
-sloop-full: set table overflows internal length of 1000
-leadlg-both: both lead and lag operators: `<argument>`
-leadlg-inactive: lead or lag set not active: `<argument>`
-chkset-inactive: unrecognized set argument: `<argument>`
-newrec-levels: logical error with `NBLKIF`
-conblk-colon: syntax error in `$CONSTRAINT`
-repblk-continuation: continuation records not permitted in `$REPORT:`
-repblk-first: first report field must be `V`
-repblk-single: syntax error in report record
-repblk-condition: conditionals not permitted in report fields
-repblk-second: 2nd report field must be `I:`, `O:`, `D:` or `W:`, found `<label>`
-repblk-third: 3rd report field `<label>` is not `PROD` or `DEMAND`
-repblk-extra: extra fields in report record
-loader-library: could not load shared library `<path>`: <reason>
-loader-symbol: could not load symbol `<name>`: <reason>
-loader-version: could not create PAL object: <reason>
-palcreate-object: error while creating object
-glue-name: `palSetSystemName` could not be loaded or has wrong signature
-glue-audit: `palGetAuditLine` could not be loaded or has wrong signature
-)");
+// Whether there is nothing of the translator's own spelling outside the back quotes of a title.
+bool is_plain(const string& title) {
+    static const std::regex quoted("`[^`]+`");
+    static const std::regex plain("(ORVEX|ZELM|PAL|OLD|SCRATCH|can I find|<[a-z]+>|[-a-z0-9 ,:;#])+");
+    return std::regex_match(std::regex_replace(title, quoted, ""), plain) &&
+           title.find("  ") == string::npos && title.find(" :") == string::npos;
 }
 
 // Why an entry is not as the page has it; empty where it is.
@@ -100,6 +38,7 @@ string fault_of(const MessageEntry& entry, const string& page) {
     if (entry.cause.empty() || entry.cure.empty()) return "a paragraph is missing";
     if ((entry.ends == "finding") == entry.level.empty()) return "Ends and Level do not fit";
     if (entry.ends == "finding") return "";
+    if (!is_plain(title(entry))) return "not plain: " + title(entry);
     const std::optional<Recognised> known = recognise(entry.messages.front() + "   ");
     if (!known) return "not recognised";
     return known->entry == &entry ? "" : "taken for " + known->entry->code;
@@ -113,86 +52,54 @@ TEST(Index, IsThePageAndKnowsEachMessage) {
     EXPECT_EQ(find_code("no-such"), nullptr);
 }
 
-TEST(Index, ReadsParagraphsAndExamples) {
-    const MessageEntry* entry = find_code("control-integer");
-    ASSERT_NE(entry, nullptr);
-    EXPECT_EQ(
-        entry->cause,
-        "The value of NCO or NMO is not a whole number. Only its first four characters count.");
-    ASSERT_EQ(entry->examples.size(), 2U);
-    EXPECT_EQ(entry->examples[1].kind, "corrected-control");
-    EXPECT_EQ(entry->examples[1].text, "INP m\nNCO 0\n");
-    EXPECT_EQ(find_code("rdarg-many")->wrong,
-              "$MODEL:M\n$PROD:Y\n  O:P(A,B,C,D,E,F,G,H,K)  Q:1\n$OFFTEXT\n");
-}
+// A message of the translator ("|" for a line end), and below it its code, values and plain words.
+const char* const recognised = R"( *** ADDSYM: symbol dimension error:Y
+addsym-dimension name=Y: symbol dimension error: `Y`
+ *** Symbol type mismatch: P
+chksym-type name=P: symbol type mismatch: `P`
+ *** Unrecognized keyword:@
+keyword-unknown keyword=: unrecognized keyword
+ *** ADDSYM: symbol type mismatch: I:, O:, D: or W:
+addsym-type name=I:, O:, D: or W:: symbol type mismatch: `I:, O:, D: or W:`
+*** REPBLK: 2nd report field must be I:, O:, D: or W:. Find: Q
+repblk-second label=Q: 2nd report field must be `I:`, `O:`, `D:` or `W:`, found `Q`
+ *** REPBLK: 3rd report field Q                    is not PROD or DEMAND.
+repblk-third label=Q: 3rd report field `Q` is not `PROD` or `DEMAND`
+FFOPEN: error opening filem.zlm      with status OLD|
+ffopen-input name=m.zlm: error opening file `m.zlm` with status OLD
+ *** Cannot find file: n| *** Nor can I find  : n.zlm|
+input-missing name=n: cannot find file: `n`; nor can I find: `n.zlm`
+ *** Cannot read file: a: b: c
+unit-read name=a reason=b: c: cannot read file: `a`: b: c
+ *** ADDSYM: Something new: X.
+none: something new: X
+ *** ADDSYM: symbol type mismatch:X
+none: symbol type mismatch:X
+ *** REPBLK: extra fields in report record. X
+none: extra fields in report record. X
+)";
 
 TEST(Index, RecognisesMessages) {
-    using Values = std::map<string, string>;
-    struct {
-        string message, code;
-        Values values;
-        string words;
-    } const rows[] = {
-        {" *** ADDSYM: symbol dimension error:Y",
-         "addsym-dimension",
-         {{"name", "Y"}},
-         "symbol dimension error: `Y`"},
-        {" *** Symbol type mismatch: P",
-         "chksym-type",
-         {{"name", "P"}},
-         "symbol type mismatch: `P`"},
-        {" *** Unrecognized keyword: ",
-         "keyword-unknown",
-         {{"keyword", ""}},
-         "unrecognized keyword"},
-        {" *** ADDSYM: symbol type mismatch: I:, O:, D: or W:",
-         "addsym-type",
-         {{"name", "I:, O:, D: or W:"}},
-         "symbol type mismatch: `I:, O:, D: or W:`"},
-        {" *** REPBLK: 3rd report field Q                    is not PROD or DEMAND.",
-         "repblk-third",
-         {{"label", "Q"}},
-         "3rd report field `Q` is not `PROD` or `DEMAND`"},
-        {"FFOPEN: error opening filem.zlm      with status OLD\n",
-         "ffopen-input",
-         {{"name", "m.zlm"}},
-         "error opening file `m.zlm` with status OLD"},
-        {" *** Cannot find file: n\n *** Nor can I find  : n.zlm\n",
-         "input-missing",
-         {{"name", "n"}},
-         "cannot find file: `n`; nor can I find: `n.zlm`"},
-        {" *** Cannot read file: a: b: c",
-         "unit-read",
-         {{"name", "a"}, {"reason", "b: c"}},
-         "cannot read file: `a`: b: c"},
-        {" *** ADDSYM: Something new: X.", "", {}, "something new: X"},
-        {" *** ADDSYM: symbol type mismatch:X", "", {}, "symbol type mismatch:X"},
-        {" *** REPBLK: extra fields in report record. X",
-         "",
-         {},
-         "extra fields in report record. X"},
-        {"", "", {}, ""},
-    };
-    for (const auto& row : rows) {
-        const std::optional<Recognised> known = recognise(row.message);
-        EXPECT_EQ(known ? known->entry->code : "", row.code) << row.message;
-        EXPECT_EQ(known ? known->values : Values(), row.values) << row.message;
-        EXPECT_EQ(plain_words(row.message, row.values), row.words);
+    const std::vector<string> lines = harness::lines_of(recognised);
+    for (std::size_t i = 0; i + 1 < lines.size(); i += 2) {
+        string message = std::regex_replace(lines[i], std::regex("@"), " ");
+        std::replace(message.begin(), message.end(), '|', '\n');
+        const std::optional<Recognised> known = recognise(message);
+        string read = known ? known->entry->code : "none";
+        const auto values = known ? known->values : std::map<string, string>();
+        for (const auto& [name, value] : values) read.append(" ").append(name + "=" + value);
+        EXPECT_EQ(read + ": " + plain_words(message, {}), lines[i + 1]);
     }
+    EXPECT_FALSE(recognise(""));
     // The name as the user wrote it.
     EXPECT_EQ(plain_words(" *** Unrecognized symbol: TAU", {{"name", "Tau"}}),
               "unrecognized symbol: `Tau`");
 }
 
 TEST(Index, TakesHelpFromTheFirstSentence) {
-    const std::vector<std::vector<string>> rows{
-        {"Correct the line. Or remove it.", "correct the line"},
-        {"Write `A. B` there.", "write `A. B` there"},
-        {"HDR names 1.5 files.", "HDR names 1.5 files"},
-        {"`$X` is it", "`$X` is it"},
-        {"", ""},
-    };
-    for (const auto& row : rows) EXPECT_EQ(as_help(row[0]), row[1]);
+    EXPECT_EQ(as_help("Correct the line. Or remove it."), "correct the line");
+    EXPECT_EQ(as_help("Write `A. B` there."), "write `A. B` there");
+    EXPECT_EQ(as_help("HDR names 1.5 files.") + as_help(""), "HDR names 1.5 files");
 }
 
 // Findings in each format.
@@ -223,20 +130,6 @@ Finding at(const string& text, int column, int end_column, const string& path = 
 }
 
 TEST(Text, IsLaidOutAroundTheLine) {
-    EXPECT_EQ(rendered(usual, false),
-              "error[addsym-type]: symbol type mismatch: `PX`\n"
-              "  --> model.zlm:12:7\n"
-              "   |\n"
-              "12 |     O:PX  Q:1\n"
-              "   |       ^^\n"
-              "   |\n"
-              "note: `PX` was declared here, as a sector\n"
-              "  --> model.zlm:3:5\n"
-              "   |\n"
-              "3  |     PX\n"
-              "   |     ^^\n"
-              "   = help: give the two things different names");
-    EXPECT_EQ(rendered(whole_file, false), "warning[model-none]: no model\n --> a b,c:100%.zlm");
     EXPECT_EQ(rendered(placeless, false),
               "error[usage]: unknown option `--fast`\n  = help: did you mean `--format`?");
     EXPECT_EQ(rendered({Severity::warning,
@@ -257,33 +150,31 @@ TEST(Text, IsLaidOutAroundTheLine) {
 }
 
 TEST(Text, ShowsAnyLine) {
-    const string unknown = "\xEF\xBF\xBD";
+    const string odd = "\xEF\xBF\xBD";
     const string hundred(100, 'x');
+    const string sixty(60, 'y');
     struct {
         string text;
         int column, end_column;
         string line, carets;
     } const rows[] = {
         {"\tO:PX\tQ:1", 7, 10, "\tO:PX\tQ:1", "\t    \t^^^"},
-        {"  O:P\xC3\x89X \xE2\x82\xAC", 5, 8, "  O:P\xC3\x89X \xE2\x82\xAC", "    ^^^"},
+        {"  P\xC3\x89X \xE2\x82\xAC", 3, 6, "  P\xC3\x89X \xE2\x82\xAC", "  ^^^"},
         {"\xC3\x89\tX", 3, 4, "\xC3\x89\tX", " \t^"},
         // Not UTF-8: a column is a byte, and so is what is shown of it.
-        {"\xC3\x89\xE9 Q:1", 5, 8, unknown + unknown + unknown + " Q:1", "    ^^^"},
-        {"\xF0\x9F\x98", 1, 2, unknown + unknown + unknown, "^"},
-        {"\xED\xA0\x80", 1, 2, unknown + unknown + unknown, "^"},  // a surrogate
-        {"\xC0\x80", 1, 2, unknown + unknown, "^"},                // longer than needed
-        {"\x1b[2J \x7F\r", 2, 3, unknown + "[2J " + unknown + unknown, " ^"},
-        {string("\xC2\x9B\xE2") + "\x80\xAE"
-                                  "A",
-         3, 4, unknown + unknown + "A", "  ^"},  // CSI; right to left
-        {string("A\0B", 3), 3, 4, "A" + unknown + "B", "  ^"},
+        {"\xC3\x89\xE9 Q:1", 5, 8, odd + odd + odd + " Q:1", "    ^^^"},
+        {"\xF0\x9F\x98", 1, 2, odd + odd + odd, "^"},
+        {"\x1b[2J \x7F\r", 2, 3, odd + "[2J " + odd + odd, " ^"},
+        {"\xC2\x9B\xE2\x80\xAE-", 3, 4, odd + odd + "-", "  ^"},  // CSI; right to left
+        {string("A\0B", 3), 3, 4, "A" + odd + "B", "  ^"},
         // A place behind the end, an empty one, one that goes on too far.
         {"AB", 5, 6, "AB", "    ^"},
         {"AB", 1, 1, "AB", "^"},
         {"AB", 2, 99, "AB", " ^"},
-        {hundred + string(60, 'y'), 160, 161, hundred + string(60, 'y'), string(159, ' ') + "^"},
-        {hundred + string(61, 'y'), 1, 2, hundred + string(54, 'y') + "...", "^"},
-        {hundred + string(61, 'y'), 161, 162, "..." + string(93, 'x') + string(61, 'y'),
+        // Long lines are shown in part.
+        {hundred + sixty, 160, 161, hundred + sixty, string(159, ' ') + "^"},
+        {"z" + hundred + sixty, 1, 2, "z" + hundred + sixty.substr(7) + "...", "^"},
+        {hundred + sixty + "z", 161, 162, "..." + hundred.substr(7) + sixty + "z",
          string(156, ' ') + "^"},
         {hundred + "yz" + hundred + hundred, 101, 103,
          "..." + string(50, 'x') + "yz" + hundred + "xx...", string(53, ' ') + "^^"},
@@ -295,8 +186,7 @@ TEST(Text, ShowsAnyLine) {
                   "warning[line-plus]: it is `+P`\n --> m.zlm:7:" + std::to_string(row.column) +
                       "\n  |\n7 | " + row.line + "\n  | " + row.carets);
     }
-    EXPECT_EQ(rendered(at("", 1, 2), false),
-              "warning[line-plus]: it is `+P`\n --> m.zlm:7:1\n  |\n7 |\n  | ^");
+    EXPECT_TRUE(rendered(at("", 1, 2), false).ends_with("\n  |\n7 |\n  | ^"));
 }
 
 TEST(Short, IsALineEach) {
@@ -309,9 +199,6 @@ TEST(Short, IsALineEach) {
 }
 
 TEST(Github, EscapesWhatDividesACommand) {
-    EXPECT_EQ(report_finding(Format::github, usual, true, true),
-              "::error title=addsym-type,file=model.zlm,line=12,endLine=12,col=7,endColumn=9"
-              "::symbol type mismatch: `PX`\n");
     EXPECT_EQ(report_finding(Format::github, whole_file, false, false),
               "::warning title=model-none,file=a b%2Cc%3A100%25.zlm,line=1,endLine=1::no model\n");
     EXPECT_EQ(
@@ -345,7 +232,6 @@ TEST(Sarif, HasRelativeLocations) {
     finding.span.path = std::filesystem::current_path().string() + "/a/m\xC3\xA9 1.zlm";
     finding.remarks.front().span.path = "/over:there/m.zlm";
     const string index = std::to_string(find_code("addsym-type") - message_index().data());
-    const string result = report_finding(Format::sarif, finding, true, true);
     const string start =
         R"({"ruleId":"addsym-type","ruleIndex":)" + index +
         R"(,"level":"error","message":{"text":"symbol type mismatch: `PX`\n)"
@@ -357,27 +243,16 @@ TEST(Sarif, HasRelativeLocations) {
         R"("region":{"startLine":3,"startColumn":5,"endColumn":7}},)"
         R"("message":{"text":"`PX` was declared here, as a sector"}}],)"
         R"("partialFingerprints":{"orvexLine/v1":")";
-    EXPECT_TRUE(result.starts_with(start)) << result << "\nshould begin with\n" << start;
+    const string result = report_finding(Format::sarif, finding, true, true);
+    EXPECT_EQ(result.substr(0, start.size()), start);
     // The fingerprint stays where lines move and where the path is written in another way.
-    Finding moved = finding;
-    moved.span = {"a/m\xC3\xA9 1.zlm", 99, 7, 9, 1000, 1002, finding.span.text};
-    Finding other = moved;
-    other.span.text += ' ';
-    const auto print = [](const Finding& of) {
-        const string text = report_finding(Format::sarif, of, true, false);
-        return text.substr(text.find("partialFingerprints"));
+    const auto has_its_print = [&](const string& path, const string& text) {
+        finding.span = {path, 99, 7, 9, 1000, 1002, text};
+        return report_finding(Format::sarif, finding, true, false)
+            .ends_with(result.substr(result.find("partialFingerprints")));
     };
-    EXPECT_EQ(print(moved), print(finding));
-    EXPECT_NE(print(other), print(finding));
-}
-
-TEST(Formats, HaveNames) {
-    EXPECT_EQ(format_of("text"), Format::text);
-    EXPECT_EQ(format_of("short"), Format::brief);
-    EXPECT_EQ(format_of("json"), Format::json);
-    EXPECT_EQ(format_of("sarif"), Format::sarif);
-    EXPECT_EQ(format_of("github"), Format::github);
-    EXPECT_FALSE(format_of("brief") || format_of("") || format_of("Text"));
+    EXPECT_TRUE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text));
+    EXPECT_FALSE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text + ' '));
 }
 
 // Schemas.
@@ -417,30 +292,20 @@ TEST(Schema, HoldsForJson) {
     const harness::Folder folder;
     folder.write("all.json", report(Format::json, all_kinds));
     folder.write("none.json", report(Format::json, {}));
-    const string span = R"("path":"m","column":1,"end_line":1,"end_column":1,"byte_start":0,)"
-                        R"("byte_end":0,"primary":true,"text":"")";
-    const string finding = R"({"version":1,"type":"finding","severity":"error","message":"m",)"
-                           R"("children":[],"rendered":"m")";
-    string wrong = finding + R"(,"code":"c","spans":[{"line":1,)" + span + "}]}\n";
-    // The first is valid; each of the others lacks one thing, or has one that must not be.
-    const std::vector<string> refused{
-        finding + R"(,"spans":[]})",
-        finding + R"(,"code":"c","spans":[{"line":0,)" + span + "}]}",
-        finding + R"(,"code":"c","spans":[{)" + span + "}]}",
-        R"({"version":1,"type":"summary","files":1,"errors":1,"warnings":0,"status":1})",
-        R"({"version":1,"type":"summary","files":1,"errors":1,"warnings":0,"more":0,"status":1})",
-        R"({"version":2,"type":"finding"})",
-    };
-    for (const string& line : refused) wrong += line + "\n";
-    folder.write("wrong.json", wrong);
-    const std::optional<string> out =
-        with_python(folder, "\"$python\" '" TESTS_DIR "/validate.py' '" DOCS_DIR
-                            "/findings.schema.json' all.json none.json wrong.json | cut -d: -f1");
+    folder.write("usual.json", report(Format::json, {usual}));
+    // Each edit takes one thing away, or makes it one that must not be.
+    const std::optional<string> out = with_python(
+        folder,
+        R"(for edit in 's/,"code":"[a-z-]*"//' 's/"line":12,//' 's/"line":12/"line":0/' \
+    's/,"more":false//' 's/"more":false/"more":0/' 's/"version":1/"version":2/'
+do sed "$edit" usual.json; done >wrong.json
+"$python" ')" TESTS_DIR "/validate.py' '" DOCS_DIR
+        R"(/findings.schema.json' all.json none.json wrong.json | cut -d: -f1 | tr '\n' ' ')");
     if (!out) GTEST_SKIP() << no_python;
     EXPECT_EQ(*out,
-              "valid\nvalid\nvalid\nvalid\nvalid\nvalid\nvalid\nvalid\n"
-              "valid\nvalid\n"
-              "invalid\ninvalid\ninvalid\ninvalid\ninvalid\ninvalid\n");
+              "valid valid valid valid valid valid valid valid valid "
+              "invalid valid invalid valid invalid valid valid invalid valid invalid "
+              "invalid invalid ");
 }
 
 TEST(Schema, HoldsForSarif) {
@@ -484,21 +349,16 @@ TEST(Spelling, FindsTheNearest) {
         string found;
     } const rows[] = {
         {"SECTOR", keywords, "SECTORS"},
-        {"sectros", keywords, "SECTORS"},
-        {"COMODITYS", keywords, "COMMODITIES"},
-        {"PRDO", keywords, "PROD"},    // a swap is one step, and 4 / 3 allows one
-        {"PRDOX", keywords, ""},       // 5 / 3 allows one
-        {"PRODUC", keywords, "PROD"},  // 6 / 3 allows two
-        {"PRODUCT", keywords, ""},     // 7 / 3 allows two, three are needed
-        {"prod", keywords, ""},        // the word itself
-        {"PZ", {"PX", "PY"}, "PX"},    // equally near: the first
-        {"P", {"PX", "Q"}, "PX"},      // one step, however short the word
-        {"P", {"QX"}, ""},
+        {"PRDO", keywords, "PROD"},      // a swap is one step, and 4 / 3 allows one
+        {"PRODUC", keywords, "PROD"},    // 6 / 3 allows two
+        {"PRODUCT", keywords, ""},       // 7 / 3 allows two, three are needed
+        {"prod", keywords, ""},          // the word itself
+        {"PZ", {"PX", "PY"}, "PX"},      // equally near: the first
+        {"P", {"PX", "Q"}, "PX"},        // one step, however short the word
         {"AB", {"ABCD", "ABC"}, "ABC"},  // the nearer, not the first
         {"CA", {"ABC"}, ""},             // no change within a swap
         {"P", {""}, ""},
         {"", {"P"}, "P"},
-        {"X", {}, ""},
     };
     for (const auto& row : rows)
         EXPECT_EQ(nearest(row.word, row.candidates), row.found) << row.word;
@@ -506,41 +366,7 @@ TEST(Spelling, FindsTheNearest) {
 
 // explain and codes.
 
-TEST(Explain, ShowsTheEntry) {
-    EXPECT_EQ(explain("control-integer", false),
-              R"(error[control-integer]: invalid integer in run control file: `<label> <value>`
-
-The value of NCO or NMO is not a whole number. Only its first four characters
-count.
-
-Write a number of at most four characters, or leave the line out for 0.
-
-The translator's own words:
-
-    *** Invalid integer in run control file: <label> <value>
-
-Wrong control file:
-
-    INP m
-    NCO none
-
-Corrected control file:
-
-    INP m
-    NCO 0
-)");
-    const string unreachable = explain("conblk-colon", false);
-    EXPECT_NE(unreachable.find("\n\nNo model leads to this message: `$CONSTRAINT` without a colon "
-                               "is already refused\n"),
-              string::npos)
-        << unreachable;
-    const string own = explain("line-plus", true);
-    EXPECT_TRUE(own.starts_with("\x1b[1;33mwarning[line-plus]\x1b[0m\x1b[1m: ")) << own;
-    EXPECT_EQ(own.find("own words"), string::npos);
-    EXPECT_EQ(explain("no-such", true), "");
-}
-
-TEST(Explain, ShowsTheExamplesOfEachEntry) {
+TEST(Explain, ShowsEachEntry) {
     for (const MessageEntry& entry : message_index()) {
         const string text = explain(entry.code, false);
         EXPECT_EQ(text.find("```"), string::npos) << entry.code;
@@ -548,17 +374,24 @@ TEST(Explain, ShowsTheExamplesOfEachEntry) {
                            entry.text.find("```wrong-command") != string::npos ||
                            entry.text.find("```control") != string::npos;
         EXPECT_EQ(text.find("\n\nWrong") != string::npos, wrong) << entry.code;
+        EXPECT_EQ(text.find("own words") == string::npos, entry.ends == "finding") << entry.code;
     }
+    const string unreachable = explain("conblk-colon", false);
+    EXPECT_NE(unreachable.find("\n\nNo model leads to this message: `$CONSTRAINT` without a "),
+              string::npos);
+    const string own = explain("line-plus", true);
+    EXPECT_TRUE(own.starts_with("\x1b[1;33mwarning[line-plus]\x1b[0m\x1b[1m: ")) << own;
+    EXPECT_EQ(explain("no-such", true), "");
 }
 
 TEST(Codes, AreListedWithLevelAndMessage) {
     const string list = list_codes();
-    EXPECT_TRUE(std::regex_search(
-        list, std::regex("\ncontrol-label +error +invalid input to `orvexpp`\n")));
-    EXPECT_TRUE(
-        std::regex_search(list, std::regex("\nsymlst-references +warning +the reference ")));
-    EXPECT_TRUE(std::regex_search(
-        list, std::regex("\nname-unused +warning +<kind> `<name>` is declared and ")));
+    for (const char* const line :
+         {"\ncontrol-label +error +invalid input to `orvexpp`\n",
+          "\nsymlst-references +warning +the reference .*; <count> references are not included in",
+          "\nname-unused +warning +<kind> `<name>` is declared and "}) {
+        EXPECT_TRUE(std::regex_search(list, std::regex(line))) << line;
+    }
     EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), std::ssize(message_index()));
 }
 
