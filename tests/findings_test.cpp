@@ -26,7 +26,8 @@ namespace {
 // Whether there is nothing of the translator's own spelling outside the back quotes of a title.
 bool is_plain(const string& title) {
     static const std::regex quoted("`[^`]+`");
-    static const std::regex plain("(ORVEX|ZELM|PAL|OLD|SCRATCH|can I find|<[a-z]+>|[-a-z0-9 ,:;#])+");
+    static const std::regex plain(
+        "(ORVEX|ZELM|PAL|OLD|SCRATCH|can I find|<[a-z]+>|[-a-z0-9 ,:;#])+");
     return std::regex_match(std::regex_replace(title, quoted, ""), plain) &&
            title.find("  ") == string::npos && title.find(" :") == string::npos;
 }
@@ -257,19 +258,6 @@ TEST(Sarif, HasRelativeLocations) {
 
 // Schemas.
 
-// Runs a command of the shell in which "$python" is an interpreter that has jsonschema; none where
-// there is no such interpreter.
-std::optional<string> with_python(const harness::Folder& folder, const string& command) {
-    const string choice =
-        "for python in python3 /usr/bin/python3 none; do\n"
-        "\"$python\" -c 'import jsonschema' 2>/dev/null && break\ndone\n"
-        "[ $python != none ] || exit 99\n";
-    const harness::Result result = folder.shell(choice + command);
-    if (result.status == 99) return {};
-    EXPECT_EQ(result.status, 0) << result.err;
-    return result.out;
-}
-
 string report(Format format, const std::vector<Finding>& findings) {
     string text = report_head(format);
     for (const Finding& finding : findings) {
@@ -286,57 +274,48 @@ const std::vector<Finding> all_kinds{usual,
                                      at("\x1b[2J\x01\"\\", 2, 3, "/a b#?.zlm"),
                                      at(string("A\0B", 3), 3, 4, "<stdin>")};
 
-const char* const no_python = "no python3 with jsonschema (Debian: python3-jsonschema)";
+// Each edit of wrong.json takes one thing away, or makes it one that must not be.
+const string check_schemas =
+    R"(for python in python3 /usr/bin/python3 none; do
+"$python" -c 'import jsonschema' 2>/dev/null && break
+done; [ $python != none ] || exit 99
+for edit in 's/,"code":"[a-z-]*"//' 's/"line":12,//' 's/"line":12/"line":0/' \
+    's/,"more":false//' 's/"more":false/"more":0/' 's/"version":1/"version":2/'
+do sed "$edit" usual.json; done >wrong.json
+sed 's/%FF/ /' all.sarif >wrong.sarif
+valid() { "$python" ')" TESTS_DIR R"(/validate.py' "$@" | cut -d: -f1 | tr '\n' ' '; echo; }
+valid ')" DOCS_DIR R"(/findings.schema.json' all.json none.json wrong.json
+valid ')" TESTS_DIR R"(/sarif.schema.json' all.sarif none.sarif wrong.sarif
+"$python" -c 'import json
+run = json.load(open("all.sarif"))["runs"][0]
+for result in run["results"]:
+    rule = run["tool"]["driver"]["rules"][result["ruleIndex"]]
+    uri = result["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
+    print(result["ruleId"], rule["id"], uri)')";
 
-TEST(Schema, HoldsForJson) {
+TEST(Schemas, HoldForJsonAndSarif) {
     const harness::Folder folder;
     folder.write("all.json", report(Format::json, all_kinds));
     folder.write("none.json", report(Format::json, {}));
     folder.write("usual.json", report(Format::json, {usual}));
-    // Each edit takes one thing away, or makes it one that must not be.
-    const std::optional<string> out = with_python(
-        folder,
-        R"(for edit in 's/,"code":"[a-z-]*"//' 's/"line":12,//' 's/"line":12/"line":0/' \
-    's/,"more":false//' 's/"more":false/"more":0/' 's/"version":1/"version":2/'
-do sed "$edit" usual.json; done >wrong.json
-"$python" ')" TESTS_DIR "/validate.py' '" DOCS_DIR
-        R"(/findings.schema.json' all.json none.json wrong.json | cut -d: -f1 | tr '\n' ' ')");
-    if (!out) GTEST_SKIP() << no_python;
-    EXPECT_EQ(*out,
+    folder.write("all.sarif", report(Format::sarif, all_kinds));
+    folder.write("none.sarif", report(Format::sarif, {}));
+    const harness::Result result = folder.shell(check_schemas);
+    if (result.status == 99)
+        GTEST_SKIP() << "no python3 with jsonschema (Debian: python3-jsonschema)";
+    EXPECT_EQ(result.out,
               "valid valid valid valid valid valid valid valid valid "
               "invalid valid invalid valid invalid valid valid invalid valid invalid "
-              "invalid invalid ");
-}
-
-TEST(Schema, HoldsForSarif) {
-    const harness::Folder folder;
-    const string all = report(Format::sarif, all_kinds);
-    folder.write("all.json", all);
-    folder.write("none.json", report(Format::sarif, {}));
-    string wrong = all;
-    wrong.replace(wrong.find("%FF"), 3, " ");
-    folder.write("wrong.json", wrong);
-    folder.write("rules.py",
-                 "import json\n"
-                 "run = json.load(open('all.json'))['runs'][0]\n"
-                 "for result in run['results']:\n"
-                 "    rule = run['tool']['driver']['rules'][result['ruleIndex']]\n"
-                 "    uri = result['locations'][0]['physicalLocation']['artifactLocation']['uri']\n"
-                 "    print(result['ruleId'], rule['id'], uri)\n");
-    const std::optional<string> out =
-        with_python(folder, "\"$python\" '" TESTS_DIR "/validate.py' '" TESTS_DIR
-                            "/sarif.schema.json' all.json none.json wrong.json | cut -d: -f1\n"
-                            "\"$python\" rules.py");
-    if (!out) GTEST_SKIP() << no_python;
-    EXPECT_EQ(*out,
-              "valid\nvalid\ninvalid\n"
+              "invalid invalid \n"
+              "valid valid invalid \n"
               "addsym-type addsym-type model.zlm\n"
               "model-none model-none a%20b%2Cc%3A100%25.zlm\n"
               "usage usage .\n"
               "line-plus line-plus m.zlm\n"
               "line-plus line-plus a%FF\n"
               "line-plus line-plus file:///a%20b%23%3F.zlm\n"
-              "line-plus line-plus %3Cstdin%3E\n");
+              "line-plus line-plus %3Cstdin%3E\n")
+        << result.err;
 }
 
 // Spelling.

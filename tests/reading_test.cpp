@@ -213,23 +213,18 @@ std::string shown(const Statement& statement) {
 
 TEST(Generator, TakesStatementsApart) {
     const char* const rows[][2] = {
-        {"PUT'$SECTORS:'/;", "banner $SECTORS|||"},
-        {"PUT /,'Y';", "head |Y||"},
         {"PUT /,'$PROD:Y''.'S.TL'.US';", "head $PROD|Y(S,\"US\")||"},
         {"PUT /,'O:X''.'T.TE(T+1)'.'F(I.TL;", "head O|X(T+1,F(I)||"},
         {"PUT /,'O:IT'S''.'I.TL;", "head O|IT'S(I)||"},
         {"PUT /,'+Q:1';", "head +Q|1||"},
         {"PUT /,;", "head |||"},
         {"PUT /,'.'I.TL;", "head |(I)||"},
-        {"PUT /'+','A:RA''.'R.TL;", "more A|RA(R)||"},
-        {"PUT /,'+Q:'Y0(S);", "value Q||Y0(S)|"},
         {"PUT /,'+Q:' ;", "value Q|||"},
         {"PUT /,'+','Q:'(-5);", "value Q||-5|"},
         {"PUT /,'+',R.TL,':'1;", "value R.TL||1|"},
         {"PUT /,'+',R.TL,'(S)'':'E(R);", "value R.TL(S)||E(R)|"},
         {"PUT /,'$PEPS:1.E-8'", "option $PEPS||PEPS:1.E-8|"},
         {"LOOP((S,T)$(P(S)),", "loop |(S,T)||(P(S))"},
-        {"LOOP(R,", "loop |(R)||"},
         {"IF(ABS(F(S,T)) GT ORVEPS,", "guard |||F(S,T)"},
         {"IF ( ( (ORD(T)+1 GE 1) * (ORD(T)+1 LE CARD(T )) ),",
          "condition |||( (ORD(T)+1 GE 1) * (ORD(T)+1 LE CARD(T )) )"},
@@ -263,24 +258,21 @@ TEST(Generator, KnowsDeclarationsAndNumbers) {
 
 TEST(Translator, LeavesTheOutputsOfTheModels) {
     const Workplace place;
-    const auto translated = [&](const RunSettings& settings) {
-        const char* const text =
-            "$MODEL:..\n$SECTORS:\n  Y\n$OFFTEXT\n"
-            "$MODEL:B\n$CONSTRAINT: X\n$OFFTEXT\n$MODEL:C\n$OFFTEXT\n";
-        return run_translator(ORVEXPP_EXE, place, text, {"..", "B", "C"}, settings);
-    };
-    const RunResult result = translated({"a b.scr", "1:2", 8, 6});
+    const RunResult result =
+        run_translator(ORVEXPP_EXE, place,
+                       "$MODEL:..\n$SECTORS:\n  Y\n$OFFTEXT\n"
+                       "$MODEL:B\n$CONSTRAINT: X\n$OFFTEXT\n$MODEL:C\n$OFFTEXT\n",
+                       {"..", "B", "C"}, {"a b.scr", "1:2", 8, 6});
     EXPECT_TRUE(fs::is_empty(place.path()));
     EXPECT_TRUE(result.failed);
     EXPECT_EQ(result.message + "|" + result.last_record,
               " *** Unrecognized symbol: X|$CONSTRAINT: X");
     ASSERT_EQ(result.models.size(), 2U);
-    EXPECT_TRUE(result.models[0].complete);
-    EXPECT_FALSE(result.models[1].complete);
-    EXPECT_NE(result.models[0].header.find("FILE ORV09 /\"a b.scr\"/;"), std::string::npos);
-    EXPECT_NE(result.models[0].header.find("n_constr   6\n"), std::string::npos);
-    EXPECT_NE(result.models[0].generator.find("==\"1:2\" $EXIT"), std::string::npos);
-    EXPECT_EQ(translated({}).models[0].generator.find("$EXIT"), std::string::npos);
+    const ModelOutput& whole = result.models[0];
+    EXPECT_TRUE(whole.complete && !result.models[1].complete);
+    EXPECT_NE(whole.header.find("FILE ORV09 /\"a b.scr\"/;"), std::string::npos);
+    EXPECT_NE(whole.header.find("n_constr   6\n"), std::string::npos);
+    EXPECT_NE(whole.generator.find("==\"1:2\" $EXIT"), std::string::npos);
 }
 
 std::string failure_of(const std::string& program, const RunSettings& settings = {}) {
@@ -374,7 +366,7 @@ Economy economy_behind_another() {
     return read_economy(source, 1, {true, false}, result.models.at(0));
 }
 
-TEST(Economy, HasTheBlocksOfTheModel) {
+TEST(Economy, HasTheBlocksAndNamesOfTheModel) {
     const Economy economy = economy_behind_another();
     EXPECT_EQ(economy.model + std::to_string(economy.line), "B3");
     EXPECT_EQ(blocks(economy),
@@ -389,10 +381,6 @@ TEST(Economy, HasTheBlocksOfTheModel) {
               "  V:R(S)@21 I:P(S)=P@21 PROD:Y(S)=Y@21\n"
               "  V:U@24 W:H=H@24\n"
               "PROD:V@22\n");
-}
-
-TEST(Economy, HasTheNamesOfTheModel) {
-    const Economy economy = economy_behind_another();
     std::string names;
     for (const char* const name : {"Y", "V", "N", "C", "M", "U", "S"})
         names += shown(economy, name) + "\n";
