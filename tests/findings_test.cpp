@@ -88,7 +88,8 @@ TEST(Index, RecognisesMessages) {
         const std::optional<Recognised> known = recognise(message);
         string read = known ? known->entry->code : "none";
         const auto values = known ? known->values : std::map<string, string>();
-        for (const auto& [name, value] : values) read.append(" ").append(name + "=" + value);
+        for (const auto& [name, value] : values)
+            read.append(" ").append(name).append("=").append(value);
         EXPECT_EQ(read + ": " + plain_words(message, {}), lines[i + 1]);
     }
     EXPECT_FALSE(recognise(""));
@@ -166,7 +167,7 @@ TEST(Text, ShowsAnyLine) {
         {"\xC3\x89\xE9 Q:1", 5, 8, odd + odd + odd + " Q:1", "    ^^^"},
         {"\xF0\x9F\x98", 1, 2, odd + odd + odd, "^"},
         {"\x1b[2J \x7F\r", 2, 3, odd + "[2J " + odd + odd, " ^"},
-        {"\xC2\x9B\xE2\x80\xAE-", 3, 4, odd + odd + "-", "  ^"},  // CSI; right to left
+        {string("\xC2\x9B\xE2") + "\x80\xAE-", 3, 4, odd + odd + "-", "  ^"},  // CSI; right to left
         {string("A\0B", 3), 3, 4, "A" + odd + "B", "  ^"},
         // A place behind the end, an empty one, one that goes on too far.
         {"AB", 5, 6, "AB", "    ^"},
@@ -355,6 +356,9 @@ TEST(Explain, ShowsEachEntry) {
         EXPECT_EQ(text.find("\n\nWrong") != string::npos, wrong) << entry.code;
         EXPECT_EQ(text.find("own words") == string::npos, entry.ends == "finding") << entry.code;
     }
+}
+
+TEST(Explain, SaysWhatIsOddAboutAnEntry) {
     const string unreachable = explain("conblk-colon", false);
     EXPECT_NE(unreachable.find("\n\nNo model leads to this message: `$CONSTRAINT` without a "),
               string::npos);

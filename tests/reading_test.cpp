@@ -169,29 +169,32 @@ $ERROR  ERROR ENCOUNTERED IN PREPROCESSOR
 X             PARAM          7
 )";
 
+std::string shown(const Header& header) {
+    std::string all;
+    for (const Variable& variable : header.variables)
+        all += variable.entry + "|" + variable.description + "\n";
+    for (const Symbol& symbol : header.symbols) {
+        all.append(kind_with_article(symbol.kind)).append(" ");
+        all += symbol.name + " " + numbers(symbol.references) + "\n";
+    }
+    return all + numbers({header.first_line, header.last_line});
+}
+
 TEST(Header, IsReadByItsPlan) {
     const Header header = read_header(header_text, 99998);
-    std::string variables;
-    for (const Variable& variable : header.variables)
-        variables += variable.entry + "|" + variable.description + "\n";
-    EXPECT_EQ(variables,
+    EXPECT_EQ(shown(header),
               "Y(S, T)|EQUATION DUMMY01  Artificial equation for model:\n"
               "EQUATION|(of) no   use\n"
-              "X (I)|\n");
+              "X (I)|\n"
+              "a set \"T 1\" 99998\n"
+              "an auxiliary variable TAU 1 2 3 4 5 6 7 8 9 10 11 101\n"
+              "a report variable X \n"
+              "99999 100001");
     EXPECT_EQ(joined(header.constraints, " "), "TAU T.U");
     EXPECT_EQ(header.constraint_text,
               "\nEQUATION EQ_001 Complementary equation(s) for TAU;\n"
               "EQ_001..\n/; THE MODEL:\n\n");
-    EXPECT_EQ(numbers({header.first_line, header.last_line}), "99999 100001");
     EXPECT_TRUE(header.references_lost);
-    std::string symbols;
-    for (const Symbol& symbol : header.symbols)
-        symbols += std::string(kind_with_article(symbol.kind)) + " " + symbol.name + " " +
-                   numbers(symbol.references) + "\n";
-    EXPECT_EQ(symbols,
-              "a set \"T 1\" 99998\n"
-              "an auxiliary variable TAU 1 2 3 4 5 6 7 8 9 10 11 101\n"
-              "a report variable X \n");
     EXPECT_EQ(find_symbol(header, "X"), &header.symbols.back());
     EXPECT_EQ(find_symbol(header, "NOBODY"), nullptr);
 }
@@ -293,27 +296,28 @@ TEST(Translator, SaysWhyItCouldNotRun) {
         fs::permissions(here + "script", fs::perms::owner_all);
         return failure_of(here + "script");
     };
-    EXPECT_EQ(script("kill -9 $$"), here + "script was ended by signal 9");
-    EXPECT_EQ(script("echo no; echo ' *** a' >&2; echo b >&2; exit 2"),
-              here + "script ended with status 2: *** a b");
-    EXPECT_EQ(script("echo ' *** a  '; echo; echo ' b'"), "*** a b");
-    EXPECT_EQ(script("printf %0300000d 0"), std::string(300000, '0'));
-    EXPECT_EQ(script("cat; ls -A >&2"), "none");
-
     folder.write("text", "");
-    EXPECT_EQ(failure_of("/nowhere/orvexpp"), "/nowhere/orvexpp: No such file or directory");
-    EXPECT_EQ(failure_of(here + "text"), here + "text: Permission denied");
-    EXPECT_EQ(failure_of(folder.path()), folder.path() + " is not a program");
-    EXPECT_EQ(failure_of(ORVEXPP_EXE), "FFOPEN: error opening file A/B.GEN");
-
     const std::string long_path(255, 'p');
-    EXPECT_EQ(failure_of(here + "script", {long_path, "", 9999, -999}), "none");
-    EXPECT_EQ(failure_of(here + "script", {long_path + "p", "", 0, 0}),
-              "the path of the put file is longer than 255 characters");
-    EXPECT_EQ(failure_of(here + "script", {"", "1\n2", 0, 0}),
-              "the time stamp holds a line end or a NUL");
-    EXPECT_EQ(failure_of(here + "script", {"", "", 10000, 0}),
-              "the starting number of the models has more than four characters");
+    const std::string script_path = here + "script";
+    const std::string rows[][2] = {
+        {failure_of("/nowhere/orvexpp"), "/nowhere/orvexpp: No such file or directory"},
+        {failure_of(here + "text"), here + "text: Permission denied"},
+        {failure_of(folder.path()), folder.path() + " is not a program"},
+        {failure_of(ORVEXPP_EXE), "FFOPEN: error opening file A/B.GEN"},
+        {script("kill -9 $$"), script_path + " was ended by signal 9"},
+        {script("echo no; echo ' *** a' >&2; echo b >&2; exit 2"),
+         script_path + " ended with status 2: *** a b"},
+        {script("echo ' *** a  '; echo; echo ' b'"), "*** a b"},
+        {script("printf %0300000d 0"), std::string(300000, '0')},
+        {script("cat; ls -A >&2"), "none"},
+        {failure_of(script_path, {long_path, "", 9999, -999}), "none"},
+        {failure_of(script_path, {long_path + "p", "", 0, 0}),
+         "the path of the put file is longer than 255 characters"},
+        {failure_of(script_path, {"", "1\n2", 0, 0}), "the time stamp holds a line end or a NUL"},
+        {failure_of(script_path, {"", "", 10000, 0}),
+         "the starting number of the models has more than four characters"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(row[0], row[1]);
 }
 
 std::string row(const std::vector<Field>& fields) {
