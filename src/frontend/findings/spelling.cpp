@@ -42,7 +42,7 @@ std::string nearest(std::string_view word, const std::vector<std::string>& candi
         if (candidate.empty() || longer - shorter > limit) continue;
         const std::size_t steps = distance(word, candidate);
         if (steps == 0) return {};
-        if (steps >= least) continue;
+        if (steps >= least || steps == longer) continue;
         least = steps;
         best = candidate;
     }
