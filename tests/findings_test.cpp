@@ -338,7 +338,7 @@ TEST(Spelling, FindsTheNearest) {
         {"AB", {"ABCD", "ABC"}, "ABC"},  // the nearer, not the first
         {"CA", {"ABC"}, ""},             // no change within a swap
         {"P", {""}, ""},
-        {"", {"P"}, "P"},
+        {"Q", {"P"}, ""},  // nothing in common
     };
     for (const auto& row : rows)
         EXPECT_EQ(nearest(row.word, row.candidates), row.found) << row.word;
