@@ -2,6 +2,16 @@
 
 namespace orvex {
 
+// Each page that is touched costs time, and of the tables a small model only touches the first rows: the
+// long ones stand together, apart from the rest, and the names begin with a page.
+constexpr std::size_t page_size = 4096;
+Table<Reference, maxref> symref;
+alignas(page_size) Table<Name, maxsym> symbol;
+Table<Name, maxset> set;
+Table<int, maxsym> symloc;
+Table<char, maxsym> symdim;
+Table<char, maxsym> symtyp;
+
 Text<50> versn;
 Line inpfil;
 Line scrfil;
@@ -35,17 +45,11 @@ Line output;
 int nif = 0;
 int nloop = 0;
 int nblkif = 0;
-Table<Name, maxset> set;
 int nset = 0;
 int mset = 0;
 int mblkif = 0;
 int mloop = 0;
 
-Table<Name, maxsym> symbol;
-Table<char, maxsym> symtyp;
-Table<int, maxsym> symdim;
-Table<int, maxsym> symloc;
-Table<Reference, maxref> symref;
 int nsym = 0;
 int nref = 0;
 int nrefign = 0;

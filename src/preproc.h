@@ -86,7 +86,7 @@ extern int mloop;                // nloop there
 // The symbol table: kept by symbols/table, printed by symbols/listing
 extern Table<Name, maxsym> symbol;  // names, in the order of their first occurrence
 extern Table<char, maxsym> symtyp;  // type codes: A P C V D R S
-extern Table<int, maxsym> symdim;   // numbers of arguments
+extern Table<char, maxsym> symdim;  // numbers of arguments
 extern Table<int, maxsym> symloc;   // row in symref of the newest reference, 0 for none
 struct Reference {
     int line;   // input line number

@@ -70,9 +70,8 @@ View reference_columns(std::span<const int> references) {
     return {columns.data(), static_cast<std::size_t>(next - columns.data())};
 }
 
-void write_entry(int isym) {
-    static std::array<int, maxref> held;
-    const std::span<int> references = std::span(held).first(at(nref));  // no symbol has more
+// `references` has room for all of the model.
+void write_entry(int isym, std::span<int> references) {
     const int count = getref(isym, references);
     const int margin = column_width() + label_width;
     for (int first = 0; first == 0 || first < count; first += numbers_a_line) {
@@ -87,11 +86,11 @@ void write_entry(int isym) {
 }  // namespace
 
 void symlst() {
-    static std::array<int, maxsym> sorted;
+    static std::array<int, maxsym + maxref> rows;  // the order, and behind it a symbol's references
     write_head();
-    const std::span<int> order(sorted.data(), at(nsym));
+    const std::span<int> order(rows.data(), at(nsym));
     sortc(order, symbol);
-    for (const int isym : order) write_entry(isym);
+    for (const int isym : order) write_entry(isym, {order.data() + nsym, at(nref)});
 }
 
 void sortc(std::span<int> indx, const Table<Name, maxsym>& names) {

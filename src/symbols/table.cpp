@@ -27,9 +27,11 @@ constexpr int block_size = 32;
 Table<Mark, maxsym + block_size> symmrk;
 
 Mark mark_of(View name) {
-    std::array<Mark, 2> halves{};
-    const std::size_t kept = std::min(name.size(), sizeof halves);
-    std::memcpy(halves.data(), name.data() + name.size() - kept, kept);
+    constexpr std::size_t counted = 8;
+    Bytes<counted> last{};
+    copy_piece(last.data(), name.substr(name.size() - std::min(name.size(), counted)));
+    std::array<Mark, 2> halves;
+    std::memcpy(halves.data(), last.data(), counted);
     return halves[0] ^ halves[1];
 }
 
@@ -101,7 +103,7 @@ void enter(View name, char typ, int dimension) {
     symbol[at(nsym)] = name;
     symmrk[at(nsym)] = mark_of(symbol[at(nsym)]);
     symtyp[at(nsym)] = typ;
-    symdim[at(nsym)] = dimension;
+    symdim[at(nsym)] = static_cast<char>(dimension);
     symloc[at(nsym)] = 0;
     addref(nsym);
 }
