@@ -35,6 +35,13 @@ constexpr View trimmed(View view) {
     return view;
 }
 
+// What a piece of a text may be given as. A literal's length is known without a call.
+constexpr View piece_of(View view) { return view; }
+template <std::size_t size>
+constexpr View piece_of(const char (&literal)[size]) {
+    return {literal, size - 1};
+}
+
 // Sizes that no piece of a short text can have look possible to GCC 12.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Warray-bounds"
@@ -57,8 +64,10 @@ void copy_long_piece(char* to, View piece);
 // so short that a call would cost more than the copying.
 inline void copy_piece(char* to, View piece) {
     const std::size_t size = piece.size();
-    if (size > 16) {
+    if (size > 32) {
         copy_long_piece(to, piece);
+    } else if (size >= 16) {
+        copy_ends<std::array<std::uint64_t, 2>>(to, piece);
     } else if (size >= 8) {
         copy_ends<std::uint64_t>(to, piece);
     } else if (size >= 4) {
@@ -142,8 +151,11 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Would the whole piece find room behind the last non-blank character?
-    bool has_room_for(View piece) const { return length_ + length_of(piece) <= N; }
+    // Would all the pieces find room behind the last non-blank character?
+    template <typename... Pieces>
+    bool has_room_for(const Pieces&... pieces) const {
+        return (piece_of(pieces).size() + ...) <= static_cast<std::size_t>(N - length_);
+    }
 
     void clear() { length_ = 0; }
 
@@ -159,9 +171,11 @@ class Text {
     }
     void blank_from(int first) { blank(first, N); }
 
-    // Puts the piece directly behind the last non-blank character; what has no room is cut.
-    void append(View piece) {
-        add(piece);
+    // Puts the pieces, each with its blanks, directly behind the last non-blank character; what has no
+    // room is cut.
+    template <typename... Pieces>
+    void append(const Pieces&... pieces) {
+        (add(piece_of(pieces)), ...);
         trim();
     }
 
@@ -273,7 +287,8 @@ void write_number(char* columns, int value, Fill fill) {
         std::memset(columns, '*', Width);
         return;
     }
-    auto rest = value < 0 ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    const bool negative = value < 0;
+    auto rest = negative ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
     Bytes<Width> written;
     written.fill(static_cast<char>(fill));
     int first = Width;  // columns from here on hold digits
@@ -281,12 +296,14 @@ void write_number(char* columns, int value, Fill fill) {
         written[static_cast<std::size_t>(--first)] = static_cast<char>('0' + rest % 10);
         rest /= 10;
     } while (rest != 0 && first > 0);
-    // Zeros fill all the columns with digits, so a sign never fits beside them.
-    const bool fits = rest == 0 && (value >= 0 || (fill == Fill::blanks && first > 0));
-    if (!fits) {
-        written.fill('*');
-    } else if (value < 0) {
-        written[static_cast<std::size_t>(--first)] = '-';
+    if (negative) {
+        // Zeros fill all the columns with digits, so a sign never fits beside them.
+        const bool fits = rest == 0 && fill == Fill::blanks && first > 0;
+        if (!fits) {
+            written.fill('*');
+        } else {
+            written[static_cast<std::size_t>(--first)] = '-';
+        }
     }
     std::memcpy(columns, written.data(), Width);
 }

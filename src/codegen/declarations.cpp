@@ -96,8 +96,7 @@ Line distinct_sets() {
     Line list = "(";
     for (auto name = first; name != first + narg; ++name) {
         if ((*name)[1] == '"' || std::find(first, name, *name) != name) continue;
-        list.append(*name);
-        list.append(",");
+        list.append(*name, ",");
     }
     return list;
 }

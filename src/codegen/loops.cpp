@@ -41,8 +41,7 @@ Line new_set_list() {
         }
         symlenmx = std::max(symlenmx, name.length());
         if (find_active(name) != nullptr) continue;
-        list.append(name);
-        list.append(",");
+        list.append(name, ",");
         activate(name);
     }
     return list;
@@ -69,10 +68,9 @@ void sloop() {
     const bool has_sets = length_of(sets) >= 2;
     output.clear();
     if (has_sets) {
-        output = condtn.is_blank() ? joined<maxline>({"LOOP(", sets, "),"})
-                                   : joined<maxline>({"LOOP(", sets, ")$", condtn, ","});
+        output.append("LOOP(", sets, condtn.is_blank() ? View(")") : View(")$"), condtn, ",");
     } else if (!condtn.is_blank()) {
-        output = joined<maxline>({"IF (", condtn, ","});
+        output.append("IF (", condtn, ",");
     } else {
         return;
     }

@@ -58,7 +58,8 @@ void closel(Level kind) {
 void ifblck(View cond) {
     cond = trimmed(cond);
     if (cond.empty()) return;
-    output = joined<maxline>({"IF(ABS(", cond, ") GT ORVEPS, "});
+    output.clear();
+    output.append("IF(ABS(", cond, ") GT ORVEPS, ");
     wrtzlm();
     ++nif;
 }

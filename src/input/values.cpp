@@ -9,10 +9,6 @@ namespace orvex {
 
 namespace {
 
-// A value's statement before it is known to fit: label, value and what stands around them.
-constexpr int longest_statement = maxline + 50;
-using Statement = Text<longest_statement>;
-
 struct HeadType {
     View head;
     char symtyp;
@@ -33,46 +29,54 @@ View put_text(Put mode) {
     return "PUT";
 }
 
+// Appends to the statement what must have room as a whole; else stops with the message.
+template <typename... Pieces>
+void append_whole(View message, const Pieces&... pieces) {
+    if (!output.has_room_for(pieces...)) pperror(message);
+    output.append(pieces...);
+}
+
 // 'LABEL:NAME', or what there is of it.
-Line head_item(View head) {
-    if (head.empty() && root.is_blank()) return {};
-    if (head.empty()) return joined<maxline>({"'", root, "'"});
-    return joined<maxline>({"'", head, ":", root, "'"});
+void append_head(View head) {
+    if (head.empty() && root.is_blank()) return;
+    output.append("'", head, View(head.empty() ? "" : ":"), root, "'");
 }
 
 // What prints one argument when the generator file runs: a quoted element as it stands, the element of
 // a set by its text, a lead or lag by the text of the shifted element.
-Line argument_item(View argument) {
+void append_argument(View argument) {
+    constexpr View too_long = " *** CHRFLD: statement exceeds 255 characters.";
     if (!argument.empty() && argument.front() == '"') {
         const View element = argument.size() < 2 ? View() : argument.substr(1, argument.size() - 2);
-        return joined<maxline>({"'.", element, "'"});
+        return append_whole(too_long, "'.", element, "'");
     }
     const auto plus = argument.find('+') + 1;  // 0 when there is none
     const auto minus = argument.find('-') + 1;
     const auto shift = std::max(plus, minus);
-    if (shift == 0) return joined<maxline>({"'.'", argument, ".TL"});
-    return joined<maxline>({"'.'", argument.substr(0, shift - 1), ".TE(", argument, ")"});
+    if (shift == 0) return append_whole(too_long, "'.'", argument, ".TL");
+    append_whole(too_long, "'.'", argument.substr(0, shift - 1), ".TE(", argument, ")");
 }
 
 // The statement of numfld, without a condition.
-Statement value_statement() {
+void append_value() {
+    constexpr View too_long = " *** NUMFLD: statement exceeds 255 characters.";
     const View value = field;
     const bool negative = !value.empty() && value.front() == '-';
     if (label == "K") {
-        return negative ? joined<longest_statement>({"PUT /,'+','K:'(", value, ");"})
-                        : joined<longest_statement>({"PUT /,'+','K:'", value, ";"});
+        return negative ? append_whole(too_long, "PUT /,'+','K:'(", value, ");")
+                        : append_whole(too_long, "PUT /,'+','K:'", value, ";");
     }
     const View name = label.is_blank() ? View(" ") : label.view();
     if (!label.contains('.')) {
-        return negative ? joined<longest_statement>({"PUT /,'+','", name, ":'(", value, ");"})
-                        : joined<longest_statement>(
-                              {"PUT /,'+", name, ":'", value.empty() ? " " : value, ";"});
+        return negative ? append_whole(too_long, "PUT /,'+','", name, ":'(", value, ");")
+                        : append_whole(too_long, "PUT /,'+", name, ":'",
+                                       value.empty() ? View(" ") : value, ";");
     }
     const int open = label.find('(');
     if (open == 0 || !label.contains(".TL"))
-        return joined<longest_statement>({"PUT /,'+',", name, ",':'", value, ";"});
-    return joined<longest_statement>(
-        {"PUT /,'+',", label.slice(1, open - 1), ",'", label.from(open), "'':'", value, ";"});
+        return append_whole(too_long, "PUT /,'+',", name, ",':'", value, ";");
+    append_whole(too_long, "PUT /,'+',", label.slice(1, open - 1), ",'", label.from(open), "'':'",
+                 value, ";");
 }
 
 // Does the text begin like a number?
@@ -87,15 +91,15 @@ bool numric(View text) {
 void chrfld(View text, Put mode) {
     const View head = trimmed(text);
     const bool conditional = !condtn.is_blank();
-    output = conditional ? joined<maxline>({"IF (", condtn, ", ", put_text(mode)})
-                         : Line(put_text(mode));
-    output.append(head_item(head));
-    for (int i = 1; i <= narg; ++i) {
-        const Line item = argument_item(arg[static_cast<std::size_t>(i)]);
-        if (!output.has_room_for(item)) pperror(" *** CHRFLD: statement exceeds 255 characters.");
-        output.append(item);
+    output.clear();
+    if (conditional) {
+        output.append("IF (", condtn, ", ", put_text(mode));
+    } else {
+        output.append(put_text(mode));
     }
-    output.append(conditional ? " );" : ";");
+    append_head(head);
+    for (int i = 1; i <= narg; ++i) append_argument(arg[static_cast<std::size_t>(i)]);
+    output.append(View(conditional ? " );" : ";"));
     wrtzlm();
     for (const HeadType& row : head_types) {
         if (head == row.head) addsym(row.symtyp);
@@ -104,11 +108,10 @@ void chrfld(View text, Put mode) {
 
 void numfld() {
     output.clear();
-    if (!condtn.is_blank()) output = joined<maxline>({"IF (", condtn, ","});
-    const Statement statement = value_statement();
-    if (!output.has_room_for(statement)) pperror(" *** NUMFLD: statement exceeds 255 characters.");
-    output.append(statement);
-    if (!condtn.is_blank()) output = joined<maxline>({output, "  );"});
+    const bool conditional = !condtn.is_blank();
+    if (conditional) output.append("IF (", condtn, ",");
+    append_value();
+    if (conditional) output.append("  );");
     wrtzlm();
     if (!numric(field)) addsym('D');
 }
