@@ -11,25 +11,25 @@ namespace {
 bool next_line() {
     View line;
     if (!read_line(kinp, line)) return false;
-    record = line;
-    strip(record);
-    lstrec = record;
+    lstrec = line;
+    strip(lstrec);
     ++lineno;
     return true;
 }
 
-// The echo shows the line before TABs and letters are changed.
 void echo_line() {
     std::array<char, 7> mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};  // the number, two blanks
     write_number<5>(mark.data(), lineno, Fill::blanks);
-    write_line(klst, {whole(mark), record});
+    write_line(klst, {whole(mark), lstrec});
 }
 
+// The comment keeps its small letters.
 void split_comment() {
     descrp.clear();
     const int mark = record.find('!');
     if (mark == 0) return;
-    descrp = record.from(mark + 1);
+    descrp = lstrec.from(mark + 1);
+    notab(descrp);
     record.blank_from(mark);
 }
 
@@ -39,10 +39,11 @@ int getrec() {
     do {
         if (!next_line()) return 1;
         echo_line();
-        if (record[1] != '*') notab(record);
-    } while (record[1] == '*' || record.is_blank());
+        if (lstrec[1] == '*') continue;
+        record = lstrec;
+        uppernotab(record);
+    } while (lstrec[1] == '*' || record.is_blank());
     split_comment();
-    upper(record);
     return 0;
 }
 

@@ -36,6 +36,11 @@ void notab(Text<N>& text) {
     text.map([](char c) { return c == tab ? blank_char : c; });
 }
 
+template <int N>
+void uppernotab(Text<N>& text) {
+    text.map([](char c) { return c == tab ? blank_char : upper_letter(c); });
+}
+
 // Position of the first character that is not a blank (a TAB is none), or 0.
 template <int N>
 int firstnonblank(const Text<N>& text) {
