@@ -191,6 +191,25 @@ TEST(Units, GiveBackTheLinesThatTheyGot) {
     close_all_units();
 }
 
+// The output's buffer fills in the middle of a text that is copied to it from memory.
+TEST(Units, CopyOverTheEndOfTheBuffer) {
+    const harness::Folder folder;
+    ASSERT_TRUE(open_output(khdr, folder.path() + "/copied"));
+    open_scratch(klst);
+    std::string own;
+    std::string listed;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string line = std::to_string(i) + times(200, 'x');
+        write_line(khdr, {"own ", line});
+        write_line(klst, {line});
+        own += "own " + line + "\n";
+        listed += line + "\n";
+    }
+    filcpy(klst, khdr);
+    close_all_units();
+    EXPECT_TRUE(folder.read("copied") == own + listed);
+}
+
 TEST(Units, ReadALineLongerThanTheBufferAndOneWithoutLineEnd) {
     const harness::Folder folder;
     folder.write("lines", times(600'000, 'x') + "\nnext\n" + times(300'000, 'y') + "\n\nlast");
