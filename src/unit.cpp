@@ -6,6 +6,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <sys/sendfile.h>
+#endif
 
 namespace orvex {
 
@@ -41,6 +44,7 @@ alignas(page_size) std::array<Unit, last_unit - first_unit + 1> units;
 alignas(page_size) char buffers[last_unit - first_unit + 1][buffer_size];
 
 Unit& unit_of(int number) { return units[static_cast<std::size_t>(number - first_unit)]; }
+char* buffer_of(int number) { return buffers[number - first_unit]; }
 char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
 
 unsigned bit_of(int number) { return 1U << static_cast<unsigned>(number - first_unit); }
@@ -151,8 +155,20 @@ std::size_t read_some(Unit& unit, char* to, std::size_t room) {
     return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
 }
 
-// Writes what is left of a scratch file, which so never passes through the scratch file's own buffer.
+// Lets the system copy what is left of a scratch file, which so does not pass through memory here. Where
+// it cannot, or fails, the rest is left to be read and written, which tells what is wrong.
+void send_file([[maybe_unused]] Unit& unit, [[maybe_unused]] const Unit& scratch) {
+#ifdef __linux__
+    constexpr std::size_t most = std::size_t{1} << 30U;
+    flush(unit);
+    while (unit.error == 0 && ::sendfile(unit.descriptor, scratch.descriptor, nullptr, most) > 0) {
+    }
+#endif
+}
+
+// Writes what is left of a scratch file, which never passes through the scratch file's own buffer.
 void write_file(Unit& unit, Unit& scratch) {
+    send_file(unit, scratch);
     std::size_t count = 0;
     do {
         if (unit.end == buffer_size) flush(unit);
@@ -293,7 +309,7 @@ void open_scratch(int number) { fresh_unit(number).kind = Kind::scratch; }
 
 bool read_line(int number, View& line) {
     Unit& unit = unit_of(number);
-    const char* const buffer = buffer_of(unit);
+    const char* const buffer = buffer_of(number);
     std::size_t scanned = 0;  // bytes from `begin` on that hold no line end
     do {
         const char* const start = buffer + unit.begin;
@@ -319,7 +335,7 @@ bool line_was_ended(int number) {
 void write_line(int number, std::initializer_list<View> pieces) {
     Unit& unit = unit_of(number);
     if (unit.end + longest_line + 1 > buffer_size) flush(unit);
-    char* const start = buffer_of(unit) + unit.end;
+    char* const start = buffer_of(number) + unit.end;
     char* next = start;
     for (const View piece : pieces) {
         copy_piece(next, piece);
@@ -327,7 +343,7 @@ void write_line(int number, std::initializer_list<View> pieces) {
     }
     if (unit.kind == Kind::scratch) next = copied_form_end(start, next);
     *next++ = '\n';
-    unit.end = static_cast<std::size_t>(next - buffer_of(unit));
+    unit.end += static_cast<std::size_t>(next - start);
 }
 
 void filcpy(int from, int to) {
