@@ -6,14 +6,24 @@ namespace orvex {
 
 void copy_long_piece(char* to, View piece) { std::memmove(to, piece.data(), piece.size()); }
 
-int compare_padded(View a, View b) {
-    const std::size_t length = std::max(a.size(), b.size());
-    for (std::size_t i = 0; i < length; ++i) {
-        const auto left = static_cast<unsigned char>(i < a.size() ? a[i] : blank_char);
-        const auto right = static_cast<unsigned char>(i < b.size() ? b[i] : blank_char);
-        if (left != right) return left < right ? -1 : 1;
+namespace {
+
+// Order of the rest of a text against blanks.
+int compare_to_blanks(View rest) {
+    for (const char c : rest) {
+        if (c != blank_char) return static_cast<unsigned char>(c) < blank_char ? -1 : 1;
     }
     return 0;
+}
+
+}  // namespace
+
+int compare_padded(View a, View b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    const int order = a.substr(0, common).compare(b.substr(0, common));  // as unsigned characters
+    if (order != 0) return order;
+    return a.size() > common ? compare_to_blanks(a.substr(common))
+                             : -compare_to_blanks(b.substr(common));
 }
 
 Text<11> decimal(int value) {
