@@ -226,7 +226,7 @@ TEST(Translate, ADepfileIsReadByMake) {
     const std::string input = R"(an $odd #name\ .zlm)";
     folder.write(input, model("M"));
     folder.write("good.zlm", model("N"));
-    folder.shell("\"$ORVEX\" translate --out 'o u$t' --depfile d 'an $odd #name\\ .zlm' good.zlm");
+    folder.shell(R"("$ORVEX" translate --out 'o u$t' --depfile d 'an $odd #name\ .zlm' good.zlm)");
     EXPECT_EQ(folder.read("d"),
               "o\\ u$$t/M.GEN o\\ u$$t/M.HDR o\\ u$$t/N.GEN o\\ u$$t/N.HDR: \\\n"
               " an\\ $$odd\\ \\#name\\\\\\ .zlm good.zlm\n");
@@ -284,19 +284,19 @@ TEST(Jobs, ResultsComeInOrderAndNobodyRunsFarAhead) {
     for (const int jobs : {1, 2, 5}) {
         std::atomic<std::size_t> started = 0;
         std::size_t taken = 0;
-        std::atomic<bool> wrong = false;
+        std::atomic<int> faults = 0;
         const std::size_t ahead = 8 * static_cast<std::size_t>(jobs);
         frontend::in_order(
             200, jobs,
             [&](std::size_t, int worker) {
                 ++started;
-                if (worker < 0 || worker >= jobs) wrong = true;
+                faults += static_cast<int>(worker < 0 || worker >= jobs);
             },
             [&](std::size_t index) {
-                if (index != taken++ || started > index + ahead) wrong = true;
+                faults += static_cast<int>(index != taken++ || started > index + ahead);
             });
         EXPECT_EQ(taken, 200U);
-        EXPECT_FALSE(wrong) << jobs;
+        EXPECT_EQ(faults, 0) << jobs;
         EXPECT_EQ(failure(jobs, true) + failure(jobs, false), "sevenseven");
     }
 }

@@ -161,18 +161,20 @@ Graph wide_graph() {
 
 TEST(Graph, WideTable) {
     const std::vector<string> lines = harness::lines_of(draw(wide_graph(), "table"));
+    std::size_t widest = 0;
     std::ptrdiff_t marks = 0;
     for (const string& line : lines) {
-        EXPECT_LE(line.size(), 100U) << line;
+        widest = std::max(widest, line.size());
         if (line.starts_with("GOOD")) marks += std::count(line.begin(), line.end(), '+');
     }
+    EXPECT_LE(widest, 100U);
     EXPECT_EQ(marks, 60);
     // The names of the columns stand upright: S01 to S45, then S46 to S60.
-    EXPECT_EQ(lines[3].substr(0, 30), "       | 0 0 0 0 0 0 0 0 0 1 1");
-    EXPECT_EQ(lines[4].substr(0, 30), "       | 1 2 3 4 5 6 7 8 9 0 1");
+    EXPECT_EQ(lines[3].substr(0, 30) + "\n" + lines[4].substr(0, 30),
+              "       | 0 0 0 0 0 0 0 0 0 1 1\n"
+              "       | 1 2 3 4 5 6 7 8 9 0 1");
     EXPECT_EQ(lines[6].substr(0, 16), "GOOD01 | + . . .");
-    EXPECT_EQ(lines[68].substr(0, 12), "       | 4 4");
-    EXPECT_EQ(lines[69].substr(0, 12), "       | 6 7");
+    EXPECT_EQ(lines[68].substr(0, 12) + lines[69].substr(0, 12), "       | 4 4       | 6 7");
 }
 
 TEST(Graph, Svg) {
