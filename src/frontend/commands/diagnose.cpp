@@ -192,7 +192,7 @@ std::string meant(const Clues& clues) {
     const std::string_view code = clues.code();
     const Statement* const field = last_field(clues.statements);
     if (code == "keyword-unknown" || code == "keyword-colon") {
-        const std::string keyword = meant_keyword(first_word(clues.value("keyword")));
+        std::string keyword = meant_keyword(first_word(clues.value("keyword")));
         if (keyword.empty()) return keyword;
         return "$" + keyword + (keyword == "OFFTEXT" ? "" : ":");
     }
