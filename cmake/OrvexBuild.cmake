@@ -37,7 +37,8 @@ if(ORVEX_SANITIZE)
 endif()
 
 if(ORVEX_COVERAGE)
-    target_compile_options(orvex_build INTERFACE --coverage)
+    # The front end counts on several threads.
+    target_compile_options(orvex_build INTERFACE --coverage -fprofile-update=atomic)
     target_link_options(orvex_build INTERFACE --coverage)
 endif()
 
