@@ -10,11 +10,11 @@
 #include "frontend/findings/spelling.h"
 #include "frontend/inputs.h"
 #include "frontend/jobs.h"
+#include "frontend/reading/bytes.h"
 #include "frontend/reading/economy.h"
 #include "frontend/reporter.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <memory>
@@ -194,7 +194,7 @@ void finish(Session& session, std::size_t index) {
 // One header path can take the header of one model only.
 void look_at_header(Session& session) {
     std::string name = session.options.model;
-    for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    make_upper(name);
     std::size_t models = 0;
     for (std::size_t i = 0; i < session.paths.size(); ++i) {
         if (!read(session, i)) continue;

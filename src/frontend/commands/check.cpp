@@ -2,8 +2,10 @@
 
 #include "frontend/commands/diagnose.h"
 #include "frontend/commands/warnings.h"
+#include "frontend/findings/failure.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/spelling.h"
+#include "frontend/reading/bytes.h"
 #include "frontend/reading/generator.h"
 #include "frontend/reading/header.h"
 
@@ -48,12 +50,9 @@ bool silence(Search& search, int line) {
     return true;
 }
 
-void add_error(Search& search, std::string code, std::string message, Span span,
-               std::string help = {}) {
-    Finding finding{Severity::error, std::move(code), std::move(message), std::move(span), {}};
-    if (help.empty()) help = as_help(find_code(finding.code)->cure);
-    finding.remarks.push_back({Severity::help, std::move(help), {}});
-    search.checked.findings.push_back(std::move(finding));
+void add_error(Search& search, std::string code, std::string message, Span span) {
+    search.checked.findings.push_back(
+        failure(std::move(code), std::move(message), std::move(span)));
 }
 
 // Whether a model's name can be that of its outputs; says why not.
@@ -74,13 +73,6 @@ bool accept_name(Search& search, const ModelText& model, std::map<std::string, i
     return false;
 }
 
-std::string upper(std::string text) {
-    for (char& c : text) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return text;
-}
-
 // Silences what would begin a model: without its end, a model has the lines of the next one in it.
 void leave_out(Search& search, const ModelText& model) {
     for (int line = model.line; line <= model.last; ++line) {
@@ -92,7 +84,8 @@ void leave_out(Search& search, const ModelText& model) {
 
 // Chooses the models to be translated, and silences the others.
 void choose_models(Search& search) {
-    const std::string wanted = upper(search.options.model);
+    std::string wanted = search.options.model;
+    make_upper(wanted);
     std::map<std::string, int> lines;
     std::vector<std::string> all;
     for (std::size_t i = 0; i < search.source.models.size(); ++i) {
@@ -110,10 +103,12 @@ void choose_models(Search& search) {
     }
     const bool found = std::find(all.begin(), all.end(), wanted) != all.end();
     if (!wanted.empty() && !found) {
-        const std::string near = nearest(wanted, all);
         add_error(search, "model-unknown", "no model is named `" + search.options.model + "`",
-                  span_of(search.source, 0, 0, 0),
-                  near.empty() ? std::string() : "did you mean `" + near + "`?");
+                  whole_file(search.source.path));
+        if (const std::string near = nearest(wanted, all); !near.empty()) {
+            search.checked.findings.back().remarks = {
+                {Severity::help, "did you mean `" + near + "`?", {}}};
+        }
     }
 }
 
@@ -141,7 +136,7 @@ void add_system_messages(Search& search, std::string_view text) {
         text.remove_prefix(std::min(line.size() + 1, text.size()));
         if (const auto known = recognise(line)) {
             add_error(search, known->entry->code, plain_words(line, known->values),
-                      span_of(search.source, 0, 0, 0));
+                      whole_file(search.source.path));
         }
     }
 }
