@@ -278,34 +278,21 @@ Text<N> joined(std::initializer_list<View> pieces) {
 enum class Fill : char { blanks = ' ', zeros = '0' };
 template <int Width>
 void write_number(char* columns, int value, Fill fill) {
-    constexpr int too_wide = [] {
-        int power = 1;
-        for (int column = 0; column < Width; ++column) power *= 10;
-        return power;
-    }();
-    if (value >= too_wide) {
-        std::memset(columns, '*', Width);
-        return;
-    }
+    std::memset(columns, static_cast<char>(fill), Width);
     const bool negative = value < 0;
     auto rest = negative ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-    Bytes<Width> written;
-    written.fill(static_cast<char>(fill));
     int first = Width;  // columns from here on hold digits
     do {
-        written[static_cast<std::size_t>(--first)] = static_cast<char>('0' + rest % 10);
+        columns[--first] = static_cast<char>('0' + rest % 10);
         rest /= 10;
     } while (rest != 0 && first > 0);
-    if (negative) {
-        // Zeros fill all the columns with digits, so a sign never fits beside them.
-        const bool fits = rest == 0 && fill == Fill::blanks && first > 0;
-        if (!fits) {
-            written.fill('*');
-        } else {
-            written[static_cast<std::size_t>(--first)] = '-';
-        }
+    // Zeros fill all the columns with digits, so a sign never fits beside them.
+    const bool sign_fits = fill == Fill::blanks && first > 0;
+    if (rest != 0 || (negative && !sign_fits)) {
+        std::memset(columns, '*', Width);
+    } else if (negative) {
+        columns[first - 1] = '-';
     }
-    std::memcpy(columns, written.data(), Width);
 }
 
 template <int Width>

@@ -21,13 +21,17 @@ Argument& slot(int number) { return arg[static_cast<std::size_t>(number)]; }
 // argument ends at the first ")" behind the last comma, and only the ones before it are limited here.
 void split_list(const Line& list, int open, int first, int& count, const Messages& messages) {
     int delimiter = open;
-    for (int comma = list.find(',', delimiter + 1); comma != 0;
-         comma = list.find(',', delimiter + 1)) {
-        if (++count > maxarg) pperror(messages.too_many);
-        slot(first + count - 1) = list.slice(delimiter + 1, comma - 1);
-        delimiter = comma;
+    int close = 0;
+    for (int position = open + 1; position <= list.length(); ++position) {
+        if (list[position] == ',') {
+            if (++count > maxarg) pperror(messages.too_many);
+            slot(first + count - 1) = list.slice(delimiter + 1, position - 1);
+            delimiter = position;
+            close = 0;
+        } else if (list[position] == ')' && close == 0) {
+            close = position;
+        }
     }
-    const int close = list.find(')', delimiter + 1);
     if (close == 0) pperror(messages.not_closed);
     ++count;
     slot(first + count - 1) = list.slice(delimiter + 1, close - 1);

@@ -54,7 +54,7 @@ template <int N>
 void lftjst(Text<N>& text) {
     int first = 1;
     while (first < N && (text[first] == blank_char || text[first] == tab)) ++first;
-    if (first < N) text = text.from(first);
+    if (first > 1 && first < N) text = text.from(first);
 }
 
 }  // namespace orvex

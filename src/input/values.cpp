@@ -44,17 +44,13 @@ void append_head(View head) {
 
 // What prints one argument when the generator file runs: a quoted element as it stands, the element of
 // a set by its text, a lead or lag by the text of the shifted element.
-void append_argument(View argument) {
+void append_argument(const Argument& argument) {
     constexpr View too_long = " *** CHRFLD: statement exceeds 255 characters.";
-    if (!argument.empty() && argument.front() == '"') {
-        const View element = argument.size() < 2 ? View() : argument.substr(1, argument.size() - 2);
-        return append_whole(too_long, "'.", element, "'");
-    }
-    const auto plus = argument.find('+') + 1;  // 0 when there is none
-    const auto minus = argument.find('-') + 1;
-    const auto shift = std::max(plus, minus);
+    if (argument[1] == '"')
+        return append_whole(too_long, "'.", argument.slice(2, argument.length() - 1), "'");
+    const int shift = std::max(argument.find('+'), argument.find('-'));
     if (shift == 0) return append_whole(too_long, "'.'", argument, ".TL");
-    append_whole(too_long, "'.'", argument.substr(0, shift - 1), ".TE(", argument, ")");
+    append_whole(too_long, "'.'", argument.slice(1, shift - 1), ".TE(", argument, ")");
 }
 
 // The statement of numfld, without a condition.

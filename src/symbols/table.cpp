@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -17,7 +18,7 @@ constexpr char set_type = 'S';
 // A message followed by a name.
 Message about(View text, View name) { return joined<Message::size>({text, name}); }
 
-std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
+constexpr std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 
 // What a search looks at first: a name's last four characters, as one number. Names of a model begin alike more
 // often than they end alike. The numbers stand close together, so that a compiler can compare a block of
@@ -34,24 +35,28 @@ Mark mark_of(View name) {
     return mark;
 }
 
-bool block_has(int first, Mark mark) {
-    Mark found = 0;  // as wide as a mark, for vector instructions
-    for (int entry = first; entry < first + block_size; ++entry)
-        found += static_cast<Mark>(symmrk[at(entry)] == mark);
-    return found != 0;
+// The entries of a block that have the mark, a bit for each.
+std::uint32_t matches_in_block(int first, Mark mark) {
+    static constexpr auto bits = [] {
+        std::array<std::uint32_t, block_size> row{};
+        for (int place = 0; place < block_size; ++place) row[at(place)] = 1U << place;
+        return row;
+    }();
+    std::uint32_t matches = 0;
+    for (int place = 0; place < block_size; ++place) {
+        const auto equal = static_cast<Mark>(symmrk[at(first + place)] == mark);
+        matches |= bits[at(place)] & (0U - equal);  // for vector instructions, without a branch
+    }
+    return matches;
 }
 
 // The entry of that name, which has no trailing blanks, or 0.
 int find_symbol(View name) {
     const Mark mark = mark_of(name);
     for (int first = 1; first <= nsym; first += block_size) {
-        if (!block_has(first, mark)) continue;
-        const auto end = symmrk.begin() + std::min(first + block_size, nsym + 1);
-        for (auto found = symmrk.begin() + first; found != end; ++found) {
-            found = std::find(found, end, mark);
-            if (found == end) break;
-            const auto entry = static_cast<int>(found - symmrk.begin());
-            if (symbol[at(entry)].view() == name) return entry;
+        for (auto matches = matches_in_block(first, mark); matches != 0; matches &= matches - 1) {
+            const int entry = first + std::countr_zero(matches);
+            if (entry <= nsym && symbol[at(entry)].view() == name) return entry;
         }
     }
     return 0;
