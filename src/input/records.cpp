@@ -4,24 +4,27 @@
 #include "preproc.h"
 #include "unit.h"
 
+#include <array>
+
 namespace orvex {
 
 namespace {
 
+// The number of the line last read, and two blanks.
+std::array<char, 7> line_mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};
+
 bool next_line() {
     View line;
     if (!read_line(kinp, line)) return false;
+    ++lineno;
+    // Not where it is echoed: what has just been written digit by digit is slow to copy.
+    write_number<5>(line_mark.data(), lineno, Fill::blanks);
     lstrec = line;
     strip(lstrec);
-    ++lineno;
     return true;
 }
 
-void echo_line() {
-    std::array<char, 7> mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};  // the number, two blanks
-    write_number<5>(mark.data(), lineno, Fill::blanks);
-    write_line(klst, {whole(mark), lstrec});
-}
+void echo_line() { write_line(klst, {whole(line_mark), lstrec}); }
 
 // The comment keeps its small letters.
 void split_comment() {
