@@ -3,7 +3,7 @@
 #include "frontend/findings/messages.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/inputs.h"
-#include "frontend/options.h"
+#include "frontend/command_line.h"
 #include "frontend/reporter.h"
 #include "frontend/session.h"
 #include "frontend/streams.h"
