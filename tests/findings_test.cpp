@@ -4,6 +4,7 @@
 #include "frontend/findings/messages.h"
 #include "frontend/findings/report.h"
 #include "frontend/findings/spelling.h"
+#include "frontend/findings/wording.h"
 #include "harness.h"
 
 #include <algorithm>

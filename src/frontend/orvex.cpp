@@ -1,9 +1,9 @@
 // orvex, the program for people: it checks and translates ORVEX models and shows what is in them.
+#include "frontend/command_line.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/inputs.h"
-#include "frontend/command_line.h"
 #include "frontend/reporter.h"
 #include "frontend/session.h"
 #include "frontend/streams.h"

@@ -2,6 +2,7 @@
 
 #include "frontend/files.h"
 #include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -7,6 +7,7 @@
 #include "frontend/commands/translate.h"
 #include "frontend/files.h"
 #include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/inputs.h"
 #include "frontend/jobs.h"

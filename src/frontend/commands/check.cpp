@@ -4,7 +4,9 @@
 #include "frontend/commands/warnings.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/messages.h"
+#include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
+#include "frontend/findings/wording.h"
 #include "frontend/reading/bytes.h"
 #include "frontend/reading/generator.h"
 #include "frontend/reading/header.h"
@@ -37,16 +39,12 @@ struct Search {
     std::size_t errors = 0;
 };
 
-const SourceLine& line_of(const Source& source, int line) {
-    return source.lines[static_cast<std::size_t>(line) - 1];
-}
-
 // Turns a line into a comment. False where it is one already.
 bool silence(Search& search, int line) {
     const auto index = static_cast<std::size_t>(line);
-    if (search.input.silenced[index] || line_of(search.source, line).text.empty()) return false;
+    if (search.input.silenced[index] || line_at(search.source, line).text.empty()) return false;
     search.input.silenced[index] = true;
-    search.input.bytes[line_of(search.source, line).offset] = '*';
+    search.input.bytes[line_at(search.source, line).offset] = '*';
     return true;
 }
 
@@ -76,7 +74,7 @@ bool accept_name(Search& search, const ModelText& model, std::map<std::string, i
 // Silences what would begin a model: without its end, a model has the lines of the next one in it.
 void leave_out(Search& search, const ModelText& model) {
     for (int line = model.line; line <= model.last; ++line) {
-        if (record_of(line_of(search.source, line).text).starts_with("$MODEL:")) {
+        if (record_of(line_at(search.source, line).text).starts_with("$MODEL:")) {
             silence(search, line);
         }
     }
@@ -164,7 +162,7 @@ int overflow_line(const Search& search, const Fault& fault, std::string_view las
         if (statement.line == 0) continue;
         line = std::max(line, file_line(search.source, statement.line, search.checked.left_out));
     }
-    while (line < model.last && shown(line_of(search.source, line).text) != last_record) ++line;
+    while (line < model.last && shown(line_at(search.source, line).text) != last_record) ++line;
     return line;
 }
 
@@ -182,7 +180,7 @@ bool is_record(LineKind kind) { return kind != LineKind::blank && kind != LineKi
 int record_above(const Search& search, int line) {
     do {
         --line;
-    } while (line > 1 && (!is_record(line_of(search.source, line).kind) ||
+    } while (line > 1 && (!is_record(line_at(search.source, line).kind) ||
                           search.input.silenced[static_cast<std::size_t>(line)]));
     return line;
 }
@@ -197,7 +195,7 @@ int failing_line(const Search& search, const std::string& message, int last) {
         return last;
     }
     const std::string input =
-        search.input.bytes.substr(0, line_of(search.source, last).offset) + "$OFFTEXT\n";
+        search.input.bytes.substr(0, line_at(search.source, last).offset) + "$OFFTEXT\n";
     const RunResult run = translate(search, input);
     return run.failed && run.message == message ? record_above(search, last) : last;
 }
@@ -209,16 +207,16 @@ int last_to_silence(const Search& search, const Finding& finding, int line) {
     const auto model = std::find_if(source.models.begin(), source.models.end(),
                                     [&](const ModelText& text) { return text.last >= line; });
     const int end = model == source.models.end() ? line : model->last - (model->closed ? 1 : 0);
-    const bool is_keyword = line_of(source, line).kind == LineKind::keyword;
-    const std::string record = record_of(line_of(source, line).text);
+    const bool is_keyword = line_at(source, line).kind == LineKind::keyword;
+    const std::string record = record_of(line_at(source, line).text);
     const bool table_is_full = finding.code == "addsym-full" || finding.code == "sloop-full";
     const bool is_end = is_keyword && finding.code.starts_with("keyword") &&
                         meant_keyword(first_word(record).substr(1)) == "OFFTEXT";
     if (table_is_full || is_end) return end;
-    if (line_of(source, line).kind == LineKind::continuation) return line;
+    if (line_at(source, line).kind == LineKind::continuation) return line;
     int last = line;
     for (int next = line + 1; next <= end; ++next) {
-        const SourceLine& candidate = line_of(source, next);
+        const SourceLine& candidate = line_at(source, next);
         const bool belongs =
             is_keyword ? candidate.block == line : candidate.kind == LineKind::continuation;
         if (belongs) last = next;
@@ -231,7 +229,7 @@ bool silence_record(Search& search, const Finding& finding, int line) {
     const int last = last_to_silence(search, finding, line);
     bool any = false;
     for (int next = line; next <= last; ++next) {
-        if (is_record(line_of(search.source, next).kind)) any = silence(search, next) || any;
+        if (is_record(line_at(search.source, next).kind)) any = silence(search, next) || any;
     }
     return any;
 }

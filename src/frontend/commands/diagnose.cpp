@@ -1,7 +1,9 @@
 #include "frontend/commands/diagnose.h"
 
 #include "frontend/findings/messages.h"
+#include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
+#include "frontend/findings/wording.h"
 #include "frontend/reading/generator.h"
 #include "frontend/reading/header.h"
 
@@ -23,9 +25,7 @@ struct Clues {
     Header header;
     std::vector<Statement> statements;
 
-    std::string_view line() const {
-        return source.lines[static_cast<std::size_t>(fault.line) - 1].text;
-    }
+    std::string_view line() const { return line_at(source, fault.line).text; }
     std::string_view code() const {
         return known.entry == nullptr ? std::string_view() : std::string_view(known.entry->code);
     }
@@ -124,7 +124,7 @@ int first_line(const Clues& clues, const Symbol& symbol) {
     if (symbol.references.empty()) return 0;
     const int listed = file_line(clues.source, symbol.references.front(), clues.left_out);
     for (int line = listed; line > clues.source.models[clues.fault.model].line; --line) {
-        const std::string_view text = clues.source.lines[static_cast<std::size_t>(line) - 1].text;
+        const std::string_view text = line_at(clues.source, line).text;
         if (find_word(text, symbol.name) != nowhere) return line;
     }
     return listed;
@@ -162,7 +162,7 @@ void add_first_use(const Clues& clues, Finding& finding) {
 
 void add_report_block(const Clues& clues, Finding& finding) {
     for (int line = clues.source.models[clues.fault.model].line; line < clues.fault.line; ++line) {
-        const SourceLine& candidate = clues.source.lines[static_cast<std::size_t>(line) - 1];
+        const SourceLine& candidate = line_at(clues.source, line);
         if (candidate.kind != LineKind::keyword) continue;
         if (first_word(record_of(candidate.text)) != "$REPORT") continue;
         finding.remarks.push_back(
@@ -254,50 +254,6 @@ std::string meant_keyword(std::string_view word) {
         "CONSUMERS", "AUXILIARY", "ACTIVITIES", "PRICES", "MARKETS", "INCOME",  "PEPS",
         "EULCHK",    "WALCHK",    "DATECH",     "FUNLOG", "DIAGNL",  "ECHOP"};
     return nearest(word, keywords);
-}
-
-std::string_view first_word(std::string_view text) {
-    return text.substr(0, text.find_first_of(" \t:"));
-}
-
-int lines_before(const Source& source, std::size_t model, const std::vector<bool>& left_out) {
-    int count = 0;
-    for (std::size_t i = 0; i < model; ++i) {
-        if (left_out.empty() || !left_out[i])
-            count += source.models[i].last - source.models[i].line;
-    }
-    return count;
-}
-
-Span span_of(const Source& source, int line, std::size_t begin, std::size_t end) {
-    Span span;
-    span.path = source.path;
-    if (line < 1 || static_cast<std::size_t>(line) > source.lines.size()) return span;
-    const SourceLine& at = source.lines[static_cast<std::size_t>(line) - 1];
-    begin = std::min(begin, at.text.size());
-    end = std::clamp(end, begin, at.text.size());
-    span.line = line;
-    span.column = column_of(at.text, begin);
-    span.end_column = column_of(at.text, end);
-    span.begin = at.offset + begin;
-    span.end = at.offset + end;
-    span.text = at.text;
-    return span;
-}
-
-Span record_span(const Source& source, int line) {
-    if (line < 1 || static_cast<std::size_t>(line) > source.lines.size()) {
-        return span_of(source, 0, 0, 0);
-    }
-    const std::string record = record_of(source.lines[static_cast<std::size_t>(line) - 1].text);
-    const std::size_t begin = record.find_first_not_of(' ');
-    return span_of(source, line, begin == nowhere ? 0 : begin, record.size());
-}
-
-Span name_span(const Source& source, int line, std::string_view name) {
-    const std::size_t at = find_word(source.lines[static_cast<std::size_t>(line) - 1].text, name);
-    if (at == nowhere) return record_span(source, line);
-    return span_of(source, line, at, at + name.size());
 }
 
 }  // namespace orvex::frontend

@@ -27,20 +27,4 @@ Finding diagnose(const Source& source, const std::vector<bool>& left_out, const 
 // near.
 std::string meant_keyword(std::string_view word);
 
-// The first word of a text: up to a blank or a colon.
-std::string_view first_word(std::string_view text);
-
-// How many lines the translator has counted when it comes to that model.
-int lines_before(const Source& source, std::size_t model, const std::vector<bool>& left_out);
-
-// The span of the bytes [begin, end) of a line, both from 0; of the file as a whole for line 0.
-Span span_of(const Source& source, int line, std::size_t begin, std::size_t end);
-
-// The span of the whole record of a line: from its first character that is not blank to its last, a
-// comment behind "!" left out.
-Span record_span(const Source& source, int line);
-
-// The span of a name in a line, or that of the record where the name is not there.
-Span name_span(const Source& source, int line, std::string_view name);
-
 }  // namespace orvex::frontend

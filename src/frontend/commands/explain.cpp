@@ -3,6 +3,7 @@
 #include "frontend/findings/messages.h"
 #include "frontend/findings/paint.h"
 #include "frontend/findings/report.h"
+#include "frontend/findings/wording.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "frontend/commands/translate.h"
 
-#include "frontend/commands/diagnose.h"
 #include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
 #include "frontend/streams.h"
 
 #include <algorithm>

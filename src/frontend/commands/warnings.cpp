@@ -1,8 +1,9 @@
 #include "frontend/commands/warnings.h"
 
-#include "frontend/commands/diagnose.h"
 #include "frontend/findings/messages.h"
+#include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
+#include "frontend/findings/wording.h"
 
 #include <algorithm>
 #include <set>
@@ -25,7 +26,7 @@ std::string quoted(std::string_view text) { return "`" + std::string(text) + "`"
 
 // Something is behind the last column that is read, and it is not a comment.
 void warn_of_length(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string_view text = source.lines[static_cast<std::size_t>(line) - 1].text;
+    const std::string_view text = line_at(source, line).text;
     if (text.size() <= columns_read) return;
     if (text.find_first_not_of(" \t", columns_read) == std::string_view::npos) return;
     if (text.substr(0, columns_read).find('!') != std::string_view::npos) return;
@@ -36,7 +37,7 @@ void warn_of_length(const Source& source, int line, std::vector<Finding>& findin
 
 // A "$" or "+" begins the line, but not in column 1.
 void warn_of_indent(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string_view text = source.lines[static_cast<std::size_t>(line) - 1].text;
+    const std::string_view text = line_at(source, line).text;
     const std::size_t at = text.find_first_not_of(" \t");
     if (at == std::string_view::npos || at == 0 || (text[at] != '$' && text[at] != '+')) return;
     const std::size_t size = text[at] == '$' ? first_word(text.substr(at)).size() : 1;
@@ -46,7 +47,7 @@ void warn_of_indent(const Source& source, int line, std::vector<Finding>& findin
 
 // A "+" stands directly in front of a label, and so becomes a part of it.
 void warn_of_plus(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string record = record_of(source.lines[static_cast<std::size_t>(line) - 1].text);
+    const std::string record = record_of(line_at(source, line).text);
     const std::string_view label = first_word(record);
     if (label.size() < 2 || label.size() == record.size() || record[label.size()] != ':') return;
     warn(findings, "line-plus", "the label is " + quoted(label) + ", with the plus sign",
@@ -55,14 +56,14 @@ void warn_of_plus(const Source& source, int line, std::vector<Finding>& findings
 
 // A model that the translator passes over because its line is not in column 1.
 void warn_of_hidden_model(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string record = record_of(source.lines[static_cast<std::size_t>(line) - 1].text);
+    const std::string record = record_of(line_at(source, line).text);
     const std::size_t at = record.find_first_not_of(' ');
     if (at == std::string::npos || at == 0 || record.compare(at, 7, "$MODEL:") != 0) return;
     warn_of_indent(source, line, findings);
 }
 
 void warn_of_line(const Source& source, int line, std::vector<Finding>& findings) {
-    switch (source.lines[static_cast<std::size_t>(line) - 1].kind) {
+    switch (line_at(source, line).kind) {
     case LineKind::outside: warn_of_hidden_model(source, line, findings); break;
     case LineKind::entry:
         warn_of_indent(source, line, findings);
@@ -156,46 +157,65 @@ void suggest(const Economy& economy, const Name& name, Finding& finding) {
                            {Severity::help, "did you mean `" + near + "`?", {}});
 }
 
-void warn_of_name(const Source& source, const Economy& economy, const Uses& uses, const Name& name,
-                  std::vector<Finding>& findings) {
-    const std::string called = std::string(kind_name(name.kind)) + " " + quoted(name.name);
-    const auto place = [&] { return place_of(source, economy, name); };
-    if (name.declared == 0) {
-        warn(findings, "name-undeclared", called + " is used and not declared", place());
-        suggest(economy, name, findings.back());
-        return;  // mostly a misspelt name, and that nobody makes it only follows
+// What the findings about a name are made from.
+struct Case {
+    const Source& source;
+    const Economy& economy;
+    const Uses& uses;
+    const Name& name;
+    std::vector<Finding>& findings;
+
+    // `what` goes on behind "sector `X` ".
+    void warn_at(const Span& span, std::string code, std::string_view what) const {
+        const std::string called = std::string(kind_name(name.kind)) + " " + quoted(name.name);
+        warn(findings, std::move(code), called + " " + std::string(what), span);
     }
-    if (!is_used(economy, name)) {
-        warn(findings, "name-unused", called + " is declared and never used", place());
-        return;
+    Span place() const { return place_of(source, economy, name); }
+    Span block() const { return block_of(source, economy, name); }
+};
+
+void warn_of_commodity(const Case& it) {
+    const bool supplied = it.uses.supplied.contains(it.name.name);
+    const bool wanted = it.uses.wanted.contains(it.name.name);
+    if (supplied && !wanted) {
+        it.warn_at(it.place(), "commodity-unused", "is made or owned, and never used or demanded");
     }
-    const auto block = [&] { return block_of(source, economy, name); };
-    if (name.kind == Kind::commodity) {
-        const bool supplied = uses.supplied.contains(name.name);
-        const bool wanted = uses.wanted.contains(name.name);
-        if (supplied && !wanted) {
-            warn(findings, "commodity-unused",
-                 called + " is made or owned, and never used or demanded", place());
-        }
-        if (wanted && !supplied) {
-            warn(findings, "commodity-unmade",
-                 called + " is used or demanded, and never made or owned", place());
-        }
-    } else if (name.kind == Kind::sector) {
-        if (!uses.with_output.contains(name.name)) {
-            warn(findings, "sector-output", called + " has no output", block());
-        }
-        if (!uses.with_input.contains(name.name)) {
-            warn(findings, "sector-input", called + " has no input", block());
-        }
-    } else if (name.kind == Kind::consumer) {
-        if (!uses.with_demand.contains(name.name)) {
-            warn(findings, "consumer-demand", called + " demands nothing", block());
-        }
-        if (!uses.with_income.contains(name.name)) {
-            warn(findings, "consumer-endowment", called + " owns nothing and receives no tax",
-                 block());
-        }
+    if (wanted && !supplied) {
+        it.warn_at(it.place(), "commodity-unmade", "is used or demanded, and never made or owned");
+    }
+}
+
+void warn_of_sector(const Case& it) {
+    if (!it.uses.with_output.contains(it.name.name)) {
+        it.warn_at(it.block(), "sector-output", "has no output");
+    }
+    if (!it.uses.with_input.contains(it.name.name)) {
+        it.warn_at(it.block(), "sector-input", "has no input");
+    }
+}
+
+void warn_of_consumer(const Case& it) {
+    if (!it.uses.with_demand.contains(it.name.name)) {
+        it.warn_at(it.block(), "consumer-demand", "demands nothing");
+    }
+    if (!it.uses.with_income.contains(it.name.name)) {
+        it.warn_at(it.block(), "consumer-endowment", "owns nothing and receives no tax");
+    }
+}
+
+// An undeclared name is mostly a misspelt one, and that nobody makes or uses it only follows.
+void warn_of_name(const Case& it) {
+    if (it.name.declared == 0) {
+        it.warn_at(it.place(), "name-undeclared", "is used and not declared");
+        suggest(it.economy, it.name, it.findings.back());
+    } else if (!is_used(it.economy, it.name)) {
+        it.warn_at(it.place(), "name-unused", "is declared and never used");
+    } else if (it.name.kind == Kind::commodity) {
+        warn_of_commodity(it);
+    } else if (it.name.kind == Kind::sector) {
+        warn_of_sector(it);
+    } else if (it.name.kind == Kind::consumer) {
+        warn_of_consumer(it);
     }
 }
 
@@ -225,7 +245,7 @@ void warn_of_lines(const Source& source, const std::vector<bool>& left_out,
 void warn_of_names(const Source& source, const Economy& economy, std::vector<Finding>& findings) {
     const Uses uses = read_uses(economy);
     for (const Name& name : economy.names) {
-        if (is_variable(name.kind)) warn_of_name(source, economy, uses, name, findings);
+        if (is_variable(name.kind)) warn_of_name({source, economy, uses, name, findings});
     }
 }
 

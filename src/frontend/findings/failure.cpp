@@ -1,6 +1,7 @@
 #include "frontend/findings/failure.h"
 
 #include "frontend/findings/messages.h"
+#include "frontend/findings/wording.h"
 
 namespace orvex::frontend {
 
@@ -10,12 +11,6 @@ Finding failure(std::string code, std::string message, Span span) {
         finding.remarks.push_back({Severity::help, as_help(entry->cure), {}});
     }
     return finding;
-}
-
-Span whole_file(std::string path) {
-    Span span;
-    span.path = std::move(path);
-    return span;
 }
 
 }  // namespace orvex::frontend

@@ -10,7 +10,4 @@ namespace orvex::frontend {
 // An error with the help that the index of messages has for its code.
 Finding failure(std::string code, std::string message, Span span);
 
-// A place for the file as a whole.
-Span whole_file(std::string path);
-
 }  // namespace orvex::frontend

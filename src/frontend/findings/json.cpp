@@ -1,6 +1,7 @@
 #include "frontend/findings/json.h"
 
 #include "frontend/findings/messages.h"
+#include "frontend/findings/wording.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,8 +1,9 @@
 #include "frontend/findings/messages.h"
 
+#include "frontend/findings/pattern.h"
+#include "frontend/reading/bytes.h"
+
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <utility>
 
 namespace orvex::frontend {
@@ -10,31 +11,6 @@ namespace orvex::frontend {
 extern const std::string_view messages_page;
 
 namespace {
-
-std::string_view trim_end(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
-}
-
-std::string_view trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? std::string_view() : trim_end(text.substr(first));
-}
-
-bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
-bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-std::vector<std::string_view> lines_of(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
-}
-
-// The page, entry by entry.
 
 // "- Ends: error"
 void read_fact(MessageEntry& entry, std::string_view line) {
@@ -74,7 +50,7 @@ MessageEntry read_entry(std::string_view text) {
     bool in_block = false;
     std::string_view before;
     const std::vector<std::string_view> lines = lines_of(text);
-    entry.code = trim(lines.front());
+    entry.code = trimmed(lines.front());
     for (std::size_t at = 1; at < lines.size(); ++at) {
         const std::string_view line = lines[at];
         if (line.starts_with("```")) {
@@ -120,75 +96,6 @@ std::vector<MessageEntry> read_page(std::string_view page) {
     return entries;
 }
 
-// Patterns.
-
-// A fixed text of a pattern, and the name of what stands behind it; the last one has none.
-struct Piece {
-    std::string_view literal;
-    std::string_view name;
-};
-
-// The length of a place "<name>" or "<name:20>" at the start of a text; 0 where there is none.
-std::size_t place_length(std::string_view text) {
-    if (!text.starts_with('<')) return 0;
-    std::size_t at = 1;
-    while (at < text.size() && is_lower(text[at])) ++at;
-    if (at == 1) return 0;
-    if (at < text.size() && text[at] == ':') {
-        ++at;
-        while (at < text.size() && is_digit(text[at])) ++at;
-    }
-    return at < text.size() && text[at] == '>' ? at + 1 : 0;
-}
-
-std::vector<Piece> pieces_of(std::string_view pattern) {
-    std::vector<Piece> pieces;
-    std::size_t begin = 0;
-    for (std::size_t at = 0; at < pattern.size();) {
-        const std::size_t length = place_length(pattern.substr(at));
-        if (length == 0) {
-            ++at;
-            continue;
-        }
-        const std::string_view place = pattern.substr(at + 1, length - 2);
-        pieces.push_back({pattern.substr(begin, at - begin), place.substr(0, place.find(':'))});
-        begin = at += length;
-    }
-    pieces.push_back({pattern.substr(begin), {}});
-    return pieces;
-}
-
-using Values = std::map<std::string, std::string>;
-
-// Whether a line has the form of the pattern. `values` gets what stands in its places.
-bool matches(const std::vector<Piece>& pieces, std::string_view line, Values& values) {
-    const std::string_view text = trim_end(line);
-    const std::string padded = std::string(text) + ' ';  // a value can be blank
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        const bool last = i + 1 == pieces.size();
-        const std::string_view literal = last ? trim_end(pieces[i].literal) : pieces[i].literal;
-        std::size_t found = i == 0 ? 0 : padded.find(literal, at);
-        if (last && i > 0)
-            found = std::max(at, text.size() - std::min(text.size(), literal.size()));
-        if (found == std::string::npos || padded.compare(found, literal.size(), literal) != 0) {
-            return false;
-        }
-        if (i > 0) {
-            values[std::string(pieces[i - 1].name)] = trim(padded.substr(at, found - at));
-        }
-        at = found + literal.size();
-    }
-    return at >= text.size();
-}
-
-// What makes one pattern fit better than another: its fixed characters.
-std::size_t weight(const std::vector<Piece>& pieces) {
-    std::size_t sum = 0;
-    for (const Piece& piece : pieces) sum += piece.literal.size();
-    return sum;
-}
-
 // The lines of a message, or the first of them, in the form of an entry.
 bool matches(const MessageEntry& entry, const std::vector<std::string_view>& lines, Values& values,
              std::size_t& fit) {
@@ -200,101 +107,6 @@ bool matches(const MessageEntry& entry, const std::vector<std::string_view>& lin
         fit += weight(pieces);
     }
     return true;
-}
-
-std::vector<std::string_view> message_lines(std::string_view message) {
-    return lines_of(trim_end(message));
-}
-
-// Words.
-
-std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
-    std::string out;
-    for (std::size_t at = 0; (at = text.find(from)) != std::string_view::npos;) {
-        out.append(text.substr(0, at)).append(to);
-        text.remove_prefix(at + from.size());
-    }
-    return out.append(text);
-}
-
-// What is put otherwise than the translator has it. Names get their back quotes here, as the fixed text
-// of a message does not tell them from words.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 22> wordings{{
-    {"STOP  INVALID INPUT TO ORVEXPP", "invalid input to `orvexpp`"},
-    {"SYNTAX ERROR IN $CONSTRAINT", "syntax error in `$CONSTRAINT`"},
-    {"FIX ME in C glu: ", ""},
-    {"$ERROR ", ""},
-    {"$ABORT ", ""},
-    {"Warning: ", ""},
-    {"Parethesis", "parenthesis"},
-    {"paren.", "parenthesis"},
-    {"EOL", "end of line"},
-    {". Find: ", ", found "},
-    {"\":\"", "`:`"},
-    {"I:, O:, D: or W:", "`I:`, `O:`, `D:` or `W:`"},
-    {"must be V", "must be `V`"},
-    {"PROD or DEMAND", "`PROD` or `DEMAND`"},
-    {"$REPORT:", "`$REPORT:`"},
-    {"following #", "following `#`"},
-    {"NBLKIF", "`NBLKIF`"},
-    {"palSetSystemName", "`palSetSystemName`"},
-    {"palGetAuditLine", "`palGetAuditLine`"},
-    {"'", ""},
-    {"  ", " "},
-    {" :", ":"},
-}};
-
-// " *** ADDSYM: " in front of a message.
-std::string_view without_tag(std::string_view text) {
-    text = text.substr(std::min(text.find_first_not_of(" *"), text.size()));
-    std::size_t end = 0;
-    while (end < text.size() && is_upper(text[end])) ++end;
-    if (end > 1 && text.substr(end).starts_with(": ")) text.remove_prefix(end + 2);
-    return text;
-}
-
-void make_start_small(std::string& text) {
-    const bool word = text.size() > 1 && is_upper(text[0]) && !is_upper(text[1]);
-    if (word) text[0] = static_cast<char>(text[0] - 'A' + 'a');
-}
-
-// Appends a value to a sentence: a name in back quotes, the system's words and numbers as they are.
-void append_value(std::string& text, std::string_view name, std::string_view value) {
-    if (value.empty()) return;
-    if (!text.empty() && text.back() != ' ') text += ' ';
-    const bool plain = name == "reason" || name == "count" || name == "unit";
-    if (!plain) text += '`';
-    text += value;
-    if (!plain) text += '`';
-}
-
-// Appends a fixed text to a sentence. The end of a file name comes into the quotes of its name.
-void append_literal(std::string& text, std::string_view literal) {
-    std::string words(literal);
-    for (const auto& [from, to] : wordings) words = replaced(words, from, to);
-    const bool joined = text.ends_with('`') && words == ".zlm";
-    if (joined) text.pop_back();
-    text += words;
-    if (joined) text += '`';
-}
-
-std::string sentence(const std::vector<Piece>& pieces, const Values& values) {
-    std::string text;
-    for (const Piece& piece : pieces) {
-        const bool first = &piece == pieces.data();
-        append_literal(text, first ? without_tag(piece.literal) : piece.literal);
-        if (piece.name.empty()) continue;
-        const auto value = values.find(std::string(piece.name));
-        if (value != values.end()) {
-            append_value(text, piece.name, value->second);
-        } else {
-            append_value(text, piece.name, std::string("<").append(piece.name).append(">"));
-        }
-    }
-    text = replaced(text, "` `", " ");
-    text.erase(text.find_last_not_of(" .:!") + 1);
-    make_start_small(text);
-    return text;
 }
 
 }  // namespace
@@ -312,7 +124,7 @@ const MessageEntry* find_code(std::string_view code) {
 }
 
 std::optional<Recognised> recognise(std::string_view message) {
-    const std::vector<std::string_view> lines = message_lines(message);
+    const std::vector<std::string_view> lines = lines_of(trim_end(message));
     if (lines.empty()) return {};
     std::optional<Recognised> best;
     std::size_t best_fit = 0;
@@ -327,49 +139,9 @@ std::optional<Recognised> recognise(std::string_view message) {
     return best;
 }
 
-std::string plain_words(std::string_view message,
-                        const std::map<std::string, std::string>& values) {
-    const std::vector<std::string_view> lines = message_lines(message);
-    const std::optional<Recognised> known = recognise(message);
-    std::string text;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (i > 0) text += "; ";
-        if (!known) {
-            text += sentence({{lines[i], {}}}, {});
-            continue;
-        }
-        Values shown = known->values;
-        for (const auto& [name, value] : values) shown[name] = value;
-        text += sentence(pieces_of(known->entry->messages[i]), shown);
-    }
-    return text;
-}
-
 Severity level_of(const MessageEntry& entry) {
     const bool warning = entry.level == "warning" || entry.ends == "listing";
     return warning ? Severity::warning : Severity::error;
-}
-
-std::string title(const MessageEntry& entry) {
-    std::string text;
-    for (const std::string& message : entry.messages) {
-        if (!text.empty()) text += "; ";
-        text += entry.ends == "finding" ? message : sentence(pieces_of(message), {});
-    }
-    return text;
-}
-
-std::string as_help(std::string_view paragraph) {
-    bool in_quotes = false;
-    std::size_t end = 0;
-    for (; end < paragraph.size(); ++end) {
-        if (paragraph[end] == '`') in_quotes = !in_quotes;
-        const bool closes = end + 1 == paragraph.size() || paragraph[end + 1] == ' ';
-        if (!in_quotes && paragraph[end] == '.' && closes) break;
-    }
-    std::string help(paragraph.substr(0, end));
-    make_start_small(help);
-    return help;
 }
 
 }  // namespace orvex::frontend

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "frontend/findings/finding.h"
+#include "frontend/findings/pattern.h"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,23 +40,13 @@ const MessageEntry* find_code(std::string_view code);
 
 struct Recognised {
     const MessageEntry* entry = nullptr;
-    std::map<std::string, std::string> values;  // what stands for <name> in the message, trimmed
+    Values values;  // what stands for <name> in the message
 };
 
 // The entry whose message this is; none where the translator says something that is not in the index.
 std::optional<Recognised> recognise(std::string_view message);
 
-// A message of the translator in the words of a finding: without stars and tag, the first letter
-// small, names in back quotes, no full stop at its end.
-std::string plain_words(std::string_view message, const std::map<std::string, std::string>& values);
-
 // What a finding with the entry's code is, before the options have their say.
 Severity level_of(const MessageEntry& entry);
-
-// The message of an entry in plain words, with <name> for what differs.
-std::string title(const MessageEntry& entry);
-
-// The first sentence of a paragraph, as help: first letter small, no full stop.
-std::string as_help(std::string_view paragraph);
 
 }  // namespace orvex::frontend

@@ -41,4 +41,10 @@ bool read_file(const std::string& path, std::string& bytes) {
     return complete;
 }
 
+std::vector<std::string_view> lines_of(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) lines.push_back(take_line(text));
+    return lines;
+}
+
 }  // namespace orvex::frontend

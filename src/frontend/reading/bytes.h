@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -30,6 +31,16 @@ inline std::string_view without_blanks_around(std::string_view text) {
                                            : without_trailing_blanks(text.substr(first));
 }
 
+// Without blanks, TABs and line ends behind it.
+inline std::string_view trim_end(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+}
+
+// Without them in front of it, too.
+inline std::string_view trimmed(std::string_view text) {
+    return trim_end(text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())));
+}
+
 // Takes the first line off a text, which is not empty, and its LF with it.
 inline std::string_view take_line(std::string_view& text) {
     const auto end = text.find('\n');
@@ -37,5 +48,8 @@ inline std::string_view take_line(std::string_view& text) {
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     return line;
 }
+
+// All lines of a text, without their LF.
+std::vector<std::string_view> lines_of(std::string_view text);
 
 }  // namespace orvex::frontend

@@ -24,19 +24,8 @@ struct ModelLines {
         const int line = model.line + number - before;
         return number > before && line <= model.last ? line : 0;
     }
-    const SourceLine& at(int line) const {
-        return source.lines[static_cast<std::size_t>(line) - 1];
-    }
+    const SourceLine& at(int line) const { return line_at(source, line); }
 };
-
-ModelLines lines_of(const Source& source, std::size_t index, const std::vector<bool>& left_out) {
-    ModelLines lines{source, source.models[index], 0};
-    for (std::size_t i = 0; i < index; ++i) {
-        if (i < left_out.size() && left_out[i]) continue;
-        lines.before += source.models[i].last - source.models[i].line;
-    }
-    return lines;
-}
 
 // A value that is a name and no more, or a name with arguments.
 struct ValueName {
@@ -299,7 +288,7 @@ Economy read_economy(const Source& source, std::size_t index, const std::vector<
                      const ModelOutput& output) {
     Economy economy;
     if (index >= source.models.size()) return economy;
-    const ModelLines lines = lines_of(source, index, left_out);
+    const ModelLines lines{source, source.models[index], lines_before(source, index, left_out)};
     Reader(lines, output, economy).read();
     return economy;
 }

@@ -146,6 +146,10 @@ std::string record_of(std::string_view line) {
     return record;
 }
 
+std::string_view first_word(std::string_view text) {
+    return text.substr(0, text.find_first_of(" \t:"));
+}
+
 void split_source(Source& source) {
     source.lines.clear();
     source.models.clear();
@@ -167,6 +171,19 @@ bool read_source(const std::string& file, Source& source) {
         file == "-" ? read_all(STDIN_FILENO, source.bytes) : read_file(file, source.bytes);
     if (complete) split_source(source);
     return complete;
+}
+
+const SourceLine& line_at(const Source& source, int line) {
+    return source.lines[static_cast<std::size_t>(line) - 1];
+}
+
+int lines_before(const Source& source, std::size_t model, const std::vector<bool>& left_out) {
+    int count = 0;
+    for (std::size_t i = 0; i < model; ++i) {
+        const bool counted = i >= left_out.size() || !left_out[i];
+        if (counted) count += source.models[i].last - source.models[i].line;
+    }
+    return count;
 }
 
 int file_line(const Source& source, int number, const std::vector<bool>& left_out) {

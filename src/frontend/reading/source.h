@@ -54,6 +54,9 @@ struct Source {
 // comment, TABs and carriage returns as blanks, trailing blanks cut.
 std::string record_of(std::string_view line);
 
+// The first word of a text: up to a blank, a TAB or a colon.
+std::string_view first_word(std::string_view text);
+
 // Fills source.lines and source.models from source.bytes.
 void split_source(Source& source);
 
@@ -61,9 +64,15 @@ void split_source(Source& source);
 // set, where it cannot be read.
 bool read_source(const std::string& file, Source& source);
 
+// A line of the file, which is there.
+const SourceLine& line_at(const Source& source, int line);
+
+// How many lines a run has counted when it comes to that model. `left_out` says for each model of the
+// file whether the run passed it over; an empty one stands for none.
+int lines_before(const Source& source, std::size_t model, const std::vector<bool>& left_out);
+
 // The line of the file that the translator counts as `number` within the run: it counts from the
-// line behind each $MODEL: and goes on from model to model. 0 where there is none. `left_out` says
-// for each model of the file whether the run passed it over; an empty one stands for none.
+// line behind each $MODEL: and goes on from model to model. 0 where there is none.
 int file_line(const Source& source, int number, const std::vector<bool>& left_out);
 
 // Column, from 1, of the byte at `at` (from 0) of a line: characters of UTF-8, or bytes where the line

@@ -216,13 +216,6 @@ int run_in(const std::string& folder, const std::string& program, RunResult& res
     return status;
 }
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
 // The words of a stream as one line.
 std::string words_of(std::string_view text) {
     std::string words;

@@ -1,0 +1,44 @@
+#include "frontend/findings/place.h"
+
+#include <algorithm>
+
+namespace orvex::frontend {
+
+Span whole_file(std::string path) {
+    Span span;
+    span.path = std::move(path);
+    return span;
+}
+
+Span span_of(const Source& source, int line, std::size_t begin, std::size_t end) {
+    Span span;
+    span.path = source.path;
+    if (line < 1 || static_cast<std::size_t>(line) > source.lines.size()) return span;
+    const SourceLine& at = line_at(source, line);
+    begin = std::min(begin, at.text.size());
+    end = std::clamp(end, begin, at.text.size());
+    span.line = line;
+    span.column = column_of(at.text, begin);
+    span.end_column = column_of(at.text, end);
+    span.begin = at.offset + begin;
+    span.end = at.offset + end;
+    span.text = at.text;
+    return span;
+}
+
+Span record_span(const Source& source, int line) {
+    if (line < 1 || static_cast<std::size_t>(line) > source.lines.size()) {
+        return span_of(source, 0, 0, 0);
+    }
+    const std::string record = record_of(line_at(source, line).text);
+    const std::size_t begin = record.find_first_not_of(' ');
+    return span_of(source, line, begin == std::string_view::npos ? 0 : begin, record.size());
+}
+
+Span name_span(const Source& source, int line, std::string_view name) {
+    const std::size_t at = find_word(line_at(source, line).text, name);
+    if (at == std::string_view::npos) return record_span(source, line);
+    return span_of(source, line, at, at + name.size());
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,26 @@
+// Places of findings in the user's file.
+#pragma once
+
+#include "frontend/findings/finding.h"
+#include "frontend/reading/source.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// The file as a whole.
+Span whole_file(std::string path);
+
+// The bytes [begin, end) of a line, both from 0; the file as a whole for line 0.
+Span span_of(const Source& source, int line, std::size_t begin, std::size_t end);
+
+// The whole record of a line: from its first character that is not blank to its last, a comment behind
+// "!" left out.
+Span record_span(const Source& source, int line);
+
+// A name in a line, or the record where the name is not there.
+Span name_span(const Source& source, int line, std::string_view name);
+
+}  // namespace orvex::frontend
