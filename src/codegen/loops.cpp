@@ -16,7 +16,7 @@ bool is_quoted(const Argument& text) { return text[1] == '"'; }
 const Name* find_active(View name) {
     const auto used = set.begin() + 1 + nset;
     const auto found = std::find_if(set.begin() + 1, used,
-                                    [name](const Name& entry) { return entry.view() == name; });
+                                    [name](const Name& entry) { return same(entry, name); });
     return found == used ? nullptr : &*found;
 }
 

@@ -56,7 +56,7 @@ int find_symbol(View name) {
     for (int first = 1; first <= nsym; first += block_size) {
         for (auto matches = matches_in_block(first, mark); matches != 0; matches &= matches - 1) {
             const int entry = first + std::countr_zero(matches);
-            if (entry <= nsym && symbol[at(entry)].view() == name) return entry;
+            if (entry <= nsym && same(symbol[at(entry)], name)) return entry;
         }
     }
     return 0;
@@ -67,7 +67,7 @@ int find_symbol(View name) {
 int find_in_field(int place, View name) {
     static Table<int, maxslot> latest;
     int& entry = latest[at(place)];
-    if (entry == 0 || entry > nsym || symbol[at(entry)].view() != name) entry = find_symbol(name);
+    if (entry == 0 || entry > nsym || !same(symbol[at(entry)], name)) entry = find_symbol(name);
     return entry;
 }
 
