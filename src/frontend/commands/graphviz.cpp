@@ -1,16 +1,14 @@
 #include "frontend/commands/graphviz.h"
 
+#include "frontend/reading/process.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-// POSIX leaves this declaration to the program; some headers have it.
-extern char** environ;  // NOLINT(readability-redundant-declaration)
+#include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -115,40 +113,6 @@ struct Closer {
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-std::string whole(std::FILE* file) {
-    std::string text;
-    std::array<char, 65536> part = {};
-    std::rewind(file);
-    while (const std::size_t n = std::fread(part.data(), 1, part.size(), file))
-        text.append(part.data(), n);
-    return text;
-}
-
-// Starts dot on files and waits for it: its status, or -1 with errno set where it cannot be
-// started. With files there is no pipe that fills up while the other end waits.
-int run_dot(std::FILE* in, std::FILE* out, std::FILE* err) {
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, fileno(in), STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, fileno(out), STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, fileno(err), STDERR_FILENO);
-    std::string program = "dot";
-    std::string format = "-Tsvg";
-    std::array<char*, 3> arguments = {program.data(), format.data(), nullptr};
-    pid_t child = 0;
-    const int error =
-        posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) {
-        errno = error;
-        return -1;
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR) return -1;
-    return status;
-}
-
 }  // namespace
 
 std::string dot_text(const Graph& graph) {
@@ -168,24 +132,21 @@ std::string dot_text(const Graph& graph) {
 
 bool draw_svg(const std::string& dot, std::string& svg, std::string& reason) {
     const File in(std::tmpfile());
-    const File out(std::tmpfile());
-    const File err(std::tmpfile());
-    if (!in || !out || !err || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
+    if (!in || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
         std::fflush(in.get()) != 0) {
         reason = std::string("no temporary file: ") + std::strerror(errno);
         return false;
     }
     std::rewind(in.get());
-    const int status = run_dot(in.get(), out.get(), err.get());
-    if (status == -1) {
-        reason = errno == ENOENT ? "Graphviz's `dot` is not installed (Debian: graphviz)"
-                                 : std::string("Graphviz's `dot`: ") + std::strerror(errno);
-        return false;
+    try {
+        Ended ended = run_process({"dot", "-Tsvg"}, "", fileno(in.get()));
+        svg = std::move(ended.out);
+        if (ended.status == 0 && !svg.empty()) return true;
+        reason = "Graphviz's `dot` failed: " + ended.err.substr(0, ended.err.find('\n'));
+    } catch (const StartFailure& failure) {
+        reason = failure.error == ENOENT ? "Graphviz's `dot` is not installed (Debian: graphviz)"
+                                         : "Graphviz's `dot`: " + failure.reason;
     }
-    svg = whole(out.get());
-    if (status == 0 && !svg.empty()) return true;
-    const std::string said = whole(err.get());
-    reason = "Graphviz's `dot` failed: " + said.substr(0, said.find('\n'));
     return false;
 }
 

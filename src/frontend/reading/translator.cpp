@@ -3,20 +3,15 @@
 #include "frontend/reading/bytes.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #ifdef __APPLE__
 #include <mach-o/dyld.h>
-
-extern char** environ;
 #endif
 
 namespace orvex::frontend {
@@ -103,119 +98,6 @@ std::string control_text(const RunSettings& settings) {
     return control;
 }
 
-// What the translator says on one of its standard streams. A pipe, because a file would have to be made
-// and removed, which takes longer than the translation of a small model.
-class Pipe {
-  public:
-    Pipe() {
-        if (::pipe(ends_) != 0) throw StartFailure{"cannot make a pipe: " + reason_of(errno)};
-        for (const int end : ends_) ::fcntl(end, F_SETFD, FD_CLOEXEC);
-    }
-    ~Pipe() {
-        ::close(ends_[0]);
-        close_writer();
-    }
-    Pipe(const Pipe&) = delete;
-    Pipe(Pipe&&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    Pipe& operator=(Pipe&&) = delete;
-
-    int reader() const { return ends_[0]; }
-    int writer() const { return ends_[1]; }
-    void close_writer() {
-        if (ends_[1] >= 0) ::close(ends_[1]);
-        ends_[1] = -1;
-    }
-
-    // Adds what is there to the text. False at the end.
-    bool read_some(std::string& text) const {
-        char bytes[4096];
-        const ssize_t count = ::read(ends_[0], bytes, sizeof bytes);
-        if (count > 0) text.append(bytes, static_cast<std::size_t>(count));
-        return count > 0 || (count < 0 && errno == EINTR);
-    }
-
-  private:
-    int ends_[2] = {-1, -1};
-};
-
-// Reads both streams to their ends, in whatever order something comes.
-void read_streams(Pipe& out, Pipe& err, RunResult& result) {
-    out.close_writer();
-    err.close_writer();
-    pollfd ends[] = {{out.reader(), POLLIN, 0}, {err.reader(), POLLIN, 0}};
-    while (ends[0].fd >= 0 || ends[1].fd >= 0) {
-        if (::poll(ends, 2, -1) < 0 && errno != EINTR) return;
-        if (ends[0].revents != 0 && !out.read_some(result.out)) ends[0].fd = -1;
-        if (ends[1].revents != 0 && !err.read_some(result.err)) ends[1].fd = -1;
-        ends[0].revents = ends[1].revents = 0;
-    }
-}
-
-// What the new process does before it becomes the translator.
-class SpawnPlan {
-  public:
-    SpawnPlan(const std::string& folder, const Pipe& out, const Pipe& err) {
-        check(::posix_spawn_file_actions_init(&actions_));
-        check(::posix_spawnattr_init(&attributes_));
-        check(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
-        check(
-            ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
-        check(::posix_spawn_file_actions_adddup2(&actions_, out.writer(), STDOUT_FILENO));
-        check(::posix_spawn_file_actions_adddup2(&actions_, err.writer(), STDERR_FILENO));
-        sigset_t signals;
-        ::sigemptyset(&signals);
-        ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        ::sigaddset(&signals, SIGPIPE);
-        ::posix_spawnattr_setsigdefault(&attributes_, &signals);
-        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-    }
-    ~SpawnPlan() {
-        ::posix_spawn_file_actions_destroy(&actions_);
-        ::posix_spawnattr_destroy(&attributes_);
-    }
-    SpawnPlan(const SpawnPlan&) = delete;
-    SpawnPlan(SpawnPlan&&) = delete;
-    SpawnPlan& operator=(const SpawnPlan&) = delete;
-    SpawnPlan& operator=(SpawnPlan&&) = delete;
-
-    pid_t start(const std::string& program) const {
-        std::string name = program;
-        std::string argument = control_file;
-        char* const words[] = {name.data(), argument.data(), nullptr};
-        pid_t process = 0;
-        const int error =
-            ::posix_spawn(&process, program.c_str(), &actions_, &attributes_, words, environ);
-        if (error != 0) throw StartFailure{"cannot run " + program + ": " + reason_of(error)};
-        return process;
-    }
-
-  private:
-    static void check(int error) {
-        if (error != 0) throw StartFailure{"cannot start a process: " + reason_of(error)};
-    }
-
-    posix_spawn_file_actions_t actions_{};
-    posix_spawnattr_t attributes_{};
-};
-
-// Runs the program in the folder, where a control file stands, and returns how it ended.
-int run_in(const std::string& folder, const std::string& program, RunResult& result) {
-    // Whoever started this program may have told it to ignore the end of its children.
-    static const auto before = std::signal(SIGCHLD, SIG_DFL);
-    static_cast<void>(before);
-    Pipe out;
-    Pipe err;
-    const pid_t process = SpawnPlan(folder, out, err).start(program);
-    read_streams(out, err, result);
-    int status = 0;
-    while (::waitpid(process, &status, 0) < 0) {
-        if (errno != EINTR)
-            throw StartFailure{"cannot wait for " + program + ": " + reason_of(errno)};
-    }
-    return status;
-}
-
 // The words of a stream as one line.
 std::string words_of(std::string_view text) {
     std::string words;
@@ -228,15 +110,17 @@ std::string words_of(std::string_view text) {
     return words;
 }
 
-void expect_orderly_end(const std::string& program, int status, const RunResult& result) {
-    if (WIFSIGNALED(status))
-        throw StartFailure{program + " was ended by signal " + std::to_string(WTERMSIG(status))};
-    if (WEXITSTATUS(status) != 0) {
-        const std::string words = words_of(result.err);
-        throw StartFailure{program + " ended with status " + std::to_string(WEXITSTATUS(status)) +
+void expect_orderly_end(const std::string& program, const Ended& ended) {
+    if (WIFSIGNALED(ended.status))
+        throw StartFailure{program + " was ended by signal " +
+                           std::to_string(WTERMSIG(ended.status))};
+    if (WEXITSTATUS(ended.status) != 0) {
+        const std::string words = words_of(ended.err);
+        throw StartFailure{program + " ended with status " +
+                           std::to_string(WEXITSTATUS(ended.status)) +
                            (words.empty() ? "" : ": " + words)};
     }
-    if (const std::string words = words_of(result.out); !words.empty()) throw StartFailure{words};
+    if (const std::string words = words_of(ended.out); !words.empty()) throw StartFailure{words};
 }
 
 // The report has ten lines, of which the fourth is the message and the eighth the last line read.
@@ -352,8 +236,9 @@ RunResult run_translator(const std::string& program, const Workplace& place, std
     write_file(folder + "/" + control_file, control_text(settings));
     write_file(folder + "/" + input_file, input);
     RunResult result;
-    const int status = run_in(folder, program, result);
-    expect_orderly_end(program, status, result);
+    Ended ended = run_process({program, control_file}, folder);
+    expect_orderly_end(program, ended);
+    result.err = std::move(ended.err);
     std::string report;
     if (read_file(folder + "/" + error_file, report)) read_report(report, result);
     read_models(folder, names, result);

@@ -2,6 +2,8 @@
 // run leaves there.
 #pragma once
 
+#include "frontend/reading/process.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,11 +27,6 @@ class Workplace {
     std::string path_;
 };
 
-// Why the translator could not be started, or did not come to an end of its own.
-struct StartFailure {
-    std::string reason;
-};
-
 // What the control file says beside the input and the error file.
 struct RunSettings {
     std::string put_file;      // SCR: the path in the host's FILE statement
@@ -47,8 +44,7 @@ struct ModelOutput {
 };
 
 struct RunResult {
-    std::string out;  // standard output, standard error
-    std::string err;
+    std::string err;      // standard error
     bool failed = false;  // an error file was written
     std::string message;  // its message, and the last line read, as the translator wrote them
     std::string last_record;
