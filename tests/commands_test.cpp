@@ -128,6 +128,12 @@ const CommandLine command_lines[] = {
     {"translate warn.zlm --error-on-warnings; ls *.GEN", 2, nothing, "1 warning in 1 file\n"},
     {"translate good.zlm two.zlm -q --out o; ls o", 0, "M.GEN\nM.HDR\nN.GEN\nN.HDR\n",
      "output-twice"},
+    {"translate good.zlm --depfile ./x --report json=x", 2, nothing,
+     "`./x` is given for two files"},
+    {"translate good.zlm --depfile o/../M.HDR; ls M.GEN", 2, nothing,
+     "error[output-twice]: output `M.HDR` is a report or the depfile, too"},
+    {"check --translator /bin/true good.zlm", 2, "true ended before it had read the model",
+     "1 error in 1 file\n"},
     {"translate - <good.zlm; grep stdin.scr M.HDR", 0, "stdin.scr", "wrote 2 files\n"},
 };
 

@@ -232,6 +232,9 @@ void find_files(Session& session) {
         if (has_file(session.inputs, path)) {
             throw UsageError{"`" + path + "` is an input and would be written over", ""};
         }
+        if (!session.placed.reserved.insert(without_detours(path)).second) {
+            throw UsageError{"`" + path + "` is given for two files", ""};
+        }
     }
 }
 

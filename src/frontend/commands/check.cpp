@@ -127,6 +127,17 @@ RunResult translate(const Search& search, std::string_view input) {
     return run_translator(search.program, search.place, input, search.input.names, settings);
 }
 
+// The whole input, as far as it is not silenced. A program that ends in silence before the last model is
+// no translator.
+RunResult translate_all(const Search& search) {
+    RunResult run = translate(search, search.input.bytes);
+    const bool silent = !run.failed && run.err.empty();
+    if (silent && run.models.size() < search.input.names.size()) {
+        throw StartFailure{search.program + " ended before it had read the model"};
+    }
+    return run;
+}
+
 // What the system kept the translator from: a full disk, an unreadable file.
 void add_system_messages(Search& search, std::string_view text) {
     while (!text.empty()) {
@@ -316,10 +327,10 @@ Checked check(const Source& source, const Options& options, const std::string& p
     choose_models(search);
     RunResult run;
     if (!search.input.names.empty()) {
-        run = translate(search, search.input.bytes);
+        run = translate_all(search);
         add_system_messages(search, run.err);
         take_models(search, run);
-        while (run.failed && add_fault(search, run)) run = translate(search, search.input.bytes);
+        while (run.failed && add_fault(search, run)) run = translate_all(search);
     }
     add_warnings(search, run);
     std::stable_sort(search.checked.findings.begin(), search.checked.findings.end(),

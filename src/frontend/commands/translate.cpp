@@ -31,15 +31,15 @@ std::string output_path(const Options& options, const std::string& name) {
     return options.out + (options.out.ends_with('/') ? "" : "/") + name;
 }
 
-std::string without_detours(const std::string& path) {
-    return fs::path(path).lexically_normal().string();
-}
-
 // What keeps a path from being an output of the model; nothing where it can be one.
 std::optional<Finding> clash(const std::string& path, const Span& span, const FileSet& inputs,
                              const Placed& placed) {
     if (has_file(inputs, path)) {
         return failure("output-input", "output `" + path + "` is an input", span);
+    }
+    if (placed.reserved.contains(without_detours(path))) {
+        return failure("output-twice", "output `" + path + "` is a report or the depfile, too",
+                       span);
     }
     const auto taken = placed.taken.find(without_detours(path));
     if (taken == placed.taken.end()) return {};
@@ -78,6 +78,10 @@ bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& pla
     return true;
 }
 
+Finding write_failure(const std::string& path, int error, const Span& span) {
+    return failure("output-write", "cannot write `" + path + "`: " + system_message(error), span);
+}
+
 void place_model(const Source& source, const Translated& model, const Options& options,
                  const FileSet& inputs, Placed& placed, std::vector<Finding>& findings) {
     const Span span = record_span(source, source.models[model.index].line);
@@ -98,9 +102,7 @@ void place_model(const Source& source, const Translated& model, const Options& o
     }
     std::string failed;
     if (!place(paths, model.output, placed, span, failed)) {
-        const int error = errno;
-        findings.push_back(failure(
-            "output-write", "cannot write `" + failed + "`: " + system_message(error), span));
+        findings.push_back(write_failure(failed, errno, span));
     }
 }
 
@@ -133,6 +135,10 @@ void append_name(std::string& text, std::size_t& column, const std::string& name
 
 }  // namespace
 
+std::string without_detours(const std::string& path) {
+    return fs::path(path).lexically_normal().string();
+}
+
 void place_outputs(const Source& source, Checked& checked, const Options& options,
                    const FileSet& inputs, Placed& placed) {
     std::vector<Finding> findings;
@@ -141,9 +147,14 @@ void place_outputs(const Source& source, Checked& checked, const Options& option
             has_failed(source.models[model.index], checked.findings, options)) {
             continue;
         }
-        // Where it cannot be made, the outputs say why.
-        std::error_code ignored;
-        fs::create_directories(options.out, ignored);
+        std::error_code error;
+        fs::create_directories(options.out, error);
+        if (error) {
+            findings.push_back(
+                write_failure(output_path(options, source.models[model.index].name + ".GEN"),
+                              error.value(), record_span(source, source.models[model.index].line)));
+            continue;
+        }
         place_model(source, model, options, inputs, placed, findings);
     }
     checked.findings.insert(checked.findings.end(), findings.begin(), findings.end());

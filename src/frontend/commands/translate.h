@@ -8,6 +8,7 @@
 #include "frontend/reading/source.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,11 +19,15 @@ struct Placed {
     std::vector<std::string> outputs;   // paths, generator then header file of each model
     std::size_t written = 0;            // of them new or changed; the others were not touched
     std::map<std::string, Span> taken;  // the same paths without detours, and the models' places
+    std::set<std::string> reserved;     // paths without detours that the command writes otherwise
 };
 
+// A path as it is compared: without "." and "..".
+std::string without_detours(const std::string& path);
+
 // Puts the files of the models that came through into place, and adds them to `placed`. What cannot be
-// is added to the findings of the file: a path of `inputs` or of another model, a file that cannot be
-// written. A model with a finding that counts as an error leaves nothing.
+// is added to the findings of the file: a path of `inputs`, of another model or reserved, a file that cannot
+// be written. A model with a finding that counts as an error leaves nothing.
 void place_outputs(const Source& source, Checked& checked, const Options& options,
                    const FileSet& inputs, Placed& placed);
 
