@@ -128,6 +128,16 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
         "36:12 repblk-second\n");
 }
 
+// Behind a missing or misspelt end nothing of a model can be judged.
+TEST(Check, AMissingEndIsOneFault) {
+    const string rows = "$SECTORS:\n  Y\n$COMMODITIES:\n  P\n$PROD:Y\n  O:P Q:1\n";
+    EXPECT_EQ(
+        check_text("$MODEL:A\n" + rows + "$ONTEXT\n$MODEL:B\n" + rows + "$OFFTEXT\n", "--warn off"),
+        "8:1 keyword-colon\n");
+    EXPECT_EQ(check_text("$MODEL:A\n" + rows + "$MODEL:B\n$REPORT:\n" + rows, "--warn off"),
+              "8:1 keyword-unknown\n");
+}
+
 // A model that is left out and has no end has the next one in it, which is then not begun.
 TEST(Check, PassesOverWhatIsLeftOut) {
     const string model = "$MODEL:A\n$PROD:Y\n  O P\n";

@@ -221,9 +221,11 @@ int last_to_silence(const Search& search, const Finding& finding, int line) {
     const bool is_keyword = line_at(source, line).kind == LineKind::keyword;
     const std::string record = record_of(line_at(source, line).text);
     const bool table_is_full = finding.code == "addsym-full" || finding.code == "sloop-full";
-    const bool is_end = is_keyword && finding.code.starts_with("keyword") &&
-                        meant_keyword(first_word(record).substr(1)) == "OFFTEXT";
-    if (table_is_full || is_end) return end;
+    if (table_is_full) return end;
+    if (is_keyword && finding.code.starts_with("keyword")) {
+        const std::string_view keyword = first_word(record).substr(1);
+        if (stands_outside(keyword) || meant_keyword(keyword) == "OFFTEXT") return end;
+    }
     if (line_at(source, line).kind == LineKind::continuation) return line;
     int last = line;
     for (int next = line + 1; next <= end; ++next) {

@@ -216,8 +216,18 @@ std::string meant(const Clues& clues) {
     return {};
 }
 
+void add_open_model(const Clues& clues, Finding& finding) {
+    const ModelText& model = clues.source.models[clues.fault.model];
+    finding.remarks = {
+        {Severity::note,
+         "model `" + model.name + "`, which begins here, has no `$OFFTEXT` before that",
+         record_span(clues.source, model.line)},
+        {Severity::help, "write `$OFFTEXT` in column 1 where the model ends", {}}};
+}
+
 void add_remarks(const Clues& clues, Finding& finding) {
     const std::string_view code = clues.code();
+    if (stands_outside(clues.value("keyword"))) return add_open_model(clues, finding);
     if (code == "addsym-type" || code == "addsym-dimension" || code == "chksym-type") {
         add_first_use(clues, finding);
     }
@@ -254,6 +264,11 @@ std::string meant_keyword(std::string_view word) {
         "CONSUMERS", "AUXILIARY", "ACTIVITIES", "PRICES", "MARKETS", "INCOME",  "PEPS",
         "EULCHK",    "WALCHK",    "DATECH",     "FUNLOG", "DIAGNL",  "ECHOP"};
     return nearest(word, keywords);
+}
+
+bool stands_outside(std::string_view keyword) {
+    const std::string_view word = first_word(keyword);
+    return word == "MODEL" || word == "ONTEXT" || word == "INCLUDE";
 }
 
 }  // namespace orvex::frontend

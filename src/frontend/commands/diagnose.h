@@ -27,4 +27,9 @@ Finding diagnose(const Source& source, const std::vector<bool>& left_out, const 
 // near.
 std::string meant_keyword(std::string_view word);
 
+// Does the keyword, without its "$", stand outside of models: does it begin one, or the text around it, or
+// is it the host's, as the one that takes in the outputs? Inside of a model it shows that the $OFFTEXT is
+// missing.
+bool stands_outside(std::string_view keyword);
+
 }  // namespace orvex::frontend
