@@ -128,7 +128,7 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
         "36:12 repblk-second\n");
 }
 
-// Behind a missing or misspelt end nothing of a model can be judged.
+// Behind a missing end nothing of a model can be judged.
 TEST(Check, AMissingEndIsOneFault) {
     const string rows = "$SECTORS:\n  Y\n$COMMODITIES:\n  P\n$PROD:Y\n  O:P Q:1\n";
     EXPECT_EQ(
