@@ -47,8 +47,9 @@ add_library(orvex_runtime INTERFACE)
 # Sanitizers bring their own runtime, which has its own idea of how C++ is linked.
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT ORVEX_SANITIZE)
     set(ORVEX_STATIC_RUNTIME ON)
+    # Two mapped pieces instead of four: a start makes fewer system calls and touches fewer pages.
     target_link_options(orvex_runtime INTERFACE
-        -static-libstdc++ -static-libgcc LINKER:--as-needed)
+        -static-libstdc++ -static-libgcc LINKER:--as-needed,-z,noseparate-code)
 else()
     set(ORVEX_STATIC_RUNTIME OFF)
 endif()
