@@ -138,6 +138,39 @@ TEST(Check, AMissingEndIsOneFault) {
               "8:1 keyword-unknown\n");
 }
 
+// What may look like a fault of a row and is none, beside the like that is one.
+TEST(Check, TellsRowsFromOddRows) {
+    const string head = "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n";
+    const string tail = "$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
+    struct {
+        string block;
+        string findings;
+    } const rows[] = {
+        {"$PROD:Y  S:1  VA(S):0.5  R.TL(VA):2\n"
+         "  O:PY  Q:1\n"
+         "  I:PL  Q:1  VA:\n"
+         "  K:2\n"
+         "  I:PL  Q:1  R.TL:\n"
+         "+ VB:3\n",
+         ""},
+        {"$PROD:Y\n  O:PY  Q:1  S:\n  I:PL  Q:1 A:\n", "9:14 field-empty\n10:13 field-empty\n"},
+        {"$PROD:Y  VA:  VB:\n  O:PY\n  I:PL  VB:  VC:\n",
+         "8:10 field-empty\n8:15 field-empty\n10:14 nest-undeclared\n"},
+        {"$PROD:Y\n  O:PY  Q:1\n  I:PL\n  Q:1\n  + T:1\n", "11:3 entry-label\n12:3 line-indent\n"},
+        {"$PROD:Y\n 1 O:PY  Q:1\n  I :PL\n+ a b Q:1\n  I:PL  Q :2\n",
+         "9:2 entry-text\n10:3 entry-text\n11:3 entry-text\n"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(check_text(head + row.block + tail), row.findings);
+}
+
+// Beyond line 99999 the listing does not show where a name is used.
+TEST(Check, CallsNoNameUnusedThatMayBeUsed) {
+    string text = "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n";
+    for (int line = 0; line < 100000; ++line) text += "*\n";
+    text += "$PROD:Y\n  O:PY  Q:1\n  I:PL  Q:\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
+    EXPECT_EQ(check_text(text), " field-empty\n");
+}
+
 // A model that is left out and has no end has the next one in it, which is then not begun.
 TEST(Check, PassesOverWhatIsLeftOut) {
     const string model = "$MODEL:A\n$PROD:Y\n  O P\n";

@@ -79,7 +79,7 @@ const CommandLine command_lines[] = {
     {"graph good.zlm --format short", 2, nothing, "wants dot, svg, mermaid, json or table"},
     {"check good.zlm -j 0", 2, nothing, "`--jobs` wants a number from 1 to 256, not `0`\n"},
     {"check good.zlm --max-errors -1", 2, nothing, "`--max-errors` wants a number from 0"},
-    {"check good.zlm --first-model 10000", 2, nothing, "a number from 0 to 9999"},
+    {"check good.zlm --first-model 99", 2, nothing, "a number from 0 to 98"},
     {"check good.zlm --warn nme-unused=off", 2, nothing, "did you mean `name-unused`?"},
     {"check good.zlm --warn keyword-unknown=off", 2, nothing, "is for warnings"},
     {"check good.zlm --time \"$(printf 'a\\nINP b')\"", 2, nothing, "control characters"},
@@ -158,11 +158,11 @@ TEST(Commands, StatusAndStreams) {
     }
 }
 
-TEST(Commands, ABrokenPipeEndsWithAMessage) {
+TEST(Commands, ABrokenPipeEndsInSilence) {
     const Folder folder;
     const Result result =
         folder.shell("{ sleep 0.2; \"$ORVEX\" codes; echo status $? >&2; } | true");
-    EXPECT_EQ(result.err, "error: cannot write standard output: Broken pipe\nstatus 2\n");
+    EXPECT_EQ(result.err, "status 2\n");
 }
 
 TEST(Translate, WritesWhatTheTranslatorWrites) {

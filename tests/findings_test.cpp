@@ -1,4 +1,5 @@
 // What the front end says: the index of messages in its words, findings in each format, spelling, explain.
+#include "frontend/commands/diagnose.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/finding.h"
 #include "frontend/findings/messages.h"
@@ -258,14 +259,21 @@ TEST(Sarif, HasRelativeLocations) {
     EXPECT_FALSE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text + ' '));
 }
 
+TEST(Github, SaysThatThereIsMore) {
+    const Summary summary{1, 1, 0, true, 1};
+    EXPECT_TRUE(
+        report_tail(Format::github, summary).starts_with("::notice::there are more errors"));
+    EXPECT_NE(report_tail(Format::sarif, summary).find("there are more errors"), string::npos);
+}
+
 // Schemas.
 
-string report(Format format, const std::vector<Finding>& findings) {
+string report(Format format, const std::vector<Finding>& findings, bool more = false) {
     string text = report_head(format);
     for (const Finding& finding : findings) {
         text += report_finding(format, finding, &finding == findings.data(), false);
     }
-    return text + report_tail(format, {1, findings.size(), 0, false, findings.empty() ? 0 : 1});
+    return text + report_tail(format, {1, findings.size(), 0, more, findings.empty() ? 0 : 1});
 }
 
 const std::vector<Finding> all_kinds{usual,
@@ -300,7 +308,7 @@ TEST(Schemas, HoldForJsonAndSarif) {
     folder.write("all.json", report(Format::json, all_kinds));
     folder.write("none.json", report(Format::json, {}));
     folder.write("usual.json", report(Format::json, {usual}));
-    folder.write("all.sarif", report(Format::sarif, all_kinds));
+    folder.write("all.sarif", report(Format::sarif, all_kinds, true));
     folder.write("none.sarif", report(Format::sarif, {}));
     const harness::Result result = folder.shell(check_schemas);
     if (result.status == 99)
@@ -343,6 +351,14 @@ TEST(Spelling, FindsTheNearest) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(nearest(row.word, row.candidates), row.found) << row.word;
+}
+
+TEST(Spelling, FindsAKeywordByItsStart) {
+    const std::map<string, string> rows = {{"PRODUCTION", "PROD"}, {"COMM", "COMMODITIES"},
+                                           {"PRO", "PROD"},        {"COM", ""},
+                                           {"SECTOS", "SECTORS"},  {"MODELS", ""}};
+    for (const auto& [word, keyword] : rows)
+        EXPECT_EQ(meant_keyword(word), keyword) << word;
 }
 
 // explain and codes.

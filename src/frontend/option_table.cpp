@@ -54,8 +54,9 @@ const std::vector<std::string> level_names = {"off", "warning", "error"};
 constexpr int most_jobs = 256;
 constexpr int most_errors = 1'000'000;
 constexpr int most_depth = 1'000'000;
-constexpr int highest_counter = 9999;       // the control file gives a counter four columns
-constexpr std::size_t longest_value = 255;  // of a line of the control file
+constexpr int most_models_before = 98;  // generated names show a model's number with two digits
+constexpr int most_constraints_before = 998;  // and a constraint's with three
+constexpr std::size_t longest_value = 255;    // of a line of the control file
 
 // "a, b or c".
 std::string listed(const std::vector<std::string>& names) {
@@ -212,11 +213,11 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},
     {"--first-model", "N", with_warnings, "number models from N + 1 (default: 0)",
      [](Options& o, const std::string& v) {
-         return take_number(v, 0, highest_counter, o.first_model);
+         return take_number(v, 0, most_models_before, o.first_model);
      }},
     {"--first-constraint", "N", with_warnings, "number constraints from N + 1 (default: 0)",
      [](Options& o, const std::string& v) {
-         return take_number(v, 0, highest_counter, o.first_constraint);
+         return take_number(v, 0, most_constraints_before, o.first_constraint);
      }},
     {"--time", "STAMP", with_warnings, "time stamp of the host's run",
      [](Options& o, const std::string& v) { return take_control_text(v, o.time); }},

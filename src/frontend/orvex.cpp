@@ -18,7 +18,7 @@ int print(const std::string& text, int status) {
     Stream out;
     put(out, text);
     if (flush(out)) return status;
-    Stream err{2, "error: cannot write standard output: " + system_message(out.error) + "\n", 0};
+    Stream err{2, failure_line(out), 0};
     flush(err);
     return 2;
 }

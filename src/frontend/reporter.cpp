@@ -159,8 +159,7 @@ int end(Reporter& reporter, const std::string& news) {
     tell(reporter, news);
     if (!good) {
         reporter.summary.status = 2;
-        put(reporter.err,
-            "error: cannot write standard output: " + system_message(reporter.out.error) + "\n");
+        put(reporter.err, failure_line(reporter.out));
     }
     flush(reporter.err);
     return reporter.summary.status;

@@ -40,6 +40,11 @@ bool flush(Stream& stream) {
     return stream.error == 0;
 }
 
+std::string failure_line(const Stream& stream) {
+    if (stream.error == EPIPE) return "";
+    return "error: cannot write standard output: " + system_message(stream.error) + "\n";
+}
+
 bool is_terminal(const Stream& stream) {
     if (::isatty(stream.descriptor) == 0) return false;
     const char* const terminal = std::getenv("TERM");

@@ -19,6 +19,10 @@ struct Stream {
 void put(Stream& stream, std::string_view text);
 bool flush(Stream& stream);  // false where a write has failed
 
+// What there is to say of a stream that has failed: a line, or nothing where its reader has read enough
+// and closed the pipe.
+std::string failure_line(const Stream& stream);
+
 bool is_terminal(const Stream& stream);
 
 // Whether text on the stream is to have colours: as the option says, else on a terminal that knows them where

@@ -312,10 +312,10 @@ void add_warnings(Search& search, const RunResult& last_run) {
         const bool changed = std::find(from, from + (model.last - model.line) + 1, true) !=
                              from + (model.last - model.line) + 1;
         if (changed || !last_run.models[i].complete) continue;
-        warn_of_names(
-            search.source,
-            read_economy(search.source, index, search.checked.left_out, last_run.models[i]),
-            search.checked.findings);
+        const Economy economy =
+            read_economy(search.source, index, search.checked.left_out, last_run.models[i]);
+        warn_of_names(search.source, economy, search.checked.findings);
+        warn_of_rows(search.source, economy, search.checked.findings);
     }
     apply_levels(search.options, search.checked.findings);
 }

@@ -48,15 +48,6 @@ const Statement* last_field(const std::vector<Statement>& statements) {
     return found == statements.rend() ? nullptr : &*found;
 }
 
-// Position of "LABEL:" in the line, or 0.
-std::size_t find_label(std::string_view line, std::string_view label) {
-    for (std::size_t at = find_word(line, label); at != nowhere;
-         at = find_word(line, label, at + 1)) {
-        if (line.substr(at + label.size()).starts_with(':')) return at;
-    }
-    return 0;
-}
-
 // Position of a name that addsym refused. A name can stand in a line more than once, also as a label:
 // the field's statement tells which one is meant.
 std::size_t find_refused_name(const Clues& clues, std::string_view name) {
@@ -64,8 +55,8 @@ std::size_t find_refused_name(const Clues& clues, std::string_view name) {
     const Statement* const field = last_field(clues.statements);
     std::size_t from = 0;
     if (field != nullptr && field->form != Form::name && !field->label.empty()) {
-        from = find_label(line, field->label);
-        if (from != 0 || line.starts_with(field->label)) from += field->label.size();
+        const std::size_t label = find_label(line, field->label);
+        if (label != nowhere) from = label + field->label.size();
     }
     const std::size_t at = find_word(line, name, from);
     return at != nowhere ? at : find_word(line, name);
@@ -259,11 +250,17 @@ Finding diagnose(const Source& source, const std::vector<bool>& left_out, const 
 }
 
 std::string meant_keyword(std::string_view word) {
+    constexpr std::size_t shortest_start = 4;
     static const std::vector<std::string> keywords = {
         "PROD",      "DEMAND",    "CONSTRAINT", "REPORT", "OFFTEXT", "SECTORS", "COMMODITIES",
         "CONSUMERS", "AUXILIARY", "ACTIVITIES", "PRICES", "MARKETS", "INCOME",  "PEPS",
         "EULCHK",    "WALCHK",    "DATECH",     "FUNLOG", "DIAGNL",  "ECHOP"};
-    return nearest(word, keywords);
+    if (const std::string near = nearest(word, keywords); !near.empty()) return near;
+    const auto found = std::find_if(keywords.begin(), keywords.end(), [word](const auto& keyword) {
+        const std::size_t shorter = std::min(keyword.size(), word.size());
+        return shorter >= shortest_start && word.substr(0, shorter) == keyword.substr(0, shorter);
+    });
+    return found == keywords.end() ? "" : *found;
 }
 
 bool stands_outside(std::string_view keyword) {

@@ -23,8 +23,8 @@ struct Fault {
 // The finding: severity error, code, place in the line, where the name was declared, and what to do.
 Finding diagnose(const Source& source, const std::vector<bool>& left_out, const Fault& fault);
 
-// The keyword that was meant by the first word of a keyword record, "$" left out; empty where none is
-// near.
+// The keyword that was meant by the first word of a keyword record, "$" left out: the nearest one, or one
+// that begins alike, as with PRODUCTION or COMM; empty where there is none.
 std::string meant_keyword(std::string_view word);
 
 // Does the keyword, without its "$", stand outside of models: does it begin one, or the text around it, or

@@ -1,6 +1,6 @@
 #include "frontend/commands/warnings.h"
 
-#include "frontend/findings/messages.h"
+#include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/findings/wording.h"
@@ -13,73 +13,6 @@
 namespace orvex::frontend {
 
 namespace {
-
-constexpr std::size_t columns_read = 255;
-
-void warn(std::vector<Finding>& findings, std::string code, std::string message, Span span) {
-    Finding finding{Severity::warning, std::move(code), std::move(message), std::move(span), {}};
-    finding.remarks.push_back({Severity::help, as_help(find_code(finding.code)->cure), {}});
-    findings.push_back(std::move(finding));
-}
-
-std::string quoted(std::string_view text) { return "`" + std::string(text) + "`"; }
-
-// Something is behind the last column that is read, and it is not a comment.
-void warn_of_length(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string_view text = line_at(source, line).text;
-    if (text.size() <= columns_read) return;
-    if (text.find_first_not_of(" \t", columns_read) == std::string_view::npos) return;
-    if (text.substr(0, columns_read).find('!') != std::string_view::npos) return;
-    warn(findings, "line-long",
-         "line has " + std::to_string(text.size()) + " columns, and only 255 are read",
-         span_of(source, line, columns_read, text.size()));
-}
-
-// A "$" or "+" begins the line, but not in column 1.
-void warn_of_indent(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string_view text = line_at(source, line).text;
-    const std::size_t at = text.find_first_not_of(" \t");
-    if (at == std::string_view::npos || at == 0 || (text[at] != '$' && text[at] != '+')) return;
-    const std::size_t size = text[at] == '$' ? first_word(text.substr(at)).size() : 1;
-    warn(findings, "line-indent", quoted(text.substr(at, size)) + " does not stand in column 1",
-         span_of(source, line, at, at + size));
-}
-
-// A "+" stands directly in front of a label, and so becomes a part of it.
-void warn_of_plus(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string record = record_of(line_at(source, line).text);
-    const std::string_view label = first_word(record);
-    if (label.size() < 2 || label.size() == record.size() || record[label.size()] != ':') return;
-    warn(findings, "line-plus", "the label is " + quoted(label) + ", with the plus sign",
-         span_of(source, line, 0, label.size()));
-}
-
-// A model that the translator passes over because its line is not in column 1.
-void warn_of_hidden_model(const Source& source, int line, std::vector<Finding>& findings) {
-    const std::string record = record_of(line_at(source, line).text);
-    const std::size_t at = record.find_first_not_of(' ');
-    if (at == std::string::npos || at == 0 || record.compare(at, 7, "$MODEL:") != 0) return;
-    warn_of_indent(source, line, findings);
-}
-
-void warn_of_line(const Source& source, int line, std::vector<Finding>& findings) {
-    switch (line_at(source, line).kind) {
-    case LineKind::outside: warn_of_hidden_model(source, line, findings); break;
-    case LineKind::entry:
-        warn_of_indent(source, line, findings);
-        warn_of_length(source, line, findings);
-        break;
-    case LineKind::continuation:
-        warn_of_plus(source, line, findings);
-        warn_of_length(source, line, findings);
-        break;
-    case LineKind::keyword:
-    case LineKind::algebra: warn_of_length(source, line, findings); break;
-    case LineKind::model:
-    case LineKind::blank:
-    case LineKind::comment: break;
-    }
-}
 
 bool is_variable(Kind kind) {
     return kind == Kind::sector || kind == Kind::commodity || kind == Kind::consumer ||
@@ -119,10 +52,10 @@ Uses read_uses(const Economy& economy) {
     return uses;
 }
 
-// Whether a name stands anywhere but in its declaration.
+// Whether a name stands anywhere but in its declaration, as far as that can be told.
 bool is_used(const Economy& economy, const Name& name) {
     const auto& constraints = economy.constraints;
-    return name.references.size() > 1 || name.references.empty() ||
+    return economy.references_lost || name.references.size() > 1 || name.references.empty() ||
            std::find(constraints.begin(), constraints.end(), name.name) != constraints.end() ||
            find_word(economy.free_text, name.name) != std::string_view::npos;
 }
@@ -167,8 +100,8 @@ struct Case {
 
     // `what` goes on behind "sector `X` ".
     void warn_at(const Span& span, std::string code, std::string_view what) const {
-        const std::string called = std::string(kind_name(name.kind)) + " " + quoted(name.name);
-        warn(findings, std::move(code), called + " " + std::string(what), span);
+        const std::string called = std::string(kind_name(name.kind)) + " " + back_quoted(name.name);
+        findings.push_back(warning(std::move(code), called + " " + std::string(what), span));
     }
     Span place() const { return place_of(source, economy, name); }
     Span block() const { return block_of(source, economy, name); }
@@ -220,27 +153,6 @@ void warn_of_name(const Case& it) {
 }
 
 }  // namespace
-
-void warn_of_lines(const Source& source, const std::vector<bool>& left_out,
-                   std::vector<Finding>& findings) {
-    if (source.models.empty()) {
-        warn(findings, "model-none", "file has no `$MODEL:` line", span_of(source, 0, 0, 0));
-    }
-    std::size_t model = 0;
-    for (std::size_t i = 0; i < source.lines.size(); ++i) {
-        const int line = static_cast<int>(i) + 1;
-        while (model < source.models.size() && source.models[model].last < line) ++model;
-        const bool inside = model < source.models.size() && source.models[model].line <= line;
-        if (inside && left_out[model]) continue;
-        warn_of_line(source, line, findings);
-    }
-    for (std::size_t i = 0; i < source.models.size(); ++i) {
-        const ModelText& open = source.models[i];
-        if (open.closed || left_out[i]) continue;
-        warn(findings, "model-open", "model " + quoted(open.name) + " has no `$OFFTEXT`",
-             record_span(source, open.line));
-    }
-}
 
 void warn_of_names(const Source& source, const Economy& economy, std::vector<Finding>& findings) {
     const Uses uses = read_uses(economy);

@@ -7,7 +7,8 @@
 
 namespace orvex::frontend {
 
-// An error with the help that the index of messages has for its code.
+// An error or a warning, with the help that the index of messages has for its code.
 Finding failure(std::string code, std::string message, Span span);
+Finding warning(std::string code, std::string message, Span span);
 
 }  // namespace orvex::frontend

@@ -179,8 +179,11 @@ std::string sarif_finding(const Finding& finding, bool first) {
 }
 
 std::string sarif_tail(const Summary& summary) {
-    const Json invocation = {{"executionSuccessful", summary.status < 2},
-                             {"exitCode", summary.status}};
+    Json invocation = {{"executionSuccessful", summary.status < 2}, {"exitCode", summary.status}};
+    if (summary.more) {
+        invocation["toolExecutionNotifications"] = Json::array(
+            {{{"level", "warning"}, {"message", {{"text", std::string(more_errors)}}}}});
+    }
     return "\n],\n\"invocations\":[" + dumped(invocation) + "]}]}\n";
 }
 

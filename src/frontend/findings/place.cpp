@@ -41,4 +41,18 @@ Span name_span(const Source& source, int line, std::string_view name) {
     return span_of(source, line, at, at + name.size());
 }
 
+std::size_t find_label(std::string_view line, std::string_view label) {
+    std::size_t at = find_word(line, label);
+    while (at != std::string_view::npos && !line.substr(at + label.size()).starts_with(':'))
+        at = find_word(line, label, at + 1);
+    return at;
+}
+
+Span label_span(const Source& source, int line, std::string_view label) {
+    if (line < 1) return span_of(source, 0, 0, 0);
+    const std::size_t at = find_label(line_at(source, line).text, label);
+    if (at == std::string_view::npos) return record_span(source, line);
+    return span_of(source, line, at, at + label.size() + 1);
+}
+
 }  // namespace orvex::frontend

@@ -23,4 +23,10 @@ Span record_span(const Source& source, int line);
 // A name in a line, or the record where the name is not there.
 Span name_span(const Source& source, int line, std::string_view name);
 
+// Position, from 0, of "LABEL:" in the line, or npos.
+std::size_t find_label(std::string_view line, std::string_view label);
+
+// A label with its colon, or the record where it is not there.
+Span label_span(const Source& source, int line, std::string_view label);
+
 }  // namespace orvex::frontend

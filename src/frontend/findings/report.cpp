@@ -238,7 +238,10 @@ std::string report_finding(Format format, const Finding& finding, bool first, bo
 
 std::string report_tail(Format format, const Summary& summary) {
     if (format == Format::json) return json_summary(summary);
-    return format == Format::sarif ? sarif_tail(summary) : std::string();
+    if (format == Format::sarif) return sarif_tail(summary);
+    if (format == Format::github && summary.more)
+        return "::notice::" + std::string(more_errors) + "\n";
+    return {};
 }
 
 std::string rendered(const Finding& finding, bool colour) {

@@ -23,6 +23,10 @@ struct Summary {
     int status = 0;     // exit status
 };
 
+// What github and sarif end with where there is more.
+constexpr std::string_view more_errors =
+    "there are more errors: the search in a file ended at the limit of `--max-errors`";
+
 // The text of each part of a report, to be written one after the other. A report without findings is
 // valid in its format. `colour` matters to text alone.
 std::string report_head(Format format);

@@ -120,6 +120,8 @@ std::string plain_words(std::string_view message, const Values& values) {
     return text;
 }
 
+std::string back_quoted(std::string_view text) { return "`" + std::string(text) + "`"; }
+
 std::string title(const MessageEntry& entry) {
     std::string text;
     for (const std::string& message : entry.messages) {

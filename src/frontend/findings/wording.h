@@ -12,6 +12,9 @@ namespace orvex::frontend {
 // small, names in back quotes, no full stop at its end.
 std::string plain_words(std::string_view message, const Values& values);
 
+// A name in back quotes.
+std::string back_quoted(std::string_view text);
+
 // The message of an entry in plain words, with <name> for what differs.
 std::string title(const MessageEntry& entry);
 

@@ -80,6 +80,7 @@ class Reader {
         economy_.model = lines_.model.name;
         economy_.line = lines_.model.line;
         economy_.constraints = header_.constraints;
+        economy_.references_lost = header_.references_lost;
         read_names();
         read_declarations();
         for (const Statement& statement : statements_) read_statement(statement);

@@ -56,6 +56,7 @@ struct Economy {
     std::vector<std::string> constraints;  // auxiliary variables that have one
     std::string
         free_text;  // all expressions and constraint bodies, in which names can stand unlisted
+    bool references_lost = false;  // names may have more references than are listed
 };
 
 // The economy of the model that stands at `index` in the source. `left_out` as for file_line.

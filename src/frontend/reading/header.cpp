@@ -139,10 +139,12 @@ void read_echo(Lines& lines, int lines_before, Header& header) {
     }
 }
 
-void read_references(std::string_view columns, Symbol& symbol) {
+// Those of the last symbol.
+void read_references(std::string_view columns, Header& header) {
     for (; columns.size() >= number_columns; columns.remove_prefix(number_columns)) {
         const int number = read_number(columns.substr(0, number_columns)).value_or(0);
-        if (number > 0) symbol.references.push_back(number);
+        if (number > 0) header.symbols.back().references.push_back(number);
+        if (number == 0) header.references_lost = true;
     }
 }
 
@@ -157,7 +159,7 @@ void read_entries(Lines& lines, std::size_t width, Header& header) {
         if (line.size() <= label_column) continue;
         const std::string_view references = line.substr(std::min(reference_column, line.size()));
         if (all_are(line.substr(0, reference_column), ' ')) {
-            if (!header.symbols.empty()) read_references(references, header.symbols.back());
+            if (!header.symbols.empty()) read_references(references, header);
             continue;
         }
         std::string label(line.substr(label_column, label_columns));
@@ -169,7 +171,7 @@ void read_entries(Lines& lines, std::size_t width, Header& header) {
         Symbol& symbol = header.symbols.emplace_back();
         symbol.name = without_trailing_blanks(line.substr(0, width));
         symbol.kind = row->kind;
-        read_references(references, symbol);
+        read_references(references, header);
     }
 }
 

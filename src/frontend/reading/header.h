@@ -34,7 +34,7 @@ struct Header {
     int first_line = 0;           // the first and the last numbered line of the listing, in
     int last_line = 0;            // the translator's count; 0 and 0 where there is none
     std::vector<Symbol> symbols;
-    bool references_lost = false;  // more than the translator can list
+    bool references_lost = false;  // more than the translator can list, or numbers too wide for it
 };
 
 // Reads a header file, complete or with an error block at its end. One that holds an error block

@@ -146,6 +146,11 @@ std::string record_of(std::string_view line) {
     return record;
 }
 
+bool is_indented(std::string_view line) {
+    const std::size_t at = line.find_first_not_of(" \t");
+    return at != std::string_view::npos && at != 0 && (line[at] == '$' || line[at] == '+');
+}
+
 std::string_view first_word(std::string_view text) {
     return text.substr(0, text.find_first_of(" \t:"));
 }

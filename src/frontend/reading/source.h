@@ -54,6 +54,9 @@ struct Source {
 // comment, TABs and carriage returns as blanks, trailing blanks cut.
 std::string record_of(std::string_view line);
 
+// Does a "$" or "+" begin the line, but not in column 1?
+bool is_indented(std::string_view line);
+
 // The first word of a text: up to a blank, a TAB or a colon.
 std::string_view first_word(std::string_view text);
 
