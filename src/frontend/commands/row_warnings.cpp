@@ -33,6 +33,13 @@ void warn_of_start(const Source& source, const Entry& entry, std::vector<Finding
                                label_span(source, entry.line, entry.label)));
 }
 
+// An option ends the block. What follows is still translated, but without the block's loops.
+void warn_of_place(const Source& source, const Entry& entry, std::vector<Finding>& findings) {
+    if (!entry.outside) return;
+    findings.push_back(warning("entry-outside", "an option has ended the block of this entry",
+                               label_span(source, entry.line, entry.label)));
+}
+
 void warn_of_gap(const Source& source, const Field& field, std::vector<Finding>& findings) {
     findings.push_back(warning("field-empty", back_quoted(field.label + ":") + " has no value",
                                label_span(source, field.line, field.label)));
@@ -64,6 +71,7 @@ void warn_of_block(const Source& source, const Block& block, std::vector<Finding
     }
     for (const Entry& entry : block.entries) {
         warn_of_start(source, entry, findings);
+        warn_of_place(source, entry, findings);
         for (const Field& field : entry.fields) {
             if (!field.text.empty()) continue;
             if (is_one_of(field.label, full_labels)) {
@@ -75,11 +83,30 @@ void warn_of_block(const Source& source, const Block& block, std::vector<Finding
     }
 }
 
+// Sets that the host's program cannot have: one without a name, or an element that was to stand in double
+// quotes.
+void warn_of_loop(const Source& source, const Loop& loop, std::vector<Finding>& findings) {
+    for (const std::string& set : loop.sets) {
+        if (set.empty()) {
+            findings.push_back(
+                warning("argument-blank", "an argument is blank", record_span(source, loop.line)));
+        } else if (set.front() == '\'') {
+            findings.push_back(warning("argument-quotes", back_quoted(set) + " is taken for a set",
+                                       name_span(source, loop.line, set)));
+        }
+    }
+}
+
 }  // namespace
 
 void warn_of_rows(const Source& source, const Economy& economy, std::vector<Finding>& findings) {
     for (const Block& block : economy.blocks) {
         if (block.label != "REPORT") warn_of_block(source, block, findings);
+    }
+    for (const Loop& loop : economy.loops) warn_of_loop(source, loop, findings);
+    for (const int line : economy.nameless) {
+        findings.push_back(
+            warning("name-missing", "a declaration has no name", record_span(source, line)));
     }
 }
 

@@ -19,8 +19,8 @@ void warn_of_lines(const Source& source, const std::vector<bool>& left_out,
 // used, a sector without inputs, ...
 void warn_of_names(const Source& source, const Economy& economy, std::vector<Finding>& findings);
 
-// About the rows of a translated model: one that belongs to the row above, a field without its value, a nest
-// that the block does not open.
+// About the rows of a translated model: one that belongs to the row above, one outside of all blocks, a
+// field, a set or a declaration with nothing in it, a nest that the block does not open.
 void warn_of_rows(const Source& source, const Economy& economy, std::vector<Finding>& findings);
 
 // Gives each warning the level that the options ask for, and drops those that are off.

@@ -163,16 +163,24 @@ class Reader {
         case Form::head: read_head(statement); break;
         case Form::more: read_more(statement); break;
         case Form::value: read_value(statement); break;
-        case Form::loop:
-            for (const std::string& set : statement.arguments) add_text(set);
+        case Form::loop: read_loop(statement); break;
+        case Form::option: outside_ = true; break;
+        case Form::name:
+            if (statement.name.empty()) economy_.nameless.push_back(lines_.in_file(statement.line));
             break;
         default: break;
         }
     }
 
+    void read_loop(const Statement& statement) {
+        for (const std::string& set : statement.arguments) add_text(set);
+        economy_.loops.push_back({statement.arguments, lines_.in_file(statement.line)});
+    }
+
     // All report records of the model are one block.
     void read_banner(const Statement& statement) {
         block_ = none;
+        outside_ = false;
         if (statement.label != "$REPORT") return;
         const auto report =
             std::find_if(economy_.blocks.begin(), economy_.blocks.end(),
@@ -195,6 +203,7 @@ class Reader {
         entry.name = statement.name;
         entry.reference = reference(statement);
         entry.line = own_line(statement);
+        entry.outside = outside_;
         last_line_ = std::max(last_line_, entry.line);
         const int shown = lines_.in_file(statement.line);
         if (entry.line == 0 || entry.line == shown) return;
@@ -204,6 +213,7 @@ class Reader {
     }
 
     void open_block(const Statement& statement) {
+        outside_ = false;
         block_ = economy_.blocks.size();
         Block& block = economy_.blocks.emplace_back();
         block.label = statement.label.substr(1);
@@ -280,6 +290,7 @@ class Reader {
     std::unordered_map<View, Name*> names_;
     std::vector<Name*> declared_;
     std::size_t block_ = none;  // index of the open block
+    bool outside_ = false;      // an option stands behind the block's opening line
     int last_line_ = 0;         // of the record that was met last, in the file
 };
 

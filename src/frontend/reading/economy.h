@@ -37,6 +37,7 @@ struct Entry {
     std::string reference;  // "PY(S)"
     std::vector<Field> fields;
     int line = 0;
+    bool outside = false;  // an option has ended its block
 };
 
 struct Block {
@@ -48,11 +49,19 @@ struct Block {
     int line = 0;
 };
 
+// The sets over which a declaration or a row is looped.
+struct Loop {
+    std::vector<std::string> sets;
+    int line = 0;
+};
+
 struct Economy {
     std::string model;
     int line = 0;  // of $MODEL:
     std::vector<Name> names;
     std::vector<Block> blocks;
+    std::vector<Loop> loops;
+    std::vector<int> nameless;             // lines of declarations without a name
     std::vector<std::string> constraints;  // auxiliary variables that have one
     std::string
         free_text;  // all expressions and constraint bodies, in which names can stand unlisted

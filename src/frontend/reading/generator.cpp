@@ -153,10 +153,11 @@ void read_loop(View text, Statement& statement) {
         if (close < text.size()) statement.condition = text.substr(close + 2);
         text = without_end(text.substr(0, close), ")");
     }
-    while (!text.empty()) {
+    for (bool more = true; more;) {
         const View set = up_to(text, ",");
         statement.arguments.emplace_back(set);
-        text.remove_prefix(std::min(set.size() + 1, text.size()));
+        more = set.size() < text.size();
+        text.remove_prefix(set.size() + (more ? 1 : 0));
     }
 }
 
