@@ -66,6 +66,7 @@ const CommandLine command_lines[] = {
     {"check none.zlm bad.zlm", 2, "bad.zlm:8:1", "2 errors in 2 files\n"},
     {"check", 2, nothing, "error: no file is given\n"},
     {"check models", 0, "models/b.zlm:5:", "2 warnings in 2 files\n"},
+    {"check models/inner models ./models/b.zlm", 0, "models/b.zlm:5:", "2 warnings in 2 files\n"},
     {"check empty", 2, nothing, "error: no *.zlm file in `empty`\n"},
     {"translate models", 2, nothing, "error: `models` is a folder\n"},
     {"check - --stdin-filename x.zlm <bad.zlm", 1, "x.zlm:8:1", "1 error"},

@@ -19,6 +19,7 @@
 #include <cerrno>
 #include <csignal>
 #include <memory>
+#include <set>
 
 namespace orvex::frontend {
 
@@ -221,6 +222,11 @@ void find_files(Session& session) {
             }
         }
     }
+    // A file that is given twice, or by itself and in its folder, is read once.
+    std::set<std::string> seen;
+    std::erase_if(session.paths, [&](const std::string& path) {
+        return !seen.insert(without_detours(path)).second;
+    });
     session.files.resize(session.paths.size());
     for (const std::string& path : session.paths) {
         add_file(session.inputs, path == "-" ? "/dev/stdin" : path);
