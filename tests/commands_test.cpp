@@ -26,7 +26,8 @@ std::string model(const std::string& name, const std::string& more_commodities =
            "\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
 }
 
-// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), and folders.
+// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), row (M, a bad N, and O), and
+// folders.
 void write_files(const Folder& folder) {
     for (const char* name : {"models/inner/.hidden", "empty"}) {
         fs::create_directories(folder.path() + "/" + name);
@@ -35,6 +36,7 @@ void write_files(const Folder& folder) {
     folder.write("bad.zlm", model("M", "", "$PORD:Y"));
     folder.write("warn.zlm", model("M", "  PX"));
     folder.write("two.zlm", model("M") + model("N"));
+    folder.write("row.zlm", model("M") + model("N", "", "$PORD:Y") + model("O"));
     folder.write("-odd.zlm", model("ODD"));
     folder.write("models/b.zlm", model("B", "  PX"));
     folder.write("models/inner/a.zlm", model("A", "  PX"));
@@ -133,6 +135,16 @@ const CommandLine command_lines[] = {
      "`./x` is given for two files"},
     {"translate good.zlm --depfile o/../M.HDR; ls M.GEN", 2, nothing,
      "error[output-twice]: output `M.HDR` is a report or the depfile, too"},
+    {"translate --header /dev/full good.zlm; ls *.GEN", 2, nothing,
+     "cannot write `/dev/full`: No space left"},
+    {"--version; printf '#!/bin/sh\necho what >&2\n' >mute; chmod +x mute; "
+     "\"$ORVEX\" check --translator ./mute good.zlm",
+     2, "mute ended before it had read the model: what", "1 error in 1 file\n"},
+    {"--version; cp bad.zlm b.zlm; ln -s models/inner ln; "
+     "\"$ORVEX\" check --format short ln/../b.zlm b.zlm",
+     1, "\nb.zlm:8:1: error", "1 error, 1 warning in 2 files\n"},
+    {"translate row.zlm; ls *.GEN", 0, "M.GEN\n",
+     "wrote 2 files; 1 model behind an error not translated\n"},
     {"check --translator /bin/true good.zlm", 2, "true ended before it had read the model",
      "1 error in 1 file\n"},
     {"translate - <good.zlm; grep stdin.scr M.HDR", 0, "stdin.scr", "wrote 2 files\n"},

@@ -46,6 +46,11 @@ bool is_folder(const std::string& path) {
     return path != "-" && fs::is_directory(path, ignored);
 }
 
+bool may_wait(const std::string& path) {
+    std::error_code ignored;
+    return path == "-" || fs::is_other(path, ignored);
+}
+
 std::vector<std::string> expand_folders(const std::vector<std::string>& paths) {
     std::vector<std::string> files;
     for (const std::string& path : paths) {

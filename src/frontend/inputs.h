@@ -19,4 +19,7 @@ std::vector<std::string> expand_folders(const std::vector<std::string>& paths);
 
 bool is_folder(const std::string& path);
 
+// Can reading the file wait for somebody, as with standard input ("-"), a pipe or a terminal?
+bool may_wait(const std::string& path);
+
 }  // namespace orvex::frontend

@@ -19,7 +19,6 @@
 #include <cerrno>
 #include <csignal>
 #include <memory>
-#include <set>
 
 namespace orvex::frontend {
 
@@ -210,27 +209,32 @@ void look_at_header(Session& session) {
     }
 }
 
+// A file that is given twice, or by itself and in its folder, is read once.
+void take_inputs(Session& session, const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        if (path != "-" && has_file(session.inputs, path)) continue;
+        session.paths.push_back(path);
+        if (path != "-") add_file(session.inputs, path);
+    }
+    if (std::find(paths.begin(), paths.end(), "-") != paths.end()) {
+        add_file(session.inputs, "/dev/stdin");
+    }
+}
+
 void find_files(Session& session) {
     const Options& options = session.options;
+    std::vector<std::string> paths = options.files;
     if (options.command == Command::check) {
-        session.paths = expand_folders(options.files);
+        paths = expand_folders(options.files);
     } else {
-        session.paths = options.files;
-        for (const std::string& path : session.paths) {
+        for (const std::string& path : paths) {
             if (is_folder(path)) {
                 throw UsageError{"`" + path + "` is a folder", "`orvex check` searches folders"};
             }
         }
     }
-    // A file that is given twice, or by itself and in its folder, is read once.
-    std::set<std::string> seen;
-    std::erase_if(session.paths, [&](const std::string& path) {
-        return !seen.insert(without_detours(path)).second;
-    });
+    take_inputs(session, paths);
     session.files.resize(session.paths.size());
-    for (const std::string& path : session.paths) {
-        add_file(session.inputs, path == "-" ? "/dev/stdin" : path);
-    }
     std::vector<std::string> written;
     for (const auto& [format, path] : options.reports) written.push_back(path);
     if (!options.depfile.empty()) written.push_back(options.depfile);
@@ -261,10 +265,13 @@ void write_depfile(Session& session) {
 
 std::string news(const Session& session) {
     if (session.options.command != Command::translate) return "";
-    const std::size_t written = session.placed.written;
-    const std::size_t unchanged = session.placed.outputs.size() - written;
-    std::string text = "wrote " + counted(written, "file");
+    const Placed& placed = session.placed;
+    const std::size_t unchanged = placed.outputs.size() - placed.written;
+    std::string text = "wrote " + counted(placed.written, "file");
     if (unchanged > 0) text += ", " + std::to_string(unchanged) + " unchanged";
+    if (placed.behind > 0) {
+        text += "; " + counted(placed.behind, "model") + " behind an error not translated";
+    }
     return text;
 }
 
@@ -308,10 +315,9 @@ int run_command(const Options& options) {
     if (options.command == Command::info || options.command == Command::graph) {
         session.options.levels["all"] = Level::off;
     }
-    // A read of standard input is to end at once with an interrupt.
-    const auto standard_input = std::find(session.paths.begin(), session.paths.end(), "-");
-    if (standard_input != session.paths.end()) {
-        read(session, static_cast<std::size_t>(standard_input - session.paths.begin()));
+    // A read that may wait is to end at once with an interrupt.
+    for (std::size_t i = 0; i < session.paths.size(); ++i) {
+        if (may_wait(session.paths[i])) read(session, i);
     }
     if (!options.header.empty()) look_at_header(session);
     session.reporter.options = session.options;

@@ -127,27 +127,38 @@ RunResult translate(const Search& search, std::string_view input) {
     return run_translator(search.program, search.place, input, search.input.names, settings);
 }
 
-// The whole input, as far as it is not silenced. A program that ends in silence before the last model is
-// no translator.
-RunResult translate_all(const Search& search) {
-    RunResult run = translate(search, search.input.bytes);
-    const bool silent = !run.failed && run.err.empty();
-    if (silent && run.models.size() < search.input.names.size()) {
-        throw StartFailure{search.program + " ended before it had read the model"};
-    }
-    return run;
+bool has_finding(const Search& search, std::string_view code) {
+    return std::any_of(search.checked.findings.begin(), search.checked.findings.end(),
+                       [code](const Finding& finding) { return finding.code == code; });
 }
 
-// What the system kept the translator from: a full disk, an unreadable file.
-void add_system_messages(Search& search, std::string_view text) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (const auto known = recognise(line)) {
-            add_error(search, known->entry->code, plain_words(line, known->values),
-                      whole_file(search.source.path));
-        }
+// What the system kept the translator from: a full disk, an unreadable file. True where it was anything.
+bool add_system_messages(Search& search, std::string_view text) {
+    bool any = false;
+    for (const std::string_view line : lines_of(text)) {
+        const auto known = recognise(line);
+        if (!known) continue;
+        any = true;
+        if (has_finding(search, known->entry->code)) continue;  // of a run before
+        add_error(search, known->entry->code, plain_words(line, known->values),
+                  whole_file(search.source.path));
     }
+    return any;
+}
+
+// The whole input, as far as it is not silenced. A program that ends before the last model, and neither with
+// a fault of a model nor with a reason, is no translator.
+RunResult translate_all(Search& search) {
+    RunResult run = translate(search, search.input.bytes);
+    const bool explained = add_system_messages(search, run.err);
+    const bool lost =
+        run.failed ? run.models.empty() : run.models.size() < search.input.names.size();
+    if (lost && !explained) {
+        const auto words = lines_of(run.err);
+        throw StartFailure{search.program + " ended before it had read the model" +
+                           (words.empty() ? "" : ": " + std::string(words.front()))};
+    }
+    return run;
 }
 
 void take_models(Search& search, const RunResult& run) {
@@ -330,7 +341,6 @@ Checked check(const Source& source, const Options& options, const std::string& p
     RunResult run;
     if (!search.input.names.empty()) {
         run = translate_all(search);
-        add_system_messages(search, run.err);
         take_models(search, run);
         while (run.failed && add_fault(search, run)) run = translate_all(search);
     }

@@ -50,31 +50,33 @@ std::optional<Finding> clash(const std::string& path, const Span& span, const Fi
     return finding;
 }
 
-// Both files of a model, or none: each is written before one of them gets its name.
+// Both files of a model, or none: each is written before one of them gets its name, and one that is written
+// in its place, such as a device, is the first to be.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
            const Span& span, std::string& failed) {
-    Pending generator;
-    Pending header;
-    failed = paths[0];
-    if (!prepare(paths[0], output.generator, generator)) return false;
-    failed = paths[1];
-    if (!prepare(paths[1], output.header, header)) {
-        discard(generator);
+    Pending files[2];  // generator, header
+    const std::string_view texts[2] = {output.generator, output.header};
+    for (int i = 0; i < 2; ++i) {
+        failed = paths[i];
+        if (prepare(paths[i], texts[i], files[i])) continue;
+        if (i == 1) discard(files[0]);
         return false;
     }
-    failed = paths[0];
-    if (!commit(generator)) {
-        discard(header);
+    const int first = files[1].in_place ? 1 : 0;
+    const int second = 1 - first;
+    failed = paths[first];
+    if (!commit(files[first])) {
+        discard(files[second]);
         return false;
     }
-    failed = paths[1];
-    if (!commit(header)) return false;
+    failed = paths[second];
+    if (!commit(files[second])) return false;
     for (const std::string& path : paths) {
         placed.outputs.push_back(path);
         placed.taken.emplace(without_detours(path), span);
     }
     placed.written +=
-        static_cast<std::size_t>(generator.changed) + static_cast<std::size_t>(header.changed);
+        static_cast<std::size_t>(files[0].changed) + static_cast<std::size_t>(files[1].changed);
     return true;
 }
 
@@ -133,6 +135,19 @@ void append_name(std::string& text, std::size_t& column, const std::string& name
     column += escaped.size();
 }
 
+// Models without an error of their own that the translator did not come to.
+std::size_t count_behind(const Source& source, const Checked& checked, const Options& options) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < checked.left_out.size(); ++i) {
+        const bool translated =
+            std::any_of(checked.models.begin(), checked.models.end(),
+                        [i](const Translated& model) { return model.index == i; });
+        const bool failed = has_failed(source.models[i], checked.findings, options);
+        if (!checked.left_out[i] && !translated && !failed) ++count;
+    }
+    return count;
+}
+
 }  // namespace
 
 std::string without_detours(const std::string& path) {
@@ -157,6 +172,7 @@ void place_outputs(const Source& source, Checked& checked, const Options& option
         }
         place_model(source, model, options, inputs, placed, findings);
     }
+    placed.behind += count_behind(source, checked, options);
     checked.findings.insert(checked.findings.end(), findings.begin(), findings.end());
 }
 
