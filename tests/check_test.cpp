@@ -148,19 +148,55 @@ TEST(Check, TellsRowsFromOddRows) {
     } const rows[] = {
         {"$PROD:Y  S:1  VA(S):0.5  R.TL(VA):2\n"
          "  O:PY  Q:1\n"
-         "  I:PL  Q:1  VA:\n"
+         "I:PL  Q:1  VA:\n"
          "  K:2\n"
-         "  I:PL  Q:1  R.TL:\n"
-         "+ VB:3\n",
+         "  I:PL  Q:(1 + A(B,C))  R.TL:  A:RA\n"
+         "+ T:(Y0 (R))\n",
          ""},
-        {"$PROD:Y\n  O:PY  Q:1  S:\n  I:PL  Q:1 A:\n", "9:14 field-empty\n10:13 field-empty\n"},
-        {"$PROD:Y  VA:  VB:\n  O:PY\n  I:PL  VB:  VC:\n",
-         "8:10 field-empty\n8:15 field-empty\n10:14 nest-undeclared\n"},
-        {"$PROD:Y\n  O:PY  Q:1\n  I:PL\n  Q:1\n  + T:1\n", "11:3 entry-label\n12:3 line-indent\n"},
+        {"$PROD:Y\n  O:PY  Q:1  S:\n  I:PL  Q:1 A: T:1\n", "9:14 field-empty\n10:13 field-empty\n"},
+        {"$PROD:Y  VA:  VB:  VA:1\n  O:PY\n  I:PL  VB:  VC:  VB:2\n",
+         "8:10 field-empty\n8:15 field-empty\n8:20 label-twice\n"
+         "10:14 nest-undeclared\n10:9 label-unknown\n"},
+        {"$PROD:Y\n  O:PY  Q:1\n  I:PL\n  Q:1\n  + T:1\n  VA:\n  D:PL\n",
+         "11:3 entry-label\n12:3 line-indent\n13:3 entry-label\n14:3 entry-label\n"},
         {"$PROD:Y\n 1 O:PY  Q:1\n  I :PL\n+ a b Q:1\n  I:PL  Q :2\n",
          "9:2 entry-text\n10:3 entry-text\n11:3 entry-text\n"},
+        {"$PROD:Y  S:0,5\n  O:PY  Q:1;  P:1)\n  I:PL  Q:1 - 2\n",
+         "8:10 value-odd\n9:9 value-odd\n9:15 value-odd\n10:9 value-odd\n"},
+        {"$PROD:Y\n  O:PY  Q:1  I:PL  Q:2  Q:3\n  I:PL  N:TAU\n",
+         "9:14 entry-joined\n10:11 name-undeclared\n10:9 tax-receiver\n"},
     };
     for (const auto& row : rows) EXPECT_EQ(check_text(head + row.block + tail), row.findings);
+}
+
+// What stands behind the sets of a name, beside what may stand there.
+TEST(Check, FindsTextBehindTheSetsOfAName) {
+    const string head = "$MODEL:M\n$SECTORS:\n  Y(R)\n$COMMODITIES:\n  P(R)\n$CONSUMERS:\n  C(R)\n";
+    const string tail = "$DEMAND:C(R)\n  D:P(R)\n  E:P(R)  Q:1\n$OFFTEXT\n";
+    EXPECT_EQ(check_text(head +
+                         "$PROD:Y(R)$(A(R))  S:1\n  O:P(R)$(B GT 0)  Q:1\n"
+                         "  I:P(R) #(R)  Q :1\n  I:P(\"a b\")\n" +
+                         tail),
+              "");
+    EXPECT_EQ(check_text(head +
+                         "$PROD:Y(R) S 1\n  O:P(R)x  Q:1\n  I:P(R))  Q:1\n"
+                         "  I:P(R)  Q  :1\n  I:P(R)  Q=1\n" +
+                         tail),
+              "8:12 entry-text\n9:9 entry-text\n10:9 entry-text\n11:11 entry-text\n"
+              "11:13 label-unknown\n12:11 entry-text\n");
+}
+
+// Who takes what, and names that are used before they are declared.
+TEST(Check, KnowsTheUsesOfNames) {
+    const auto model = [](const string& endowment) {
+        return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PG  PL\n$PROD:Y\n  O:PY  Q:1\n"
+               "  O:PG  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n  E:PG  Q:" +
+               endowment + "\n$CONSUMERS:\n  RA\n$OFFTEXT\n";
+    };
+    EXPECT_EQ(check_text(model("-1")), "");
+    EXPECT_EQ(check_text(model("(-G0)")), "");
+    EXPECT_EQ(check_text(model("G0")), "");
+    EXPECT_EQ(check_text(model("1")), "5:7 commodity-unused\n");
 }
 
 // Beyond line 99999 the listing does not show where a name is used.

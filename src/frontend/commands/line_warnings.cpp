@@ -3,6 +3,7 @@
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -12,15 +13,15 @@ namespace {
 
 constexpr std::size_t columns_read = 255;
 
-// Something is behind the last column that is read, and it is not a comment.
+// Something is behind the last column that is read, and it is not in a comment.
 void warn_of_length(const Source& source, int line, std::vector<Finding>& findings) {
     const std::string_view text = line_at(source, line).text;
-    if (text.size() <= columns_read) return;
-    if (text.find_first_not_of(" \t", columns_read) == std::string_view::npos) return;
-    if (text.substr(0, columns_read).find('!') != std::string_view::npos) return;
-    findings.push_back(warning(
-        "line-long", "line has " + std::to_string(text.size()) + " columns, and only 255 are read",
-        span_of(source, line, columns_read, text.size())));
+    const std::string_view record = text.substr(0, text.find('!'));
+    const std::size_t size = record.find_last_not_of(" \t") + 1;
+    if (size <= columns_read) return;
+    findings.push_back(warning("line-long",
+                               "line has " + std::to_string(size) + " bytes, and only 255 are read",
+                               span_of(source, line, columns_read, size)));
 }
 
 void warn_of_indent(const Source& source, int line, std::vector<Finding>& findings) {
@@ -80,15 +81,47 @@ bool has_labels(const Source& source, int line) {
 
 // Something stands in front of the line's first label, which begins behind the last blank before its colon.
 void warn_of_text(const Source& source, int line, std::vector<Finding>& findings) {
-    if (!has_labels(source, line)) return;
+    if (!has_labels(source, line) || is_indented(line_at(source, line).text)) return;
     const std::string record = record_of(line_at(source, line).text);
     const std::size_t colon = record.find(':');
     if (colon == std::string::npos || colon == 0) return;
-    const std::size_t end = record.find_last_not_of(' ', record.rfind(' ', colon - 1));
+    const std::size_t blank = record.rfind(' ', colon - 1);
+    if (blank == std::string::npos) return;
+    const std::size_t end = record.find_last_not_of(' ', blank);
     const std::size_t begin = record.find_first_not_of(' ', record.front() == '+' ? 1 : 0);
-    if (end == std::string::npos || begin > end || is_indented(line_at(source, line).text)) return;
-    findings.push_back(warning("entry-text", "what stands before the first label is not read",
+    if (end == std::string::npos || begin > end) return;
+    findings.push_back(warning("entry-text", "what stands here is not read",
                                span_of(source, line, begin, end + 1)));
+}
+
+// Keywords that say all by themselves, as they begin.
+constexpr std::string_view whole_keywords[] = {"$SECTOR", "$ACTIVI", "$COMMOD",
+                                               "$PRICES", "$MARKET", "$CONSUM",
+                                               "$INCOME", "$AUXILI", "$REPORT"};
+
+void warn_of_keyword_text(const Source& source, int line, std::vector<Finding>& findings) {
+    const std::string record = record_of(line_at(source, line).text);
+    const std::size_t colon = record.find(':');
+    const bool is_whole =
+        std::any_of(std::begin(whole_keywords), std::end(whole_keywords),
+                    [&](std::string_view start) { return record.starts_with(start); });
+    if (!is_whole || colon == std::string::npos) return;
+    const std::size_t begin = record.find_first_not_of(' ', colon + 1);
+    if (begin == std::string::npos) return;
+    findings.push_back(warning("keyword-text", "what stands behind the keyword is not read",
+                               span_of(source, line, begin, record.size())));
+}
+
+// The name goes into file names and statements.
+void warn_of_model_name(const Source& source, const ModelText& model,
+                        std::vector<Finding>& findings) {
+    const bool is_plain = std::all_of(model.name.begin(), model.name.end(), is_name_byte);
+    if (model.name.empty() || is_plain) return;
+    const std::string_view text = line_at(source, model.line).text;
+    const std::size_t begin = text.find_first_not_of(" \t", text.find(':') + 1);
+    findings.push_back(warning("model-name",
+                               back_quoted(model.name) + " is the whole name of the model",
+                               span_of(source, model.line, begin, begin + model.name.size())));
 }
 
 void warn_of_line(const Source& source, int line, std::vector<Finding>& findings) {
@@ -106,6 +139,7 @@ void warn_of_line(const Source& source, int line, std::vector<Finding>& findings
         break;
     case LineKind::keyword:
         warn_of_auxiliaries(source, line, findings);
+        warn_of_keyword_text(source, line, findings);
         warn_of_length(source, line, findings);
         break;
     case LineKind::algebra: warn_of_length(source, line, findings); break;
@@ -132,11 +166,13 @@ void warn_of_lines(const Source& source, const std::vector<bool>& left_out,
         warn_of_line(source, line, findings);
     }
     for (std::size_t i = 0; i < source.models.size(); ++i) {
-        const ModelText& open = source.models[i];
-        if (open.closed || left_out[i]) continue;
+        const ModelText& model_text = source.models[i];
+        if (left_out[i]) continue;
+        warn_of_model_name(source, model_text, findings);
+        if (model_text.closed) continue;
         findings.push_back(warning("model-open",
-                                   "model " + back_quoted(open.name) + " has no `$OFFTEXT`",
-                                   record_span(source, open.line)));
+                                   "model " + back_quoted(model_text.name) + " has no `$OFFTEXT`",
+                                   record_span(source, model_text.line)));
     }
 }
 

@@ -36,13 +36,14 @@ Span record_span(const Source& source, int line) {
 }
 
 Span name_span(const Source& source, int line, std::string_view name) {
+    if (line < 1) return span_of(source, 0, 0, 0);
     const std::size_t at = find_word(line_at(source, line).text, name);
     if (at == std::string_view::npos) return record_span(source, line);
     return span_of(source, line, at, at + name.size());
 }
 
-std::size_t find_label(std::string_view line, std::string_view label) {
-    std::size_t at = find_word(line, label);
+std::size_t find_label(std::string_view line, std::string_view label, std::size_t from) {
+    std::size_t at = find_word(line, label, from);
     while (at != std::string_view::npos && !line.substr(at + label.size()).starts_with(':'))
         at = find_word(line, label, at + 1);
     return at;
@@ -53,6 +54,16 @@ Span label_span(const Source& source, int line, std::string_view label) {
     const std::size_t at = find_label(line_at(source, line).text, label);
     if (at == std::string_view::npos) return record_span(source, line);
     return span_of(source, line, at, at + label.size() + 1);
+}
+
+Span last_label_span(const Source& source, int line, std::string_view label) {
+    if (line < 1) return span_of(source, 0, 0, 0);
+    const std::string_view text = line_at(source, line).text;
+    std::size_t last = find_label(text, label);
+    if (last == std::string_view::npos) return record_span(source, line);
+    for (std::size_t at = last; at != std::string_view::npos; at = find_label(text, label, at + 1))
+        last = at;
+    return span_of(source, line, last, last + label.size() + 1);
 }
 
 }  // namespace orvex::frontend

@@ -20,13 +20,14 @@ Span span_of(const Source& source, int line, std::size_t begin, std::size_t end)
 // "!" left out.
 Span record_span(const Source& source, int line);
 
-// A name in a line, or the record where the name is not there.
+// A name in a line, or the record where the name is not there; the file as a whole for line 0.
 Span name_span(const Source& source, int line, std::string_view name);
 
-// Position, from 0, of "LABEL:" in the line, or npos.
-std::size_t find_label(std::string_view line, std::string_view label);
+// Position, from 0, of "LABEL:" in the line at or after `from`, or npos.
+std::size_t find_label(std::string_view line, std::string_view label, std::size_t from = 0);
 
-// A label with its colon, or the record where it is not there.
+// A label with its colon, where it stands first or last in the line, or the record where it is not there.
 Span label_span(const Source& source, int line, std::string_view label);
+Span last_label_span(const Source& source, int line, std::string_view label);
 
 }  // namespace orvex::frontend

@@ -67,6 +67,10 @@ bool begins_entry(const SourceLine& line, const Statement& head) {
     return label.ends_with(head.label) && value.starts_with(head.name);
 }
 
+bool begins_constraint(const SourceLine& line) {
+    return line.kind == LineKind::keyword && record_of(line.text).starts_with("$CONSTRAINT");
+}
+
 // Builds the economy from one model's files.
 class Reader {
   public:
@@ -79,7 +83,7 @@ class Reader {
     void read() {
         economy_.model = lines_.model.name;
         economy_.line = lines_.model.line;
-        economy_.constraints = header_.constraints;
+        read_constraints();
         economy_.references_lost = header_.references_lost;
         read_names();
         read_declarations();
@@ -128,8 +132,14 @@ class Reader {
     // A name may be declared again, which changes nothing.
     void declare(const Statement& statement, const Variable& variable) {
         Name* const name = find(statement.name);
-        if (name == nullptr || name->declared > 0) return;
-        name->declared = lines_.in_file(statement.line);
+        if (name == nullptr) return;
+        const int line = lines_.in_file(statement.line);
+        if (name->is_declared) {
+            economy_.repeated.push_back({name->name, line});
+            return;
+        }
+        name->is_declared = true;
+        name->declared = line;
         if (statement.form == Form::name) name->description = variable.description;
         set_arguments(*name, statement.arguments);
         declared_.push_back(name);
@@ -270,6 +280,15 @@ class Reader {
 
     void add_text(View text) {
         if (!without_blanks_around(text).empty()) economy_.free_text.append(text).append("\n");
+    }
+
+    // The translator lists them in the order of their blocks.
+    void read_constraints() {
+        economy_.constraints = header_.constraints;
+        for (int line = lines_.model.line; line <= lines_.model.last; ++line) {
+            if (begins_constraint(lines_.at(line))) economy_.constraint_lines.push_back(line);
+        }
+        economy_.constraint_lines.resize(economy_.constraints.size());
     }
 
     // Without the lines that say which variable an equation is for: that is no use of it.

@@ -17,9 +17,11 @@ struct Name {
     int dimension = -1;                  // number of arguments; -1 where it is not known
     std::vector<std::string> arguments;  // as declared, or as first used in a statement
     std::string description;
-    int declared = 0;  // line of the declaration, or of a report variable's record; 0: none
+    int declared =
+        0;  // line of the declaration, or of a report variable's record; 0: none, or not known
     std::vector<int>
         references;  // lines, ascending, repeated as listed; the declaration is one of them
+    bool is_declared = false;  // also on a line that is not known
 };
 
 // A field behind the first of its row: a value, or a name.
@@ -49,6 +51,12 @@ struct Block {
     int line = 0;
 };
 
+// A name, and a line where it stands.
+struct Place {
+    std::string name;
+    int line = 0;
+};
+
 // The sets over which a declaration or a row is looped.
 struct Loop {
     std::vector<std::string> sets;
@@ -62,7 +70,9 @@ struct Economy {
     std::vector<Block> blocks;
     std::vector<Loop> loops;
     std::vector<int> nameless;             // lines of declarations without a name
+    std::vector<Place> repeated;           // further declarations of names
     std::vector<std::string> constraints;  // auxiliary variables that have one
+    std::vector<int> constraint_lines;     // the line of each
     std::string
         free_text;  // all expressions and constraint bodies, in which names can stand unlisted
     bool references_lost = false;  // names may have more references than are listed

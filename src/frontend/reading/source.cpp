@@ -17,10 +17,6 @@ constexpr std::string_view end_keyword = "$OFFTEXT";
 
 bool is_blank_byte(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
-bool is_name_byte(char c) {
-    return (c >= '0' && c <= '9') || (upper(c) >= 'A' && upper(c) <= 'Z') || c == '_';
-}
-
 // Does the text begin with the word, which is in upper case?
 bool begins_with(std::string_view text, std::string_view word) {
     return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
@@ -136,6 +132,10 @@ bool equal_letters(std::string_view a, std::string_view b) {
 }
 
 }  // namespace
+
+bool is_name_byte(char c) {
+    return (c >= '0' && c <= '9') || (upper(c) >= 'A' && upper(c) <= 'Z') || c == '_';
+}
 
 std::string record_of(std::string_view line) {
     line = line.substr(0, columns);

@@ -82,6 +82,9 @@ int file_line(const Source& source, int number, const std::vector<bool>& left_ou
 // is not UTF-8.
 int column_of(std::string_view line, std::size_t at);
 
+// Can the byte be part of a name: a letter, a digit or "_"?
+bool is_name_byte(char c);
+
 // Position (from 0) of `word` in `line` as a whole name, whatever its case, at or after `from` and
 // in front of a "!" comment; npos where it is not there. A name is bounded by what cannot be part
 // of one: anything but letters, digits and "_".
