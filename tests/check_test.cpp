@@ -186,6 +186,26 @@ TEST(Check, FindsTextBehindTheSetsOfAName) {
               "11:13 label-unknown\n12:11 entry-text\n");
 }
 
+// Where the line tells more than the message, the help says it.
+TEST(Check, HelpsWithTheCauseThatTheLineShows) {
+    const string head = "$MODEL:M\n$COMMODITIES:\n  P\n$AUXILIARY:\n  T\n";
+    const std::pair<string, string> rows[] = {
+        {"$CONSTRAINT:T\n  T =E= 0;\n  P =G= 1;\n", "a constraint ends with its first `;`"},
+        {"$PROD:Y\n  * owns\n", "begin a comment with `*` in column 1"},
+        {"$PROD:Y\n O:P\n $OFFTEXT\n", "move the `$` to column 1"},
+        {"$PROD:Y\n  O:P  Q:A('B')\n", "put the element into double quotes"},
+        {"$PROD:Y(R)\n  O:P  Q:A(R,)\n", "name the blank argument, or remove the comma"},
+        {"$PROD:Y\n+ O:P\n", "begin a new line with `O:`: here it takes a value"},
+        {"$PROD:Y  N:T\n", "move `N:` to an entry: here it takes a value"},
+    };
+    for (const auto& [rest, help] : rows) {
+        const Folder folder;
+        folder.write("m.zlm", head + rest + "$OFFTEXT\n");
+        const string text = folder.shell("\"$ORVEX\" check --warn off m.zlm").out;
+        EXPECT_NE(text.find("= help: " + help), string::npos) << text;
+    }
+}
+
 // Who takes what, and names that are used before they are declared.
 TEST(Check, KnowsTheUsesOfNames) {
     const auto model = [](const string& endowment) {

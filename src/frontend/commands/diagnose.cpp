@@ -207,6 +207,41 @@ std::string meant(const Clues& clues) {
     return {};
 }
 
+// What to do where the line itself tells it better than the message; else empty.
+std::string own_help(const Clues& clues) {
+    const std::string_view code = clues.code();
+    const std::string record = record_of(clues.line());
+    const std::size_t start = record.find_first_not_of(' ');
+    const char first = start == nowhere ? '\0' : record[start];
+    const Statement* const field = last_field(clues.statements);
+    if (code == "getfld-label") {
+        const int block = line_at(clues.source, clues.fault.line).block;
+        if (block > 0 && record_of(line_at(clues.source, block).text).starts_with("$CONSTRAINT")) {
+            return "a constraint ends with its first `;`: what follows is no part of it";
+        }
+        if (first == '$') return "move the `$` to column 1";
+        if (first != '\0' && std::string_view("*#;-/").find(first) != nowhere) {
+            return "begin a comment with `*` in column 1";
+        }
+    }
+    if (code == "chkset-inactive") {
+        const std::string_view argument = clues.value("argument");
+        if (argument.empty()) return "name the blank argument, or remove the comma";
+        if (argument.starts_with('\'')) return "put the element into double quotes";
+    }
+    // A name in a place of a value: an entry was meant, or a field of one.
+    if (code == "addsym-type" && field != nullptr && field->form == Form::value &&
+        field->label.size() == 1) {
+        if (field->label.find_first_not_of("OIDE") == nowhere) {
+            return "begin a new line with `" + field->label + ":`: here it takes a value";
+        }
+        if (field->label.find_first_not_of("ANR") == nowhere) {
+            return "move `" + field->label + ":` to an entry: here it takes a value";
+        }
+    }
+    return {};
+}
+
 void add_open_model(const Clues& clues, Finding& finding) {
     const ModelText& model = clues.source.models[clues.fault.model];
     finding.remarks = {
@@ -226,9 +261,9 @@ void add_remarks(const Clues& clues, Finding& finding) {
     if (const std::string name = meant(clues); !name.empty()) {
         finding.remarks.push_back({Severity::help, "did you mean `" + name + "`?", {}});
     }
-    if (clues.known.entry != nullptr) {
-        finding.remarks.push_back({Severity::help, as_help(clues.known.entry->cure), {}});
-    }
+    std::string help = own_help(clues);
+    if (help.empty() && clues.known.entry != nullptr) help = as_help(clues.known.entry->cure);
+    if (!help.empty()) finding.remarks.push_back({Severity::help, help, {}});
 }
 
 }  // namespace
