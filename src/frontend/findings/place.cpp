@@ -30,9 +30,11 @@ Span record_span(const Source& source, int line) {
     if (line < 1 || static_cast<std::size_t>(line) > source.lines.size()) {
         return span_of(source, 0, 0, 0);
     }
-    const std::string record = record_of(line_at(source, line).text);
-    const std::size_t begin = record.find_first_not_of(' ');
-    return span_of(source, line, begin == std::string_view::npos ? 0 : begin, record.size());
+    const std::string_view text = line_at(source, line).text;
+    const std::string record = record_of(text);
+    const std::size_t begin = text.find_first_not_of(" \t");
+    if (begin == std::string_view::npos) return span_of(source, line, 0, 0);
+    return span_of(source, line, begin, record.empty() ? text.size() : record.size());
 }
 
 Span name_span(const Source& source, int line, std::string_view name) {
