@@ -218,8 +218,10 @@ int palGetReadyL(const char* path, char* message, int length) {
 int palF90InitMutexes() {
     if (MutexIsInitialized != 0) return 0;
     int result = 0;
-    for (pthread_mutex_t* mutex : {&libMutex, &objMutex, &exceptMutex})
-        result = pthread_mutex_init(mutex, nullptr);
+    for (pthread_mutex_t* mutex : {&libMutex, &objMutex, &exceptMutex}) {
+        const int error = pthread_mutex_init(mutex, nullptr);
+        if (result == 0) result = error;
+    }
     MutexIsInitialized = 1;
     return result;
 }

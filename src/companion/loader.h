@@ -54,7 +54,7 @@ int palGetReadyD(const char* dir, char* message, int length);
 int palGetReadyL(const char* path, char* message, int length);
 
 // Nothing is locked before the first of these has run, nor after the second: a process of one
-// thread needs neither. The first returns 0 or the system's error number.
+// thread needs neither. The first returns 0 or the system's first error number.
 int palF90InitMutexes();
 void palF90FiniMutexes();
 void lock(pthread_mutex_t& mutex);
