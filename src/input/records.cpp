@@ -39,15 +39,16 @@ void split_comment() {
 }  // namespace
 
 int getrec() {
-    do {
-        if (!next_line()) return 1;
+    while (next_line()) {
         echo_line();
         if (lstrec[1] == '*') continue;
         record = lstrec;
         uppernotab(record);
-    } while (lstrec[1] == '*' || record.is_blank());
-    split_comment();
-    return 0;
+        if (record.is_blank()) continue;
+        split_comment();
+        return 0;
+    }
+    return 1;
 }
 
 }  // namespace orvex
