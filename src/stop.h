@@ -16,7 +16,8 @@ struct ErrorStop {
     Message message;
 };
 
-// An internal table is full, or a name too long for it: the header file is started afresh and holds the error report alone.
+// An internal table is full, or a name too long for it: the header file is started afresh and holds the
+// error report alone.
 struct OverflowStop {
     Message message;
 };

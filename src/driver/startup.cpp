@@ -14,7 +14,7 @@ namespace {
 
 using AuditLine = Text<75>;
 
-// Answers the argument "AUDIT", in any case.
+// Answers the argument "AUDIT", in any case of letters, and ends the run.
 void auditrun(const AuditLine& line, Text<255> argument) {
     upper(argument);
     if (argument != "AUDIT") return;
@@ -22,7 +22,9 @@ void auditrun(const AuditLine& line, Text<255> argument) {
     end_run();
 }
 
-// Registers with the companion library, for which an object lives as long as that takes.
+// Registers with the companion library. The object is freed as soon as that is done; with the argument
+// AUDIT it is not, on purpose: the audit line is the last that the run does, and the process ends with
+// its object.
 void register_system(const Text<255>& argument) {
     Handle handle = 0;
     Text<256> message;

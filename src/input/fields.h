@@ -13,9 +13,10 @@ struct LabelledField {
     int end;  // the last position that belongs to it
 };
 
-// The leftmost labelled field of `rec`: the label is the run of non-blank characters before the first
-// colon (its last 20), the value what follows up to the blank before the next label. Neither quotes nor
-// parentheses protect a colon.
+// The leftmost labelled field of `rec`: the label is the character before the first colon, whatever it
+// is, with the run of non-blank characters before that one (the last 20 in all), the value what follows
+// up to the blank before the next label. So one blank may part a label from its colon: the label of
+// "O :X" is O. Neither quotes nor parentheses protect a colon.
 // Stops: " *** GETFLD: Blank record.", " *** GETFLD: Unlabelled entry."
 LabelledField leftmost_field(const Line& rec);
 

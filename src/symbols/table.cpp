@@ -20,9 +20,9 @@ Message about(View text, View name) { return joined<Message::size>({text, name})
 
 constexpr std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 
-// What a search looks at first: a name's last four characters, as one number. Names of a model begin alike more
-// often than they end alike. The numbers stand close together, so that a compiler can compare a block of
-// them at once; behind those of the entries in use they have no meaning.
+// What a search looks at first: a name's last four characters, as one number. Names of a model begin
+// alike more often than they end alike. The numbers stand close together, so that a compiler can compare
+// a block of them at once; behind those of the entries in use they have no meaning.
 using Mark = std::uint32_t;
 constexpr int block_size = 32;
 Table<Mark, maxsym + block_size> symmrk;

@@ -110,7 +110,8 @@ void choose_models(Search& search) {
     }
 }
 
-// The file's name without its folder and its extension, with that of the file that the host's program writes.
+// The file's name without its folder and its extension, with that of the file that the host's program
+// writes.
 std::string usual_put_file(const std::string& path) {
     std::string name = path.substr(path.rfind('/') + 1);
     if (path == "<stdin>") name = "stdin";
@@ -175,8 +176,8 @@ std::string_view shown(std::string_view line) {
     return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-// The line that an overflow stopped at. Its report replaces the numbered lines, so it is the first line with the text of the
-// last record, at or behind the one of the last statement.
+// The line that an overflow stopped at. Its report replaces the numbered lines, so it is the first line
+// with the text of the last record, at or behind the one of the last statement.
 int overflow_line(const Search& search, const Fault& fault, std::string_view last_record) {
     const ModelText& model = search.source.models[fault.model];
     int line = model.line + 1;

@@ -26,8 +26,8 @@ struct Checked {
     std::vector<Translated> models;  // translated without an error, in the order of the file
 };
 
-// Translates the file and looks for what is wrong with it: after an error the failing record is made a comment,
-// and the file is translated again. Throws StartFailure where the translator cannot be run.
+// Translates the file and looks for what is wrong with it: after an error the failing record is made a
+// comment, and the file is translated again. Throws StartFailure where the translator cannot be run.
 Checked check(const Source& source, const Options& options, const std::string& program,
               const Workplace& place);
 

@@ -63,8 +63,9 @@ std::string quoted_lines(std::string_view label) {
     return result;
 }
 
-// What stands under the picture: the model, where it has a name, and the words for the arrows that occur, each in its
-// colour. This is the one text with markup, in which the same characters need entities.
+// What stands under the picture: the model, where it has a name, and the words for the arrows that
+// occur, each in its colour. This is the one text with markup, in which the same characters need
+// entities.
 std::string key(const Graph& graph) {
     std::string name;
     for (const char c : graph.model) {
