@@ -202,7 +202,8 @@ class Text {
     }
 
     // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can make
-    // vector instructions of: what is behind the text does not matter.
+    // vector instructions of. What is behind the text does not matter, but it is read, so it must have been
+    // set: it has been in a text that began blank and was since given only pieces, or other such texts.
     template <typename Replace>
     void map(Replace replace) {
         for (int start = 0; start < length_; start += block_size) {
