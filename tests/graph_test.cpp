@@ -80,6 +80,8 @@ TEST(Graph, Dot) {
 }
 )~");
     EXPECT_EQ(text.find("digraph \"M<1>\" {\n"), 0U);
+    const Graph parts{"", {{}, {}}, {{0, 1, Flow::uses, "Q:(A & B); P:\"x\""}}};
+    EXPECT_NE(draw(parts, "dot").find(R"~([label="Q:(A &amp; B)\nP:\"x\"", )~"), string::npos);
     EXPECT_NE(text.find("<b>M&lt;1&gt;</b>"), string::npos);
 }
 

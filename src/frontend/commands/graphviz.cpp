@@ -44,23 +44,27 @@ std::string_view node_attributes(Kind kind) {
     }
 }
 
-// A text in double quotes, as it stands in a label: Graphviz reads backslashes and entities there.
-std::string quoted(std::string_view text) {
-    std::string result = "\"";
+// A text as it stands between double quotes: Graphviz reads backslashes and entities there.
+std::string escaped(std::string_view text) {
+    std::string result;
     for (const char c : text) {
         if (c == '"' || c == '\\') result += '\\';
         result += c;
         if (c == '&') result += "amp;";
     }
-    return result + '"';
+    return result;
 }
 
-// The parts of a label under each other.
+std::string quoted(std::string_view text) { return '"' + escaped(text) + '"'; }
+
+// The parts of a label under each other. An escaped "&" can look like the end of a part.
 std::string quoted_lines(std::string_view label) {
-    std::string result = quoted(label);
-    for (std::size_t at = result.find("; "); at != std::string::npos; at = result.find("; ", at))
-        result.replace(at, 2, "\\n");
-    return result;
+    std::string lines;
+    for (std::size_t end; (end = label.find("; ")) != std::string_view::npos;) {
+        lines += escaped(label.substr(0, end)) + "\\n";
+        label.remove_prefix(end + 2);
+    }
+    return '"' + lines + escaped(label) + '"';
 }
 
 // What stands under the picture: the model, where it has a name, and the words for the arrows that
