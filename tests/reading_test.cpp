@@ -100,7 +100,8 @@ TEST(Source, FindsPlacesInALine) {
 
     EXPECT_EQ(column_of("a\xC3\xBC\xE2\x82\xAC\xF0\x9F\x98\x80z", 10), 5);
     EXPECT_EQ(column_of("abc", 9), 4);
-    for (const char* const no_utf8 : {"\xFCzz", "zz\xC3", "\xC0\x80z", "\xED\xA0\x80"})
+    for (const char* const no_utf8 : {"\xFCzz", "zz\xC3", "\xC0\x80z", "\xED\xA0\x80",
+                                      "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"})
         EXPECT_EQ(column_of(no_utf8, 2), 3) << no_utf8;
 }
 

@@ -1,9 +1,8 @@
 #include "frontend/commands/json.h"
 
 #include "frontend/commands/info.h"
-#include "frontend/reading/source.h"
+#include "frontend/reading/bytes.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>
 
@@ -12,13 +11,6 @@ namespace orvex::frontend {
 namespace {
 
 using nlohmann::ordered_json;
-
-// Characters above 7 bits take several bytes in UTF-8, and one byte where a text is not UTF-8.
-bool is_utf8(std::string_view text) {
-    const auto is_high = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
-    return std::none_of(text.begin(), text.end(), is_high) ||
-           static_cast<std::size_t>(column_of(text, text.size())) <= text.size();
-}
 
 std::string_view flow_word(Flow flow) {
     switch (flow) {

@@ -2,6 +2,7 @@
 
 #include "frontend/findings/json.h"
 #include "frontend/findings/paint.h"
+#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -14,28 +15,6 @@ namespace {
 
 // Characters.
 
-struct Character {
-    char32_t code = 0;
-    std::size_t length = 0;  // in bytes; 0: no UTF-8
-};
-
-Character decode(std::string_view text) {
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const unsigned char first = byte(0);
-    if (first < 0x80) return {first, 1};
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || length > text.size()) return {};
-    char32_t code = first & (0xFFU >> (length + 1));
-    for (std::size_t at = 1; at < length; ++at) {
-        if ((byte(at) & 0xC0U) != 0x80) return {};
-        code = (code << 6U) | (byte(at) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < least[length] || code > 0x10FFFF || surrogate) return {};
-    return {code, length};
-}
-
 constexpr std::string_view replacement = "\xEF\xBF\xBD";  // U+FFFD
 
 // What would change the terminal or the order of what it shows: control characters, and those that
@@ -47,30 +26,19 @@ bool is_control(char32_t code) {
 }
 
 // The characters of a text as they are shown: one for each that a column counts. TAB is left.
-std::vector<std::string_view> characters(std::string_view text) {
-    std::vector<std::string_view> shown;
-    shown.reserve(text.size());
-    bool utf8 = true;
-    for (std::size_t at = 0; at < text.size() && utf8;) {
-        const Character next = decode(text.substr(at));
-        utf8 = next.length > 0;
-        const bool hidden = is_control(next.code) && next.code != '\t';
-        shown.push_back(hidden ? replacement : text.substr(at, next.length));
-        at += next.length;
-    }
-    if (utf8) return shown;
-    shown.clear();  // the text is no UTF-8, and each byte is a character
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const bool hidden = byte >= 0x80 || (is_control(byte) && byte != '\t');
-        shown.push_back(hidden ? replacement : text.substr(at, 1));
+std::vector<std::string_view> shown_characters(std::string_view text) {
+    std::vector<std::string_view> shown = characters_of(text);
+    for (std::string_view& character : shown) {
+        const Character decoded = decode(character);
+        const bool hidden = decoded.length == 0 || is_control(decoded.code);
+        if (hidden && character != "\t") character = replacement;
     }
     return shown;
 }
 
 std::string printable(std::string_view text) {
     std::string shown;
-    for (const std::string_view character : characters(text)) {
+    for (const std::string_view character : shown_characters(text)) {
         shown += character == "\t" ? " " : character;
     }
     return shown;
@@ -113,7 +81,7 @@ std::string location(const Span& span) {
 
 // The line of a span, and "^" under its place.
 std::string excerpt(const Layout& layout, const Span& span, Paint paint) {
-    const std::vector<std::string_view> line = characters(span.text);
+    const std::vector<std::string_view> line = shown_characters(span.text);
     const auto place = static_cast<std::size_t>(std::max(span.column, 1) - 1);
     const std::size_t length = static_cast<std::size_t>(std::max(span.end_column - span.column, 1));
     std::size_t begin = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,5 +52,18 @@ inline std::string_view take_line(std::string_view& text) {
 
 // All lines of a text, without their LF.
 std::vector<std::string_view> lines_of(std::string_view text);
+
+struct Character {
+    char32_t code = 0;
+    std::size_t length = 0;  // in bytes; 0 where there is no character
+};
+
+// The character of UTF-8 at the front of a text, which is not empty.
+Character decode(std::string_view text);
+
+bool is_utf8(std::string_view text);
+
+// The characters of a text: of UTF-8, or its bytes where it is not UTF-8.
+std::vector<std::string_view> characters_of(std::string_view text);
 
 }  // namespace orvex::frontend

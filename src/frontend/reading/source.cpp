@@ -111,21 +111,6 @@ class Sorter {
     bool in_algebra_ = false;
 };
 
-// Number of bytes of the character of UTF-8 at the front of the text, or 0 where there is none.
-std::size_t character_length(std::string_view text) {
-    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = at(0);
-    if (first < 0x80) return 1;
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || text.size() < length) return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((at(i) & 0xC0U) != 0x80) return 0;
-    }
-    const bool overlong = (first == 0xE0 && at(1) < 0xA0) || (first == 0xF0 && at(1) < 0x90);
-    const bool no_character = (first == 0xED && at(1) > 0x9F) || (first == 0xF4 && at(1) > 0x8F);
-    return overlong || no_character ? 0 : length;
-}
-
 bool equal_letters(std::string_view a, std::string_view b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
                                               [](char x, char y) { return upper(x) == upper(y); });
@@ -204,15 +189,14 @@ int file_line(const Source& source, int number, const std::vector<bool>& left_ou
 }
 
 int column_of(std::string_view line, std::size_t at) {
-    at = std::min(at, line.size());
-    int characters = 0;
-    for (std::size_t i = 0; i < line.size();) {
-        const std::size_t length = character_length(line.substr(i));
-        if (length == 0) return static_cast<int>(at) + 1;
-        if (i + length <= at) ++characters;
-        i += length;
+    int column = 1;
+    std::size_t end = 0;
+    for (const std::string_view character : characters_of(line)) {
+        end += character.size();
+        if (end > at) break;
+        ++column;
     }
-    return characters + 1;
+    return column;
 }
 
 std::size_t find_word(std::string_view line, std::string_view word, std::size_t from) {
