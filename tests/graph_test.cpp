@@ -209,6 +209,19 @@ Commodities                     Line  Description                           Used
 )~");
 }
 
+TEST(Info, SendsNothingButTextToTheTerminal) {
+    Economy economy = small_economy();
+    economy.model = "M\x1b[2J";
+    economy.names = {name("Y\x9B", Kind::sector, 5, {}, "\xC3\xBC\x1b]0;x\x07\xC2\x9B")};
+    economy.constraints = {"T\r"};
+    const string odd = "\xEF\xBF\xBD";
+    EXPECT_EQ(info_text(economy, "a\x1b.zlm", false),
+              "M" + odd + "[2J  a" + odd + ".zlm:3\n\nSectors" + string(14, ' ') +
+                  "  Line  Description  Used in lines\n  Y" + odd + string(17, ' ') +
+                  "     5  \xC3\xBC" + odd + "]0;x" + odd + odd + "\n\nConstraints\n  T" + odd +
+                  "\n");
+}
+
 TEST(Info, Json) {
     Economy economy = small_economy();
     economy.names.erase(economy.names.begin() + 1, economy.names.begin() + 5);

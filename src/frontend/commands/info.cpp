@@ -1,6 +1,7 @@
 #include "frontend/commands/info.h"
 
 #include "frontend/findings/paint.h"
+#include "frontend/findings/printable.h"
 #include "frontend/reading/source.h"
 
 #include <algorithm>
@@ -96,8 +97,8 @@ std::string line_list(const Name& name) {
 }
 
 Cells cells_of(const Name& name) {
-    return {declared_form(name), name.declared > 0 ? std::to_string(name.declared) : "",
-            name.description, line_list(name)};
+    return {printable(declared_form(name)), name.declared > 0 ? std::to_string(name.declared) : "",
+            printable(name.description), line_list(name)};
 }
 
 Widths widths_for(const std::vector<const Name*>& names) {
@@ -152,15 +153,15 @@ std::string declared_form(const Name& name) {
 }
 
 std::string info_text(const Economy& economy, std::string_view path, bool colour) {
-    std::string out = painted(Paint::bold, economy.model, colour);
-    out += "  " + std::string(path) + ':' + std::to_string(economy.line) + '\n';
+    std::string out = painted(Paint::bold, printable(economy.model), colour);
+    out += "  " + printable(path) + ':' + std::to_string(economy.line) + '\n';
     const std::vector<const Name*> names = ordered_names(economy);
     const Widths widths = widths_for(names);
     for (const Section& section : sections) put_section(section, names, widths, colour, out);
     if (economy.constraints.empty()) return out;
     out += '\n' + painted(Paint::bold, "Constraints", colour) + '\n';
     std::string list;
-    for (const std::string& name : economy.constraints) list += ' ' + name;
+    for (const std::string& name : economy.constraints) list += ' ' + printable(name);
     for (const std::string& line : wrapped(list, page_width - 2)) out += "  " + line + '\n';
     return out;
 }
