@@ -179,6 +179,22 @@ TEST(Graph, WideTable) {
     EXPECT_EQ(lines[68].substr(0, 12) + lines[69].substr(0, 12), "       | 4 4       | 6 7");
 }
 
+// A character is as wide as another, however many bytes it has.
+TEST(Graph, TableOfManyBytes) {
+    Graph graph = wide_graph();
+    graph.nodes[0].label = "\xC3\x84\xE2\x82\xAC";
+    graph.nodes[1].label = "G\xC3\x9CTER1";
+    const std::vector<string> upright = harness::lines_of(draw(graph, "table"));
+    EXPECT_EQ(upright[2].substr(0, 12) + upright[3].substr(0, 13) + upright[4].substr(0, 14),
+              "       |   S       | \xC3\x84 0       | \xE2\x82\xAC 2");
+    EXPECT_EQ(upright[6].substr(0, 13), "G\xC3\x9CTER1 | + .");
+    graph.nodes.resize(2);
+    graph.edges.resize(1);
+    const string lying = draw(graph, "table");
+    EXPECT_EQ(lying.substr(0, lying.find("\nRows")),
+              "WIDE\n\n       | \xC3\x84\xE2\x82\xAC\n-------+---\nG\xC3\x9CTER1 |  +\n");
+}
+
 TEST(Graph, Svg) {
     if (Folder().shell("command -v dot").status != 0) GTEST_SKIP() << "dot is not installed";
     string svg;

@@ -1,6 +1,10 @@
 #include "frontend/commands/incidence.h"
 
+#include "frontend/reading/bytes.h"
+
 #include <algorithm>
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 namespace orvex::frontend {
@@ -78,20 +82,22 @@ struct Band {
 };
 
 // The width of a column under its name: there is room for a sign even where the name is empty.
-std::size_t lying_width(const std::string& name) { return std::max<std::size_t>(name.size(), 1); }
+std::size_t lying_width(const std::string& name) {
+    return std::max<std::size_t>(width_of(name), 1);
+}
 
 // A line of a band: the name of its row, and of each column one text.
 template <typename Cell>
 void put_line(const Table& table, const Band& band, std::string_view name, Cell cell,
               std::string& out) {
     std::string line(name);
-    line.resize(std::max(line.size(), band.margin), ' ');
+    line.append(band.margin - width_of(name), ' ');
     for (std::size_t column = band.begin; column < band.end; ++column) {
         if (column == band.begin || column == table.sectors) line += " |";
         const std::size_t width = band.upright ? 1 : lying_width(table.columns[column]);
         const std::string text = cell(column);
         line += ' ';
-        line.append(width - text.size(), ' ');
+        line.append(width - width_of(text), ' ');
         line += text;
     }
     out += line + '\n';
@@ -103,14 +109,17 @@ void put_heads(const Table& table, const Band& band, std::string& out) {
             table, band, "", [&](std::size_t column) { return table.columns[column]; }, out);
         return;
     }
+    std::vector<std::vector<std::string_view>> heads;  // their characters
     std::size_t height = 0;
-    for (std::size_t column = band.begin; column < band.end; ++column)
-        height = std::max(height, table.columns[column].size());
+    for (std::size_t column = band.begin; column < band.end; ++column) {
+        heads.push_back(characters_of(table.columns[column]));
+        height = std::max(height, heads.back().size());
+    }
     for (std::size_t i = 0; i < height; ++i) {
         auto character = [&](std::size_t column) {
-            const std::string& head = table.columns[column];
+            const std::vector<std::string_view>& head = heads[column - band.begin];
             const std::size_t above = height - head.size();
-            return std::string(1, i < above ? ' ' : head[i - above]);
+            return std::string(i < above ? " " : head[i - above]);
         };
         put_line(table, band, "", character, out);
     }
@@ -145,7 +154,7 @@ void put_band(const Table& table, const Band& band, std::string& out) {
 std::vector<Band> bands_of(const Table& table) {
     if (table.rows.empty() || table.columns.empty()) return {};
     std::size_t margin = 0;
-    for (const std::string& row : table.rows) margin = std::max(margin, row.size());
+    for (const std::string& row : table.rows) margin = std::max(margin, width_of(row));
     std::size_t width = margin + 4;  // two bars
     for (const std::string& column : table.columns) width += 1 + lying_width(column);
     if (width <= page_width) return {{0, table.columns.size(), false, margin}};

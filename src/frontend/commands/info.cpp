@@ -2,7 +2,7 @@
 
 #include "frontend/findings/paint.h"
 #include "frontend/findings/printable.h"
-#include "frontend/reading/source.h"
+#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -33,11 +33,6 @@ constexpr std::array<Section, 7> sections = {{{Kind::sector, "Sectors"},
                                               {Kind::report, "Report variables"},
                                               {Kind::parameter, "Parameters"},
                                               {Kind::set, "Sets"}}};
-
-// Columns that a text takes on the screen.
-std::size_t width_of(std::string_view text) {
-    return static_cast<std::size_t>(column_of(text, text.size()) - 1);
-}
 
 // The words of a text in lines of this width. A longer word has a line for itself.
 std::vector<std::string> wrapped(std::string_view text, std::size_t width) {

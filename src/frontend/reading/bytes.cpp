@@ -86,4 +86,6 @@ std::vector<std::string_view> characters_of(std::string_view text) {
     return characters;
 }
 
+std::size_t width_of(std::string_view text) { return characters_of(text).size(); }
+
 }  // namespace orvex::frontend

@@ -66,4 +66,7 @@ bool is_utf8(std::string_view text);
 // The characters of a text: of UTF-8, or its bytes where it is not UTF-8.
 std::vector<std::string_view> characters_of(std::string_view text);
 
+// Columns that a text takes on the screen: one for each character.
+std::size_t width_of(std::string_view text);
+
 }  // namespace orvex::frontend
