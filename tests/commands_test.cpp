@@ -118,7 +118,13 @@ const CommandLine command_lines[] = {
     {"explain keyword-unknwon", 2, nothing, "help: did you mean `keyword-unknown`?\n"},
     {"info bad.zlm", 1, nothing, "error[keyword-unknown]"},
     {"info warn.zlm", 0, "PX", nothing},
-    {"graph two.zlm --format svg", 2, "", "an svg picture shows one model"},
+    {"graph two.zlm --format svg", 2, nothing, "an svg picture shows one model"},
+    {"graph good.zlm warn.zlm --format svg", 2, nothing, "help: name one with `--model`\n"},
+    {"graph bad.zlm two.zlm --format svg --report short=r; cat r", 0,
+     "[keyword-unknown]\nerror: an svg picture shows one model, and there are more [usage]\n",
+     "2 errors in 2 files\n"},
+    {"graph good.zlm --focus P --report short=r; cat r", 0,
+     "error: there is no `P` in the picture [usage]\n", "error[usage]: "},
     {"translate --model NN two.zlm", 1, nothing, "error[model-unknown]: no model is named `NN`"},
     {"translate --model n two.zlm good.zlm", 0, nothing, "wrote 2 files\n"},
     {"translate --header h two.zlm", 2, nothing, "`--header` is for one model, and there are 2\n"},
@@ -169,6 +175,16 @@ TEST(Commands, StatusAndStreams) {
         expect_text(result.out, line.out, "standard output");
         expect_text(result.err, line.err, "standard error");
     }
+}
+
+TEST(Commands, OnePictureIsShownBesideFilesWithErrors) {
+    const Folder folder;
+    write_files(folder);
+    folder.write("dot", "#!/bin/sh\necho picture\n");
+    const Result result = folder.shell(
+        "chmod +x dot; PATH=\"$PWD:$PATH\" \"$ORVEX\" graph --format svg bad.zlm good.zlm bad.zlm");
+    EXPECT_EQ(result.out, "picture\n");
+    EXPECT_EQ(result.status, 1);
 }
 
 TEST(Commands, ABrokenPipeEndsInSilence) {

@@ -132,6 +132,14 @@ void show(Reporter& reporter, const Finding& finding) {
     }
 }
 
+void show_usage(Reporter& reporter, const std::string& text, const std::string& hint) {
+    Finding finding;
+    finding.code = "usage";
+    finding.message = text;
+    if (!hint.empty()) finding.remarks.push_back({Severity::help, hint, {}});
+    show(reporter, finding);
+}
+
 void show_progress(Reporter& reporter, std::size_t done, std::size_t count) {
     if (!reporter.progress || done == count) return;
     const auto now = steady_clock::now();
@@ -175,12 +183,8 @@ int report_usage(const Options& options, const std::string& text, const std::str
         flush(reporter.err);
         return 2;
     }
-    Finding finding;
-    finding.code = "usage";
-    finding.message = text;
-    if (!hint.empty()) finding.remarks.push_back({Severity::help, hint, {}});
     begin(reporter);
-    show(reporter, finding);
+    show_usage(reporter, text, hint);
     return end(reporter, "");
 }
 

@@ -39,6 +39,9 @@ void begin(Reporter& reporter);
 // Shows a finding in all reports, and counts it.
 void show(Reporter& reporter, const Finding& finding);
 
+// The same for a wrong use that only the files have shown.
+void show_usage(Reporter& reporter, const std::string& text, const std::string& hint);
+
 // Shows how far a long run is, on a terminal.
 void show_progress(Reporter& reporter, std::size_t done, std::size_t count);
 void hide_progress(Reporter& reporter);

@@ -47,6 +47,7 @@ struct Session {
     std::size_t known_models = 0;         // files that have it
     std::vector<std::string> focus_names;
     std::size_t pictures = 0;
+    std::string svg;  // the one picture, until all files are read
 };
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -164,6 +165,11 @@ void show_findings(Session& session, const File& file) {
     session.reporter.summary.more |= file.checked.more;
 }
 
+void put_drawn(Reporter& reporter, const std::string& drawn) {
+    if (!drawn.empty()) hide_progress(reporter);
+    put(reporter.out, drawn);
+}
+
 // On one thread, in the order of the files.
 void finish(Session& session, std::size_t index) {
     if (interrupted != 0) throw Interrupt();
@@ -179,13 +185,16 @@ void finish(Session& session, std::size_t index) {
     session.pictures += file.pictures;
     session.focus_names.insert(session.focus_names.end(), file.not_focussed.begin(),
                                file.not_focussed.end());
-    if (session.options.picture == "svg" && session.pictures > 1) {
-        throw UsageError{"an svg picture shows one model, and there are more",
-                         "name one with `--model`"};
-    }
     show_findings(session, file);
-    if (!file.drawn.empty()) hide_progress(reporter);
-    put(reporter.out, file.drawn);
+    if (session.options.picture == "svg") {
+        if (session.pictures > 1) {
+            throw UsageError{"an svg picture shows one model, and there are more",
+                             "name one with `--model`"};
+        }
+        session.svg += file.drawn;
+    } else {
+        put_drawn(reporter, file.drawn);
+    }
     file = File();
     if (!flush(reporter.out)) throw OutputFailure();
     flush(reporter.err);
@@ -296,6 +305,7 @@ void run_files(Session& session) {
             work_on(session, index, static_cast<std::size_t>(worker));
         },
         [&](std::size_t index) { finish(session, index); });
+    put_drawn(reporter, session.svg);
     if (session.known_models == 0) {
         for (const Finding& finding : session.unknown_models) show(reporter, finding);
     }
@@ -330,6 +340,8 @@ int run_command(const Options& options) {
         session.places.clear();
         std::signal(interrupted, SIG_DFL);
         std::raise(interrupted);
+    } catch (const UsageError& error) {
+        show_usage(session.reporter, error.text, error.hint);
     } catch (const OutputFailure&) {
         // Nobody reads on: the end says why.
     }

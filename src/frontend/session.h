@@ -5,8 +5,8 @@
 
 namespace orvex::frontend {
 
-// Runs translate, check, info or graph. Returns the exit status. Throws UsageError where the files show
-// that the command line is wrong.
+// Runs translate, check, info or graph. Returns the exit status. Throws UsageError where the command
+// line is seen to be wrong before anything is shown.
 int run_command(const Options& options);
 
 }  // namespace orvex::frontend
