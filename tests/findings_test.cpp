@@ -55,6 +55,24 @@ TEST(Index, IsThePageAndKnowsEachMessage) {
     EXPECT_EQ(find_code("no-such"), nullptr);
 }
 
+// Nothing else in the sources of the front end is written like a code but the blocks of an entry.
+TEST(Index, HasEachCodeOfTheSources) {
+    const std::regex literal("\"([a-z]+(-[a-z]+)+)\"");
+    const std::regex block("(wrong|corrected)-(command|control)");
+    std::size_t count = 0;
+    for (const auto& file : std::filesystem::recursive_directory_iterator(SOURCE_DIR "/frontend")) {
+        if (file.path().extension() != ".cpp") continue;
+        const string text = harness::read_file(file.path());
+        for (std::sregex_iterator at(text.begin(), text.end(), literal), end; at != end; ++at) {
+            const string code = at->str(1);
+            if (std::regex_match(code, block)) continue;
+            EXPECT_NE(find_code(code), nullptr) << code << " of " << file.path();
+            ++count;
+        }
+    }
+    EXPECT_GT(count, 40U);
+}
+
 // A message of the translator ("|" for a line end), and below it its code, values and plain words.
 const char* const recognised = R"( *** ADDSYM: symbol dimension error:Y
 addsym-dimension name=Y: symbol dimension error: `Y`
@@ -357,8 +375,7 @@ TEST(Spelling, FindsAKeywordByItsStart) {
     const std::map<string, string> rows = {{"PRODUCTION", "PROD"}, {"COMM", "COMMODITIES"},
                                            {"PRO", "PROD"},        {"COM", ""},
                                            {"SECTOS", "SECTORS"},  {"MODELS", ""}};
-    for (const auto& [word, keyword] : rows)
-        EXPECT_EQ(meant_keyword(word), keyword) << word;
+    for (const auto& [word, keyword] : rows) EXPECT_EQ(meant_keyword(word), keyword) << word;
 }
 
 // explain and codes.
