@@ -187,6 +187,21 @@ TEST(Commands, OnePictureIsShownBesideFilesWithErrors) {
     EXPECT_EQ(result.status, 1);
 }
 
+TEST(Commands, WithoutGraphvizThereIsNoPicture) {
+    const Folder folder;
+    write_files(folder);
+    const Result result = folder.shell("PATH=none \"$ORVEX\" graph --format svg good.zlm");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(
+        result.err,
+        "error[graphviz-run]: the picture cannot be drawn: Graphviz's `dot` is not installed\n"
+        " --> good.zlm\n"
+        "  = help: install Graphviz (in Debian the package `graphviz`), or take a format that "
+        "needs no other program: `dot`, `mermaid`, `json` or `table`\n\n"
+        "for more about an error: orvex explain graphviz-run\n1 error in 1 file\n");
+}
+
 TEST(Commands, ABrokenPipeEndsInSilence) {
     const Folder folder;
     const Result result =

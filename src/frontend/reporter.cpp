@@ -23,8 +23,9 @@ constexpr std::string_view erase_line = "\r\x1b[K";
 
 // Those errors say that the work could not be done, not that a model is wrong.
 int status_of(std::string_view code) {
-    constexpr std::string_view failures[] = {"file-unreadable", "output-write", "translator-start",
-                                             "unit-read",       "unit-write",   "usage"};
+    constexpr std::string_view failures[] = {
+        "file-unreadable", "graphviz-run", "output-write", "translator-start",
+        "unit-read",       "unit-write",   "usage"};
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 

@@ -123,7 +123,9 @@ void draw_model(const Options& options, const Economy& economy, File& file) {
     }
     std::string reason;
     if (!draw_svg(draw(graph, "dot"), file.drawn, reason)) {
-        file.checked.findings.push_back(failure("usage", reason, whole_file(file.source->path)));
+        file.checked.findings.push_back(failure("graphviz-run",
+                                                "the picture cannot be drawn: " + reason,
+                                                whole_file(file.source->path)));
     }
 }
 

@@ -149,7 +149,7 @@ bool draw_svg(const std::string& dot, std::string& svg, std::string& reason) {
         if (ended.status == 0 && !svg.empty()) return true;
         reason = "Graphviz's `dot` failed: " + ended.err.substr(0, ended.err.find('\n'));
     } catch (const StartFailure& failure) {
-        reason = failure.error == ENOENT ? "Graphviz's `dot` is not installed (Debian: graphviz)"
+        reason = failure.error == ENOENT ? "Graphviz's `dot` is not installed"
                                          : "Graphviz's `dot`: " + failure.reason;
     }
     return false;
