@@ -100,6 +100,8 @@ const CommandLine command_lines[] = {
     {"check --bogus -j 0 --help", 0, "usage: orvex check ", nothing},
     {"check good.zlm -qh", 0, "usage: orvex check ", nothing},
     {"help graph", 0, "usage: orvex graph ", nothing},
+    {"help", 0, "examples:\n  orvex check model.zlm ", nothing},
+    {"help chekc", 2, nothing, "no command `chekc`\nhelp: did you mean `check`?\n"},
     {"--version", 0, "orvex 0.1.0\n", nothing},
     {"", 0, "examples:\n  orvex check model.zlm ", nothing},
     {"--quiet", 2, nothing, "error: no command is given\n"},

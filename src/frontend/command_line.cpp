@@ -212,20 +212,19 @@ ParsedCommandLine parse_command_line(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     if (arguments.empty()) return print(help_of(Command::none));
     Words words = split_words(arguments);
-    if (!words.plain.empty() && words.plain.front() == "help") {
-        words.plain.erase(words.plain.begin());
-        words.options.emplace_back("--help", std::vector<std::string>());
-    }
+    const bool help = !words.plain.empty() && words.plain.front() == "help";
+    if (help) words.plain.erase(words.plain.begin());
     ParsedCommandLine parsed;
     Options& options = parsed.options;
     if (!words.plain.empty()) options.command = command_of(words.plain.front());
-    if (asks_for_help(arguments, words)) return print(help_of(options.command));
+    const bool unknown = !words.plain.empty() && options.command == Command::none;
+    if ((help && !unknown) || (!help && asks_for_help(arguments, words))) {
+        return print(help_of(options.command));
+    }
     if (was_given(words, "--version")) return print("orvex " ORVEX_VERSION "\n");
 
     if (options.command != Command::graph) options.format = asked_format(arguments);
-    if (!words.plain.empty() && options.command == Command::none) {
-        refuse_command(parsed, words.plain.front());
-    }
+    if (unknown) refuse_command(parsed, words.plain.front());
     if (!words.unknown.empty()) refuse_option(parsed, words.unknown.front());
     if (!words.wrong.empty()) refuse(parsed, words.wrong);
     if (words.plain.empty()) refuse(parsed, "no command is given");
