@@ -368,4 +368,24 @@ TEST(Documents, NameEveryOption) {
     EXPECT_EQ(result.out, "many\n") << result.err;
 }
 
+// What bash is offered behind --warn is taken, and holds each warning but that of the symbol listing.
+TEST(Documents, CompletionsOfferTheWarnings) {
+    const Folder folder;
+    folder.write("good.zlm", model("M"));
+    folder.write("complete", ". '" DOCS_DIR
+                             "/../completions/bash/orvex'; orvex() { \"$ORVEX\" \"$@\"; }\n"
+                             "COMP_WORDS=(orvex check \"$@\"); COMP_CWORD=$(($# + 1))\n"
+                             "_orvex; printf '%s\\n' \"${COMPREPLY[@]}\"\n");
+    const Result result = folder.shell(
+        "bash complete --warn '' >offered; sed 's/=$/=off/' offered | while read -r level\n"
+        "do \"$ORVEX\" check -q --warn $level good.zlm; done\n"
+        "echo $(($(\"$ORVEX\" codes | grep -c ' warning ') - $(grep -c = offered)))\n"
+        "bash complete --warn name-unused =; bash complete --warn = name-unused = w\n"
+        "bash complete --warn = name-unu; bash complete --report =; bash complete --format s");
+    EXPECT_EQ(result.out,
+              "1\noff\nwarning\nerror\nwarning\nname-unused=\n"
+              "text=\nshort=\njson=\nsarif=\ngithub=\nshort\nsarif\n");
+    EXPECT_EQ(result.err, "");
+}
+
 }  // namespace
