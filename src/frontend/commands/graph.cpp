@@ -5,6 +5,8 @@
 #include "frontend/commands/info.h"
 #include "frontend/commands/json.h"
 #include "frontend/commands/mermaid.h"
+#include "frontend/reading/bytes.h"
+#include "frontend/reading/generator.h"
 
 #include <algorithm>
 #include <map>
@@ -23,18 +25,13 @@ struct Builder {
     std::map<std::tuple<std::size_t, std::size_t, Flow>, std::size_t> edge_of;
 };
 
-bool is_node_kind(Kind kind) {
-    return kind == Kind::sector || kind == Kind::commodity || kind == Kind::consumer ||
-           kind == Kind::auxiliary;
-}
-
 void add_nodes(const Economy& economy, Builder& builder) {
     for (const Name* name : ordered_names(economy)) {
-        if (!is_node_kind(name->kind)) continue;
+        if (!is_variable(name->kind)) continue;
         Node node;
         node.name = as_utf8(name->name);
         node.kind = name->kind;
-        node.label = as_utf8(declared_form(*name));
+        node.label = as_utf8(reference(name->name, name->arguments));
         node.description = as_utf8(name->description);
         const auto& determined = economy.constraints;
         node.constraint =
@@ -136,13 +133,6 @@ void add_entry(const Entry& entry, std::size_t owner, Builder& builder) {
     }
 }
 
-std::string upper_case(std::string_view text) {
-    std::string result(text);
-    for (char& c : result)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return result;
-}
-
 // The number of arrows between a node and each other; -1 where nothing leads there.
 std::vector<int> distances(const Graph& graph, std::size_t start) {
     std::vector<std::vector<std::size_t>> neighbours(graph.nodes.size());
@@ -180,10 +170,10 @@ Graph make_graph(const Economy& economy) {
 }
 
 bool focus(Graph& graph, std::string_view name, int depth) {
-    const std::string wanted = upper_case(name);
-    const auto start = std::find_if(graph.nodes.begin(), graph.nodes.end(), [&](const Node& node) {
-        return upper_case(node.name) == wanted;
-    });
+    std::string wanted(name);
+    make_upper(wanted);
+    const auto start = std::find_if(graph.nodes.begin(), graph.nodes.end(),
+                                    [&](const Node& node) { return node.name == wanted; });
     if (start == graph.nodes.end()) return false;
 
     const std::vector<int> distance =

@@ -3,6 +3,7 @@
 #include "frontend/findings/paint.h"
 #include "frontend/findings/printable.h"
 #include "frontend/reading/bytes.h"
+#include "frontend/reading/generator.h"
 
 #include <algorithm>
 #include <array>
@@ -92,8 +93,9 @@ std::string line_list(const Name& name) {
 }
 
 Cells cells_of(const Name& name) {
-    return {printable(declared_form(name)), name.declared > 0 ? std::to_string(name.declared) : "",
-            printable(name.description), line_list(name)};
+    return {printable(reference(name.name, name.arguments)),
+            name.declared > 0 ? std::to_string(name.declared) : "", printable(name.description),
+            line_list(name)};
 }
 
 Widths widths_for(const std::vector<const Name*>& names) {
@@ -138,13 +140,6 @@ std::vector<const Name*> ordered_names(const Economy& economy) {
         });
     }
     return result;
-}
-
-std::string declared_form(const Name& name) {
-    std::string form = name.name;
-    for (std::size_t i = 0; i < name.arguments.size(); ++i)
-        form += (i == 0 ? '(' : ',') + name.arguments[i];
-    return name.arguments.empty() ? form : form + ')';
 }
 
 std::string info_text(const Economy& economy, std::string_view path, bool colour) {

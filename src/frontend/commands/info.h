@@ -13,9 +13,6 @@ namespace orvex::frontend {
 // parameters, sets; within each in the order of the declarations, then of the alphabet.
 std::vector<const Name*> ordered_names(const Economy& economy);
 
-// "Y(S)": a name with its arguments.
-std::string declared_form(const Name& name);
-
 // The names as a table that fits 100 columns. `path` is the file of the model, as it is shown.
 std::string info_text(const Economy& economy, std::string_view path, bool colour);
 

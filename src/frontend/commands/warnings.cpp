@@ -14,11 +14,6 @@ namespace orvex::frontend {
 
 namespace {
 
-bool is_variable(Kind kind) {
-    return kind == Kind::sector || kind == Kind::commodity || kind == Kind::consumer ||
-           kind == Kind::auxiliary;
-}
-
 // What the rows of the blocks do with each name: "makes PX", "RA is taxed to", ...
 struct Uses {
     std::set<std::string, std::less<>> supplied;     // commodities with a row O or E

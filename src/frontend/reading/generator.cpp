@@ -239,12 +239,16 @@ std::vector<Statement> read_generator(std::string_view text) {
     return statements;
 }
 
-std::string reference(const Statement& statement) {
-    std::string text = statement.name;
-    for (std::size_t i = 0; i < statement.arguments.size(); ++i)
-        text.append(i == 0 ? "(" : ",").append(statement.arguments[i]);
-    if (!statement.arguments.empty()) text += ')';
+std::string reference(const std::string& name, const std::vector<std::string>& arguments) {
+    std::string text = name;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        text.append(i == 0 ? "(" : ",").append(arguments[i]);
+    if (!arguments.empty()) text += ')';
     return text;
+}
+
+std::string reference(const Statement& statement) {
+    return reference(statement.name, statement.arguments);
 }
 
 }  // namespace orvex::frontend

@@ -37,6 +37,7 @@ struct Statement {
 std::vector<Statement> read_generator(std::string_view text);
 
 // "PY(S,"US")": name and arguments as a modeller writes them.
+std::string reference(const std::string& name, const std::vector<std::string>& arguments);
 std::string reference(const Statement& statement);
 
 }  // namespace orvex::frontend

@@ -194,6 +194,11 @@ void read_symbols(Lines& lines, Header& header) {
 std::string_view kind_name(Kind kind) { return row_of(kind).name; }
 std::string_view kind_with_article(Kind kind) { return row_of(kind).with_article; }
 
+bool is_variable(Kind kind) {
+    return kind == Kind::sector || kind == Kind::commodity || kind == Kind::consumer ||
+           kind == Kind::auxiliary;
+}
+
 Header read_header(std::string_view text, int lines_before) {
     Header header;
     Lines lines(text);

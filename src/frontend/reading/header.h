@@ -14,6 +14,9 @@ enum class Kind { sector, commodity, consumer, auxiliary, parameter, report, set
 std::string_view kind_name(Kind kind);
 std::string_view kind_with_article(Kind kind);
 
+// A sector, commodity, consumer or auxiliary variable.
+bool is_variable(Kind kind);
+
 // A line of the list of variables, in the order of the declarations and report records.
 struct Variable {
     std::string entry;        // name and arguments as written, "Y(S)"
