@@ -3,6 +3,9 @@
 
 #include "frontend/reading/economy.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +13,25 @@
 namespace orvex::frontend {
 
 enum class Flow { makes, uses, demands, endows, taxes, sets };
+
+struct FlowRow {
+    Flow flow;
+    std::string_view word;
+    std::string_view colour;  // of a palette that the colour-blind can tell apart
+};
+
+// In the order of the flows.
+constexpr std::array<FlowRow, 6> flow_table = {{{Flow::makes, "makes", "#0072B2"},
+                                                {Flow::uses, "uses", "#B34700"},
+                                                {Flow::demands, "demands", "#00704F"},
+                                                {Flow::endows, "endows", "#8F4A76"},
+                                                {Flow::taxes, "taxes", "#000000"},
+                                                {Flow::sets, "sets", "#666666"}}};
+
+constexpr const FlowRow& row_of(Flow flow) { return flow_table[static_cast<std::size_t>(flow)]; }
+
+static_assert(std::all_of(flow_table.begin(), flow_table.end(),
+                          [](const FlowRow& row) { return &row_of(row.flow) == &row; }));
 
 struct Node {
     std::string name;

@@ -2,7 +2,6 @@
 
 #include "frontend/reading/process.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -14,26 +13,17 @@ namespace orvex::frontend {
 
 namespace {
 
-struct FlowStyle {
-    std::string_view word;
-    std::string_view colour;  // of a palette that the colour-blind can tell apart
-    std::string_view attributes;
-};
-
-FlowStyle style_of(Flow flow) {
+std::string_view edge_attributes(Flow flow) {
     switch (flow) {
-    case Flow::makes: return {"makes", "#0072B2", "arrowhead=normal, penwidth=1.6"};
-    case Flow::uses: return {"uses", "#B34700", "arrowhead=vee"};
-    case Flow::demands: return {"demands", "#00704F", "arrowhead=onormal"};
-    case Flow::endows: return {"endows", "#8F4A76", "arrowhead=empty, penwidth=1.6"};
-    case Flow::taxes: return {"taxes", "#000000", "arrowhead=diamond, style=dotted"};
-    case Flow::sets: return {"sets", "#666666", "arrowhead=open, style=dashed"};
+    case Flow::makes: return "arrowhead=normal, penwidth=1.6";
+    case Flow::uses: return "arrowhead=vee";
+    case Flow::demands: return "arrowhead=onormal";
+    case Flow::endows: return "arrowhead=empty, penwidth=1.6";
+    case Flow::taxes: return "arrowhead=diamond, style=dotted";
+    case Flow::sets: return "arrowhead=open, style=dashed";
     }
     return {};
 }
-
-constexpr std::array<Flow, 6> flows = {Flow::makes,  Flow::uses,  Flow::demands,
-                                       Flow::endows, Flow::taxes, Flow::sets};
 
 std::string_view node_attributes(Kind kind) {
     switch (kind) {
@@ -84,12 +74,11 @@ std::string key(const Graph& graph) {
     }
     std::string text = "<br/>";
     if (!name.empty()) text += "<b>" + name + "</b>";
-    for (const Flow flow : flows) {
+    for (const FlowRow& row : flow_table) {
         bool occurs = false;
-        for (const Edge& edge : graph.edges) occurs = occurs || edge.flow == flow;
+        for (const Edge& edge : graph.edges) occurs = occurs || edge.flow == row.flow;
         if (!occurs) continue;
-        const FlowStyle style = style_of(flow);
-        text += "&#160;&#160; <font color=" + quoted(style.colour) + ">" + std::string(style.word) +
+        text += "&#160;&#160; <font color=" + quoted(row.colour) + ">" + std::string(row.word) +
                 "</font>";
     }
     return text;
@@ -105,12 +94,12 @@ void put_node(const Node& node, std::size_t number, std::string& out) {
 }
 
 void put_edge(const Edge& edge, std::string& out) {
-    const FlowStyle style = style_of(edge.flow);
+    const FlowRow& row = row_of(edge.flow);
     out += "    n" + std::to_string(edge.from + 1) + " -> n" + std::to_string(edge.to + 1) + " [";
     if (!edge.label.empty()) out += "label=" + quoted_lines(edge.label) + ", ";
-    const std::string colour = quoted(style.colour);
-    out += "color=" + colour + ", fontcolor=" + colour + ", " + std::string(style.attributes) +
-           ", tooltip=" + quoted(style.word) + "];\n";
+    const std::string colour = quoted(row.colour);
+    out += "color=" + colour + ", fontcolor=" + colour + ", " +
+           std::string(edge_attributes(edge.flow)) + ", tooltip=" + quoted(row.word) + "];\n";
 }
 
 struct Closer {

@@ -12,18 +12,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-std::string_view flow_word(Flow flow) {
-    switch (flow) {
-    case Flow::makes: return "makes";
-    case Flow::uses: return "uses";
-    case Flow::demands: return "demands";
-    case Flow::endows: return "endows";
-    case Flow::taxes: return "taxes";
-    case Flow::sets: return "sets";
-    }
-    return {};
-}
-
 std::string line_of(const ordered_json& object) {
     return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + '\n';
 }
@@ -95,7 +83,7 @@ std::string graph_json(const Graph& graph) {
     for (const Edge& edge : graph.edges) {
         edges.push_back({{"from", id(edge.from)},
                          {"to", id(edge.to)},
-                         {"flow", flow_word(edge.flow)},
+                         {"flow", row_of(edge.flow).word},
                          {"label", edge.label}});
     }
     return line_of({{"version", 1},

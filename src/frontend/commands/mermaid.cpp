@@ -1,6 +1,5 @@
 #include "frontend/commands/mermaid.h"
 
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -27,23 +26,15 @@ std::string_view class_of(const Node& node) {
     }
 }
 
-struct FlowStyle {
-    Flow flow;
-    std::string_view arrow;
-    std::string_view stroke;
-};
-
-// As Graphviz draws them.
-constexpr std::array<FlowStyle, 6> flow_styles = {{{Flow::makes, "==>", "#0072B2"},
-                                                   {Flow::uses, "-->", "#B34700"},
-                                                   {Flow::demands, "-->", "#00704F"},
-                                                   {Flow::endows, "==>", "#8F4A76"},
-                                                   {Flow::taxes, "-.->", "#000000"},
-                                                   {Flow::sets, "-.-o", "#666666"}}};
-
 std::string_view arrow_of(Flow flow) {
-    for (const FlowStyle& style : flow_styles)
-        if (style.flow == flow) return style.arrow;
+    switch (flow) {
+    case Flow::makes:
+    case Flow::endows: return "==>";
+    case Flow::uses:
+    case Flow::demands: return "-->";
+    case Flow::taxes: return "-.->";
+    case Flow::sets: return "-.-o";
+    }
     return {};
 }
 
@@ -71,15 +62,15 @@ std::string quoted(std::string_view text) {
 
 // A line for each kind of arrow that occurs, with the numbers of its arrows.
 void put_colours(const Graph& graph, std::string& out) {
-    for (const FlowStyle& style : flow_styles) {
+    for (const FlowRow& row : flow_table) {
         std::string numbers;
         for (std::size_t i = 0; i < graph.edges.size(); ++i) {
-            if (graph.edges[i].flow != style.flow) continue;
+            if (graph.edges[i].flow != row.flow) continue;
             if (!numbers.empty()) numbers += ',';
             numbers += std::to_string(i);
         }
         if (numbers.empty()) continue;
-        out += "    linkStyle " + numbers + " stroke:" + std::string(style.stroke) + "\n";
+        out += "    linkStyle " + numbers + " stroke:" + std::string(row.colour) + "\n";
     }
 }
 
