@@ -178,7 +178,7 @@ int report_usage(const Options& options, const std::string& text, const std::str
     Reporter reporter;
     reporter.options = options;
     reporter.options.reports.clear();
-    if (options.format == Format::text || options.format == Format::brief) {
+    if (for_people(options.format)) {
         put(reporter.err, "error: " + text + "\n");
         if (!hint.empty()) put(reporter.err, "help: " + hint + "\n");
         flush(reporter.err);

@@ -2,6 +2,7 @@
 
 #include "frontend/findings/messages.h"
 #include "frontend/findings/wording.h"
+#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -44,15 +45,11 @@ Json spans_of(const Span& span, bool primary) {
 void append_encoded(std::string& uri, char c) {
     constexpr std::string_view kept =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    if (kept.find(c) != std::string_view::npos) {
+    if (kept.find(c) == std::string_view::npos) {
+        append_percent(uri, c);
+    } else {
         uri += c;
-        return;
     }
-    const auto byte = static_cast<unsigned char>(c);
-    uri += '%';
-    uri += digits[byte >> 4U];
-    uri += digits[byte & 15U];
 }
 
 // A path relative to the current folder where it lies below that, as those who show a report refuse others.

@@ -3,6 +3,7 @@
 #include "frontend/findings/json.h"
 #include "frontend/findings/paint.h"
 #include "frontend/findings/printable.h"
+#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -98,17 +99,13 @@ std::string remark_of(const Layout& layout, const Remark& remark) {
 
 // Escapes what ends or divides a workflow command.
 std::string escaped(std::string_view text, std::string_view specials) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string out;
     for (const char c : text) {
         if (specials.find(c) == std::string_view::npos) {
             out += c;
-            continue;
+        } else {
+            append_percent(out, c);
         }
-        const auto byte = static_cast<unsigned char>(c);
-        out += '%';
-        out += digits[byte >> 4U];
-        out += digits[byte & 15U];
     }
     return out;
 }

@@ -48,6 +48,14 @@ std::vector<std::string_view> lines_of(std::string_view text) {
     return lines;
 }
 
+void append_percent(std::string& text, char c) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    text += '%';
+    text += digits[byte >> 4U];
+    text += digits[byte & 15U];
+}
+
 Character decode(std::string_view text) {
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const unsigned char first = byte(0);

@@ -53,6 +53,9 @@ inline std::string_view take_line(std::string_view& text) {
 // All lines of a text, without their LF.
 std::vector<std::string_view> lines_of(std::string_view text);
 
+// Appends a byte as "%" and two digits of base 16.
+void append_percent(std::string& text, char c);
+
 struct Character {
     char32_t code = 0;
     std::size_t length = 0;  // in bytes; 0 where there is no character
