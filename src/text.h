@@ -202,10 +202,11 @@ class Text {
     }
 
     // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can make
-    // vector instructions of. What is behind the text does not matter, but it is read, so it must have been
-    // set: it has been in a text that began blank and was since given only pieces, or other such texts.
+    // vector instructions of. Blanks fill the last one, as what is behind a text may never have been set.
     template <typename Replace>
     void map(Replace replace) {
+        const int rest = length_ % block_size;
+        if (rest != 0) std::fill_n(bytes_.begin() + length_, block_size - rest, blank_char);
         for (int start = 0; start < length_; start += block_size) {
             char* const block = bytes_.data() + start;
             std::transform(block, block + block_size, block, replace);

@@ -15,11 +15,9 @@ namespace {
 using AuditLine = Text<75>;
 
 // Answers the argument "AUDIT", in any case of letters, and ends the run.
-void auditrun(const AuditLine& line, View argument) {
-    Text<255> word;  // begins blank, as what is changed byte by byte must
-    word = argument;
-    upper(word);
-    if (word != "AUDIT") return;
+void auditrun(const AuditLine& line, Text<255> argument) {
+    upper(argument);
+    if (argument != "AUDIT") return;
     write_standard_output({whole(line.padded())});
     end_run();
 }
