@@ -50,7 +50,7 @@ std::string quoted(std::string_view text) { return '"' + escaped(text) + '"'; }
 // The parts of a label under each other. An escaped "&" can look like the end of a part.
 std::string quoted_lines(std::string_view label) {
     std::string lines;
-    for (std::size_t end; (end = label.find("; ")) != std::string_view::npos;) {
+    for (std::size_t end = 0; (end = label.find("; ")) != std::string_view::npos;) {
         lines += escaped(label.substr(0, end)) + "\\n";
         label.remove_prefix(end + 2);
     }
