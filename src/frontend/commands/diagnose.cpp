@@ -262,7 +262,8 @@ void add_remarks(const Clues& clues, Finding& finding) {
         finding.remarks.push_back({Severity::help, "did you mean `" + name + "`?", {}});
     }
     std::string help = own_help(clues);
-    if (help.empty() && clues.known.entry != nullptr) help = as_help(clues.known.entry->cure);
+    const MessageEntry* const entry = find_code(finding.code);
+    if (help.empty() && entry != nullptr) help = as_help(entry->cure);
     if (!help.empty()) finding.remarks.push_back({Severity::help, help, {}});
 }
 
