@@ -6,6 +6,7 @@
 #include "text.h"
 
 #include <array>
+#include <cstddef>
 
 namespace orvex {
 

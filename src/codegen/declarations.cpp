@@ -11,6 +11,9 @@
 #include "symbols/table.h"
 #include "unit.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orvex {
 
 namespace {

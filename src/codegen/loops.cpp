@@ -4,6 +4,9 @@
 #include "preproc.h"
 #include "stop.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace orvex {
 
 namespace {

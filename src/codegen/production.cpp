@@ -9,6 +9,7 @@
 #include "stop.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvex {
 

@@ -3,6 +3,10 @@
 #include "preproc.h"
 #include "unit.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 namespace orvex {
 
 namespace {

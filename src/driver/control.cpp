@@ -6,6 +6,7 @@
 #include "unit.h"
 
 #include <charconv>
+#include <cstddef>
 
 namespace orvex {
 

@@ -14,6 +14,7 @@
 #include "unit.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvex {
 

@@ -5,6 +5,8 @@
 #include "preproc.h"
 #include "unit.h"
 
+#include <initializer_list>
+
 namespace orvex {
 
 namespace {

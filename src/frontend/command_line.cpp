@@ -6,8 +6,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 

@@ -2,6 +2,7 @@
 
 #include "frontend/option_table.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace orvex::frontend {

@@ -6,7 +6,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <string_view>
+#include <system_error>
+#include <vector>
 
 namespace orvex::frontend {
 

@@ -3,6 +3,7 @@
 
 #include "frontend/findings/report.h"
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>

@@ -9,6 +9,8 @@
 #include "frontend/streams.h"
 
 #include <exception>
+#include <string>
+#include <vector>
 
 namespace orvex::frontend {
 

@@ -8,6 +8,7 @@
 #include "frontend/streams.h"
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -4,6 +4,8 @@
 #include "preproc.h"
 #include "stop.h"
 
+#include <cstddef>
+
 namespace orvex {
 
 namespace {

@@ -6,6 +6,8 @@
 #include "stop.h"
 #include "symbols/table.h"
 
+#include <algorithm>
+
 namespace orvex {
 
 namespace {

@@ -5,6 +5,9 @@
 #include "stop.h"
 #include "symbols/table.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace orvex {
 
 namespace {

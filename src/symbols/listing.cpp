@@ -3,6 +3,8 @@
 #include "unit.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <numeric>
 
 namespace orvex {

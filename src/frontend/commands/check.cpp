@@ -15,6 +15,7 @@
 #include <map>
 #include <set>
 #include <string_view>
+#include <utility>
 
 namespace orvex::frontend {
 

@@ -7,6 +7,7 @@
 #include "frontend/reading/source.h"
 #include "frontend/reading/translator.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <utility>
 
 namespace orvex::frontend {
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 namespace orvex::frontend {
 

@@ -1,5 +1,7 @@
 #include "frontend/commands/mermaid.h"
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 

@@ -3,6 +3,8 @@
 #include "frontend/findings/messages.h"
 #include "frontend/findings/wording.h"
 
+#include <utility>
+
 namespace orvex::frontend {
 
 namespace {

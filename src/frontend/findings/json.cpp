@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace orvex::frontend {
 

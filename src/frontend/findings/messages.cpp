@@ -4,6 +4,7 @@
 #include "frontend/reading/bytes.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace orvex::frontend {

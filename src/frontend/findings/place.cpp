@@ -1,6 +1,7 @@
 #include "frontend/findings/place.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvex::frontend {
 

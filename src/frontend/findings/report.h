@@ -3,6 +3,7 @@
 
 #include "frontend/findings/finding.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 

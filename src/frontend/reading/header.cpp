@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <optional>
+#include <system_error>
 
 namespace orvex::frontend {
 

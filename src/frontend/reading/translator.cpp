@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #ifdef __APPLE__
 #include <mach-o/dyld.h>
 #endif
