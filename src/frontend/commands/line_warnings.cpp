@@ -4,8 +4,11 @@
 #include "frontend/findings/wording.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex::frontend {
 

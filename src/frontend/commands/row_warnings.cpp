@@ -4,10 +4,13 @@
 #include "frontend/findings/wording.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 

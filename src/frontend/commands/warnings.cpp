@@ -6,9 +6,12 @@
 #include "frontend/findings/wording.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
