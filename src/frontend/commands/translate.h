@@ -16,9 +16,9 @@ namespace orvex::frontend {
 
 // The outputs of all files, for the depfile and the summary.
 struct Placed {
-    std::vector<std::string> outputs;   // paths, generator then header file of each model
-    std::size_t written = 0;            // of them new or changed; the others were not touched
-    std::size_t behind = 0;             // models that were not translated, as an error stands before them
+    std::vector<std::string> outputs;  // paths, generator then header file of each model
+    std::size_t written = 0;           // of them new or changed; the others were not touched
+    std::size_t behind = 0;  // models that were not translated, as an error stands before them
     std::map<std::string, Span> taken;  // the same paths without detours, and the models' places
     std::set<std::string> reserved;     // paths without detours that the command writes otherwise
 };
