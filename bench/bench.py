@@ -301,7 +301,8 @@ class Bench:
 
     def memory_rows(self, mix):
         small = self.case("mix10", "mix", 10, 1000)
-        sides = self.compare_long(mix.side(), small.side(), [mix, small])
+        # Single values scatter by more than the row allows.
+        sides = self.compare(mix.side(), small.side(), [mix, small], 4 * self.long_pairs)
         large_peak, small_peak = (
             statistics.median(run.kibibytes for run in side) for side in sides
         )
