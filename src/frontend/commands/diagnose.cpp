@@ -291,7 +291,7 @@ std::string meant_keyword(std::string_view word) {
         "PROD",      "DEMAND",    "CONSTRAINT", "REPORT", "OFFTEXT", "SECTORS", "COMMODITIES",
         "CONSUMERS", "AUXILIARY", "ACTIVITIES", "PRICES", "MARKETS", "INCOME",  "PEPS",
         "EULCHK",    "WALCHK",    "DATECH",     "FUNLOG", "DIAGNL",  "ECHOP"};
-    if (const std::string near = nearest(word, keywords); !near.empty()) return near;
+    if (std::string near = nearest(word, keywords); !near.empty()) return near;
     const auto found = std::find_if(keywords.begin(), keywords.end(), [word](const auto& keyword) {
         const std::size_t shorter = std::min(keyword.size(), word.size());
         return shorter >= shortest_start && word.substr(0, shorter) == keyword.substr(0, shorter);
