@@ -129,9 +129,9 @@ RunResult translate(const Search& search, std::string_view input) {
     return run_translator(search.program, search.place, input, search.input.names, settings);
 }
 
-bool has_finding(const Search& search, std::string_view code) {
+bool has_finding(const Search& search, const std::string& message) {
     return std::any_of(search.checked.findings.begin(), search.checked.findings.end(),
-                       [code](const Finding& finding) { return finding.code == code; });
+                       [&](const Finding& finding) { return finding.message == message; });
 }
 
 // What the system kept the translator from: a full disk, an unreadable file. True where it was anything.
@@ -141,9 +141,9 @@ bool add_system_messages(Search& search, std::string_view text) {
         const auto known = recognise(line);
         if (!known) continue;
         any = true;
-        if (has_finding(search, known->entry->code)) continue;  // of a run before
-        add_error(search, known->entry->code, plain_words(line, known->values),
-                  whole_file(search.source.path));
+        const std::string message = plain_words(line, known->values);
+        if (has_finding(search, message)) continue;  // of a run before
+        add_error(search, known->entry->code, message, whole_file(search.source.path));
     }
     return any;
 }

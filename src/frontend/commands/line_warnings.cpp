@@ -64,14 +64,14 @@ void warn_of_hidden_model(const Source& source, int line, std::vector<Finding>& 
         span_of(source, line, at, at + keyword.size() - 1)));
 }
 
-// A block that declares names, but not as what: of auxiliary variables, only the whole keyword does.
+// Of auxiliary variables, only the whole keyword opens a block that makes its names such.
 void warn_of_auxiliaries(const Source& source, int line, std::vector<Finding>& findings) {
     const std::string record = record_of(line_at(source, line).text);
     const std::string_view keyword = first_word(record);
     if (!keyword.starts_with("$AUXILI") || keyword == "$AUXILIARY") return;
-    findings.push_back(warning("keyword-auxiliary",
-                               back_quoted(keyword) + " declares names without a kind",
-                               span_of(source, line, 0, keyword.size())));
+    findings.push_back(warning(
+        "keyword-auxiliary", back_quoted(keyword) + " does not make its names auxiliary variables",
+        span_of(source, line, 0, keyword.size())));
 }
 
 bool has_labels(const Source& source, int line) {
