@@ -1,8 +1,8 @@
-// Runs whole translations in one process on what the fuzzer makes up, and checks what must hold after
-// any of them, and between two runs whose inputs differ only where it must not matter.
+// Runs whole translations in one process on what the fuzzer makes up, and checks what must hold
+// after any of them, and between two runs whose inputs differ only where it must not matter.
 //
-// The data: a byte that chooses the comparison, a byte that chooses a place for it, lines of the run
-// control file up to the first NUL byte, and the input.
+// The data: a byte that chooses the comparison, a byte that chooses a place for it, lines of the
+// run control file up to the first NUL byte, and the input.
 #include "driver/run.h"
 
 #include <algorithm>
@@ -123,9 +123,9 @@ string changed_lines(const string& text, Change change) {
     return result;
 }
 
-// The levels of a generator file, told by its indentation alone: every line stands two blanks for each
-// open level behind the number; a line ");" closes one; an empty line finds all closed. The condition
-// of a report block is closed like a level, but indents nothing.
+// The levels of a generator file, told by its indentation alone: every line stands two blanks for
+// each open level behind the number; a line ");" closes one; an empty line finds all closed. The
+// condition of a report block is closed like a level, but indents nothing.
 class Levels {
   public:
     void take(const string& line) {

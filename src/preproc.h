@@ -1,6 +1,6 @@
 // The shared state of the translator: what two files or more read or write. What only one file uses
-// lives in that file. Everything here is plain static storage; reset_run() gives a run, reset_model() a
-// model, its clean beginning.
+// lives in that file. Everything here is plain static storage; reset_run() gives a run,
+// reset_model() a model, its clean beginning.
 #pragma once
 
 #include "text.h"

@@ -1,6 +1,6 @@
-// How a run ends before its time. These routines never return: each throws, and driver/run.cpp alone
-// catches, completes the files and turns the stop into the exit status. (It also catches the failure of a
-// scratch file, which unit.h throws.)
+// How a run ends before its time. These routines never return: each throws, and driver/run.cpp
+// alone catches, completes the files and turns the stop into the exit status. (It also catches the
+// failure of a scratch file, which unit.h throws.)
 #pragma once
 
 #include "text.h"
@@ -10,14 +10,14 @@ namespace orvex {
 // The longest message: that of an undeclared variable, with a name of a whole line.
 using Message = Text<355>;
 
-// A fault in the model: the files are completed with everything translated so far, the symbol listing
-// and the error report.
+// A fault in the model: the files are completed with everything translated so far, the symbol
+// listing and the error report.
 struct ErrorStop {
     Message message;
 };
 
-// An internal table is full, or a name too long for it: the header file is started afresh and holds the
-// error report alone.
+// An internal table is full, or a name too long for it: the header file is started afresh and holds
+// the error report alone.
 struct OverflowStop {
     Message message;
 };

@@ -61,8 +61,8 @@ void copy_ends(char* to, View piece) {
 
 void copy_long_piece(char* to, View piece);
 
-// Copies a piece to where there is room for it, which may be a part of where it stands. Most pieces are
-// so short that a call would cost more than the copying.
+// Copies a piece to where there is room for it, which may be a part of where it stands. Most pieces
+// are so short that a call would cost more than the copying.
 inline void copy_piece(char* to, View piece) {
     const std::size_t size = piece.size();
     if (size > 32) {
@@ -92,7 +92,8 @@ bool same_ends(View a, View b) {
     return ((numbers[0] ^ numbers[1]) | (numbers[2] ^ numbers[3])) == 0;
 }
 
-// Do two views have the same characters? Names, too, are so short that it takes longer to call for it.
+// Do two views have the same characters? Names, too, are so short that it takes longer to call for
+// it.
 inline bool same(View a, View b) {
     if (a.size() != b.size()) return false;
     if (a.size() > 16) return a == b;
@@ -115,7 +116,8 @@ class Text {
   public:
     static constexpr int size = N;
 
-    // Blank without a step at run time, so that static tables of texts cost nothing until they are used.
+    // Blank without a step at run time, so that static tables of texts cost nothing until they are
+    // used.
     constexpr Text() : bytes_{} {}
     Text(View view) { assign(view); }
     Text(const char* literal) { assign(literal); }
@@ -161,7 +163,8 @@ class Text {
     }
     View from(int first) const { return slice(first, N); }
 
-    // Position of the first such character or piece at or after `start`, or 0. Neither may be blank.
+    // Position of the first such character or piece at or after `start`, or 0. Neither may be
+    // blank.
     int find(char wanted, int start = 1) const {
         if constexpr (N > short_text) return position(view().find(wanted, index(start)));
         // It takes longer to call memchr than to look at the few characters.
@@ -194,16 +197,17 @@ class Text {
     }
     void blank_from(int first) { blank(first, N); }
 
-    // Puts the pieces, each with its blanks, directly behind the last non-blank character; what has no
-    // room is cut.
+    // Puts the pieces, each with its blanks, directly behind the last non-blank character; what has
+    // no room is cut.
     template <typename... Pieces>
     void append(const Pieces&... pieces) {
         (add(piece_of(pieces)), ...);
         trim();
     }
 
-    // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can make
-    // vector instructions of. Blanks fill the last one, as what is behind a text may never have been set.
+    // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can
+    // make vector instructions of. Blanks fill the last one, as what is behind a text may never
+    // have been set.
     template <typename Replace>
     void map(Replace replace) {
         const int rest = length_ % block_size;
@@ -298,8 +302,8 @@ Text<N> joined(std::initializer_list<View> pieces) {
     return Text<N>(pieces);
 }
 
-// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A number
-// that does not fit, its sign included, shows as asterisks.
+// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A
+// number that does not fit, its sign included, shows as asterisks.
 enum class Fill : char { blanks = ' ', zeros = '0' };
 template <int Width>
 void write_number(char* columns, int value, Fill fill) {

@@ -19,7 +19,8 @@ namespace {
 
 constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 constexpr std::size_t longest_path = 255;
-// A unit's own descriptor is never a standard one, so 0 can stand for none: units start as zero bytes.
+// A unit's own descriptor is never a standard one, so 0 can stand for none: units start as zero
+// bytes.
 constexpr int no_descriptor = 0;
 
 // A path as the system calls want it.
@@ -60,9 +61,9 @@ bool to_path(View name, Path& path) {
     return true;
 }
 
-// Opens a file on a descriptor that is none of the three standard ones: a message must not end up in a
-// file. Where the caller has closed those, the first file to be opened, which is only read, takes their
-// places as well.
+// Opens a file on a descriptor that is none of the three standard ones: a message must not end up
+// in a file. Where the caller has closed those, the first file to be opened, which is only read,
+// takes their places as well.
 int open_descriptor(const char* path, int flags) {
     constexpr mode_t permissions = 0666;
     int opened = no_descriptor;
@@ -158,8 +159,8 @@ std::size_t read_some(Unit& unit, char* to, std::size_t room) {
     return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
 }
 
-// Lets the system copy what is left of a scratch file, which so does not pass through memory here. Where
-// it cannot, or fails, the rest is left to be read and written, which tells what is wrong.
+// Lets the system copy what is left of a scratch file, which so does not pass through memory here.
+// Where it cannot, or fails, the rest is left to be read and written, which tells what is wrong.
 void send_file([[maybe_unused]] Unit& unit, [[maybe_unused]] const Unit& scratch) {
 #ifdef __linux__
     constexpr std::size_t most = std::size_t{1} << 30U;
@@ -202,8 +203,8 @@ bool is_replaceable(const char* path) {
     return S_ISREG(status.st_mode) && status.st_nlink == 1 && ::access(path, W_OK) == 0;
 }
 
-// The path of the temporary file beside the unit's own: same directory, so that renaming moves no bytes.
-// It may be longer than the path it stands for, and ends with a zero byte.
+// The path of the temporary file beside the unit's own: same directory, so that renaming moves no
+// bytes. It may be longer than the path it stands for, and ends with a zero byte.
 using TemporaryPath = Text<longest_path + 64>;
 TemporaryPath temporary_path(const Unit& unit) {
     const View name = unit.name.data();
@@ -226,7 +227,8 @@ int open_temporary(Unit& unit) {
     return no_descriptor;
 }
 
-// Opens the temporary file and removes what stands under the name; false when either cannot be done.
+// Opens the temporary file and removes what stands under the name; false when either cannot be
+// done.
 bool open_beside(Unit& unit) {
     if (!is_replaceable(unit.name.data())) return false;
     unit.descriptor = open_temporary(unit);

@@ -1,14 +1,14 @@
 // The files of a run, each known by its unit number, and the two console streams.
 //
-// A unit is an input file, a scratch file or a named output file, read and written through one static
-// buffer, so that a run's memory does not grow with its files.
+// A unit is an input file, a scratch file or a named output file, read and written through one
+// static buffer, so that a run's memory does not grow with its files.
 //
-// A named output file is never half in its place: what stood there goes when the unit is opened, the
-// new text is written under a temporary name beside it, and closing the unit gives it its name. Where
-// that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory that takes
-// no new file) it is written in place. When reading or writing fails the run goes on; a line on
-// standard error says so (" *** Cannot read file: ", " *** Cannot write file: "), and neither the file nor
-// an output that depends on it gets its name.
+// A named output file is never half in its place: what stood there goes when the unit is opened,
+// the new text is written under a temporary name beside it, and closing the unit gives it its name.
+// Where that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory
+// that takes no new file) it is written in place. When reading or writing fails the run goes on; a
+// line on standard error says so (" *** Cannot read file: ", " *** Cannot write file: "), and
+// neither the file nor an output that depends on it gets its name.
 #pragma once
 
 #include "text.h"
@@ -43,9 +43,9 @@ bool read_line(int number, View& line);
 // Did the line just read have a line end? Only the last one of a file may lack it.
 bool line_was_ended(int number);
 
-// Writes one line made of the pieces as they stand. A line of a scratch file takes the form in which it is
-// copied from there: cut to 255 columns, without trailing blanks, a blank one as one blank.
-// Precondition: together at most longest_line. Throws ScratchFailure.
+// Writes one line made of the pieces as they stand. A line of a scratch file takes the form in
+// which it is copied from there: cut to 255 columns, without trailing blanks, a blank one as one
+// blank. Precondition: together at most longest_line. Throws ScratchFailure.
 void write_line(int number, std::initializer_list<View> pieces);
 
 // Copies all lines of a scratch file to the end of an output file, and closes the scratch file.
@@ -54,8 +54,8 @@ void filcpy(int from, int to);
 // Empties an output file, to be written from its start again.
 void restart_output(int number);
 
-// The output is whole only if the other units are: it does not get its name when one of them has failed
-// by the time it is closed.
+// The output is whole only if the other units are: it does not get its name when one of them has
+// failed by the time it is closed.
 void depend_on(int number, std::initializer_list<int> others);
 
 // Gives up an output, if it is open: it does not get its name.

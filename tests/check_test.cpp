@@ -1,5 +1,5 @@
-// What `orvex check` finds: every code by its example in docs/messages.md, all errors of a file and not
-// their consequences, each at its place.
+// What `orvex check` finds: every code by its example in docs/messages.md, all errors of a file and
+// not their consequences, each at its place.
 #include "frontend/findings/messages.h"
 #include "harness.h"
 
@@ -84,8 +84,8 @@ INSTANTIATE_TEST_SUITE_P(Index, Codes, testing::ValuesIn(caused_by_models()), []
     return std::regex_replace(row.param.code, std::regex("-"), "_");
 });
 
-// Faults in all kinds of blocks, among them some that would cause others: names that are declared on a
-// wrong line, a block with a wrong keyword, rows that continue a wrong one.
+// Faults in all kinds of blocks, among them some that would cause others: names that are declared
+// on a wrong line, a block with a wrong keyword, rows that continue a wrong one.
 TEST(Check, ShowsEveryFaultAndNoConsequence) {
     EXPECT_EQ(
         check_text("SET R / N, S /;\n"

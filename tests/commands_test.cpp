@@ -1,7 +1,8 @@
-// orvex as it is called: command lines with their status and streams, and what is left in the folder.
+// orvex as it is called: command lines with their status and streams, and what is left in the
+// folder.
+#include "frontend/base/files.h"
+#include "frontend/base/jobs.h"
 #include "frontend/commands/translate.h"
-#include "frontend/files.h"
-#include "frontend/jobs.h"
 #include "harness.h"
 
 #include <atomic>
@@ -26,8 +27,8 @@ std::string model(const std::string& name, const std::string& more_commodities =
            "\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
 }
 
-// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), row (M, a bad N, and O), and
-// folders.
+// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), row (M, a bad N,
+// and O), and folders.
 void write_files(const Folder& folder) {
     for (const char* name : {"models/inner/.hidden", "empty"}) {
         fs::create_directories(folder.path() + "/" + name);
@@ -368,7 +369,8 @@ TEST(Documents, NameEveryOption) {
     EXPECT_EQ(result.out, "many\n") << result.err;
 }
 
-// What bash is offered behind --warn is taken, and holds each warning but that of the symbol listing.
+// What bash is offered behind --warn is taken, and holds each warning but that of the symbol
+// listing.
 TEST(Documents, CompletionsOfferTheWarnings) {
     const Folder folder;
     folder.write("good.zlm", model("M"));

@@ -1,4 +1,5 @@
-// What the front end says: the index of messages in its words, findings in each format, spelling, explain.
+// What the front end says: the index of messages in its words, findings in each format, spelling,
+// explain.
 #include "frontend/commands/diagnose.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/finding.h"

@@ -1,8 +1,8 @@
 // What `orvex info` and `orvex graph` show of a model.
-#include "frontend/commands/graph.h"
+#include "frontend/views/graph.h"
 
-#include "frontend/commands/info.h"
-#include "frontend/commands/json.h"
+#include "frontend/views/info.h"
+#include "frontend/views/json.h"
 #include "harness.h"
 
 #include <algorithm>

@@ -1,19 +1,21 @@
-// README.md and docs/guide.md teach by example. Each example is translated, and what they show of the
-// outputs is compared with what the program writes. Also here: the links of all documents.
+// README.md and docs/guide.md teach by example. Each example is translated, and what they show of
+// the outputs is compared with what the program writes. Also here: the links of all documents.
 //
 // The kind of a block stands behind its opening ```:
 //
 //     orvex NAME     a whole input, NAME.zlm
-//     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, NAME is m
-//     control        a control file, with which the last input is translated once more; the first time
+//     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, NAME
+//     is m control        a control file, with which the last input is translated once more; the
+//     first time
 //                    is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
 //     output FILE    a piece of FILE; all its pieces, one after the other, are the whole of it
 //     part FILE      lines of FILE; "..." stands for those left out in between
-//     console        commands behind "$ ", run in a folder that has the inputs NAME.zlm up to there and
+//     console        commands behind "$ ", run in a folder that has the inputs NAME.zlm up to there
+//     and
 //                    the examples, and all that they print
 //
-// FILE is that of the last run which left one of this name. Lines are compared without trailing blanks. An
-// example translates without error, unless its error file is shown.
+// FILE is that of the last run which left one of this name. Lines are compared without trailing
+// blanks. An example translates without error, unless its error file is shown.
 #include "harness.h"
 
 #include <algorithm>

@@ -12,7 +12,8 @@ using std::string;
 namespace fs = std::filesystem;
 
 // What a script of the shell prints in a copy of examples/many beside the other examples, where
-// "orvex" is along the path, models.txt lists the files and all/ has the outputs of one translation.
+// "orvex" is along the path, models.txt lists the files and all/ has the outputs of one
+// translation.
 string printed_by(const string& script) {
     const Folder folder;
     fs::copy(EXAMPLES_DIR, folder.path(), fs::copy_options::recursive);
@@ -26,8 +27,8 @@ string printed_by(const string& script) {
 
 bool is_there(const string& command) { return Folder().shell(command).status == 0; }
 
-// Changes for a command in $tool. Of each: the status, the files that were translated, the outputs that
-// were written. The clock of a file system may go in steps of some milliseconds.
+// Changes for a command in $tool. Of each: the status, the files that were translated, the outputs
+// that were written. The clock of a file system may go in steps of some milliseconds.
 const char* const changes = R"(
 build() {
     sleep 0.02; touch mark; sleep 0.02; eval "$1"

@@ -1,5 +1,5 @@
-// docs/messages.md is the table of the error tests: its form, both examples of every entry through the
-// real program, and its agreement with the messages in the sources.
+// docs/messages.md is the table of the error tests: its form, both examples of every entry through
+// the real program, and its agreement with the messages in the sources.
 #include "harness.h"
 
 #include <filesystem>
@@ -170,7 +170,8 @@ class Messages : public testing::TestWithParam<Entry> {
         }
         expect_file("M.HDR", "$OFFLISTING\n\n*  ORVEX MODEL DECLARATION FILE\n",
                     "\n\n$OFFTEXT\n\n" + block);
-        // Line 1 of the listing is the one behind the model's name; of each line 248 columns are left.
+        // Line 1 of the listing is the one behind the model's name; of each line 248 columns are
+        // left.
         const string number = std::to_string(line - 1);
         const string echo = string(5 - number.size(), ' ') + number + "  " + record.substr(0, 248);
         const string listing = echo + (echo.back() == '\n' ? "" : "\n") + " \n \nSymbol Listing\n";

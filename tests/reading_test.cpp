@@ -1,9 +1,10 @@
-// What the front end reads: files of models, a run of the translator, and the two files that it writes.
-#include "frontend/reading/economy.h"
-#include "frontend/reading/generator.h"
-#include "frontend/reading/header.h"
-#include "frontend/reading/source.h"
-#include "frontend/reading/translator.h"
+// What the front end reads: files of models, a run of the translator, and the two files that it
+// writes.
+#include "frontend/model/economy.h"
+#include "frontend/syntax/source.h"
+#include "frontend/translator/generator.h"
+#include "frontend/translator/header.h"
+#include "frontend/translator/translator.h"
 #include "harness.h"
 
 #include <algorithm>
@@ -351,8 +352,8 @@ std::string shown(const Economy& economy, const char* name) {
            numbers({found.declared}) + ": " + numbers(found.references);
 }
 
-// The translator writes entries of one field after it has read the next record; the first model is left
-// out, so that its lines are not counted.
+// The translator writes entries of one field after it has read the next record; the first model is
+// left out, so that its lines are not counted.
 Economy economy_behind_another() {
     Source source;
     split(source,

@@ -12,9 +12,9 @@
 //     == starts NAME, == ends NAME, == within NAME
 //                       the first lines of a file, its last, or lines that follow each other in it
 //
-// A file that the run makes and no section names is a fault. In the text of a section "·" is a blank,
-// \t, \r and \0 are these bytes, \(x*9) is nine times x, and a "\" at the end of a line takes away its
-// line end. A new case is found when this file's test is built again.
+// A file that the run makes and no section names is a fault. In the text of a section "·" is a
+// blank, \t, \r and \0 are these bytes, \(x*9) is nine times x, and a "\" at the end of a line
+// takes away its line end. A new case is found when this file's test is built again.
 #include "driver/run.h"
 
 #include "harness.h"

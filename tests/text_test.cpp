@@ -1,4 +1,5 @@
-// What no whole run shows in single steps: texts and their operations, the splitter, the file units.
+// What no whole run shows in single steps: texts and their operations, the splitter, the file
+// units.
 #include "codegen/writer.h"
 #include "harness.h"
 #include "input/fields.h"

@@ -47,8 +47,8 @@ const Declaration* find_declaration(View keyword) {
     return row == nullptr || row->keyword.empty() || row->keyword == keyword ? row : nullptr;
 }
 
-// The field in the header file's variable list. The description belongs to the record's last name, and
-// ends before its first ";", which would end the list.
+// The field in the header file's variable list. The description belongs to the record's last name,
+// and ends before its first ";", which would end the list.
 void write_name() {
     if (descrp.is_blank() || !record.is_blank()) {
         write_line(khdr, {field});

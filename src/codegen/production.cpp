@@ -59,7 +59,8 @@ EntryEnd guard_entry() {
 }
 
 // A label such as R.TL ranges over a set: with arguments the value opens its own loop, which stays
-// open; without, the one field is looped. Returns whether that loop is to be closed behind the field.
+// open; without, the one field is looped. Returns whether that loop is to be closed behind the
+// field.
 bool open_label_loop() {
     const int mark = label.find(".TL");
     if (mark == 0) return false;

@@ -5,8 +5,9 @@
 //     I:PL         Q:L0(S)    P:1
 //     +            A:RA       T:TX(S)
 //
-// The opening record names the sector or consumer and holds fields of its own. Every record behind it
-// is an entry, whose first field names an item; a record that begins with "+" continues the one before.
+// The opening record names the sector or consumer and holds fields of its own. Every record behind
+// it is an entry, whose first field names an item; a record that begins with "+" continues the one
+// before.
 #pragma once
 
 namespace orvex {
@@ -22,8 +23,8 @@ enum class EntryEnd {
 };
 
 // Translates an entry record, after closing what the entry before it opened.
-// Stops: " *** ORVPP: logical error with NBLKIF", those of parse, leadlg, sloop, getfld, chrfld, numfld
-// and oldrec.
+// Stops: " *** ORVPP: logical error with NBLKIF", those of parse, leadlg, sloop, getfld, chrfld,
+// numfld and oldrec.
 EntryEnd newrec();
 
 // Translates the fields left in `record`.

@@ -19,8 +19,8 @@ void write_statement(View text) {
     wrtzlm();
 }
 
-// The report variable: declared in the header file, and a term of the artificial equation as long as
-// reports are written. No set is active before it, since every record is a block of its own.
+// The report variable: declared in the header file, and a term of the artificial equation as long
+// as reports are written. No set is active before it, since every record is a block of its own.
 void report_variable() {
     parse();
     if (label != "V") pperror(" *** REPBLK: first report field must be V");

@@ -7,8 +7,8 @@
 
 namespace orvex {
 
-// Writes `output` as one numbered and indented line (nothing when it is blank), then blanks it. What
-// passes column 255 is cut.
+// Writes `output` as one numbered and indented line (nothing when it is blank), then blanks it.
+// What passes column 255 is cut.
 void wrtzlm();
 
 enum class Level { condition, loop, block_if };

@@ -7,8 +7,9 @@ namespace orvex {
 
 enum class Status { replace, old };
 
-// Opens the unit: creates or replaces the named file, or opens an existing one. When that fails, a line on
-// standard output ends the run: "FFOPEN: error opening file", with the status where it is "OLD".
+// Opens the unit: creates or replaces the named file, or opens an existing one. When that fails, a
+// line on standard output ends the run: "FFOPEN: error opening file", with the status where it is
+// "OLD".
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
 // The end of a run whose scratch text found no room: the line "FFOPEN: error opening unit", and no

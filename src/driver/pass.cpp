@@ -20,7 +20,8 @@ namespace orvex {
 
 namespace {
 
-// What the pass does next: block writers read ahead, so the record to go on with may be there already.
+// What the pass does next: block writers read ahead, so the record to go on with may be there
+// already.
 enum class Next { read, dispatch, end_of_model };
 
 constexpr View options[] = {"PEPS", "EULCHK", "WALCHK", "DATECH", "FUNLOG", "DIAGNL", "ECHOP"};

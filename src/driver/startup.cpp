@@ -22,8 +22,8 @@ void auditrun(const AuditLine& line, Text<255> argument) {
     end_run();
 }
 
-// Registers with the companion library. The object is freed as soon as that is done, but not with the argument
-// AUDIT: the run ends with the audit line, and the process takes its object along.
+// Registers with the companion library. The object is freed as soon as that is done, but not with
+// the argument AUDIT: the run ends with the audit line, and the process takes its object along.
 void register_system(const Text<255>& argument) {
     Handle handle = 0;
     Text<256> message;

@@ -18,9 +18,10 @@ struct Messages {
 
 Argument& slot(int number) { return arg[static_cast<std::size_t>(number)]; }
 
-// Stores the comma-separated arguments behind the parenthesis at `open` from slot `first` on and counts
-// them. Commas are searched to the end of the list's text, not only to a closing parenthesis; the last
-// argument ends at the first ")" behind the last comma, and only the ones before it are limited here.
+// Stores the comma-separated arguments behind the parenthesis at `open` from slot `first` on and
+// counts them. Commas are searched to the end of the list's text, not only to a closing
+// parenthesis; the last argument ends at the first ")" behind the last comma, and only the ones
+// before it are limited here.
 void split_list(const Line& list, int open, int first, int& count, const Messages& messages) {
     int delimiter = open;
     int close = 0;

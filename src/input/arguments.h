@@ -10,11 +10,10 @@ namespace orvex {
 // " *** EXTARG: Closing delimiter missing.", " *** EXTARG: Invalid argument."
 void extarg();
 
-// Splits `field` into `root` and its own arguments arg 1 to narg, at most seven. A `root` that already
-// holds a parenthesised expression is left alone, without arguments.
-// Stops: " *** RDARG: Parethesis mismatch.", " *** RDARG: Too many arguments.",
-// " *** RDARG: Closing delimiter missing.", " *** RDARG: More than 7 arguments detected.",
-// " *** RDARG: Invalid argument."
+// Splits `field` into `root` and its own arguments arg 1 to narg, at most seven. A `root` that
+// already holds a parenthesised expression is left alone, without arguments. Stops: " *** RDARG:
+// Parethesis mismatch.", " *** RDARG: Too many arguments.", " *** RDARG: Closing delimiter
+// missing.", " *** RDARG: More than 7 arguments detected.", " *** RDARG: Invalid argument."
 void rdarg();
 
 }  // namespace orvex

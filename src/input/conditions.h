@@ -1,13 +1,13 @@
-// Conditions: what follows the "$" of a value, as in X(I)$(A(I) GT 0), and the implicit condition of
-// the fields labelled "T" and "S".
+// Conditions: what follows the "$" of a value, as in X(I)$(A(I) GT 0), and the implicit condition
+// of the fields labelled "T" and "S".
 #pragma once
 
 namespace orvex {
 
-// Sets `condtn` for the current `field` and `label`: the explicit condition, which is cut off `field`;
-// else for the labels "T" and "S" that the value is not zero; else blank. Sets `root` to the
-// parenthesised expression with which the value begins, or blanks it.
-// Stops: " *** RDCOND: Closing parenthesis is missing.", and that of chkcnd.
+// Sets `condtn` for the current `field` and `label`: the explicit condition, which is cut off
+// `field`; else for the labels "T" and "S" that the value is not zero; else blank. Sets `root` to
+// the parenthesised expression with which the value begins, or blanks it. Stops: " *** RDCOND:
+// Closing parenthesis is missing.", and that of chkcnd.
 void rdcond();
 
 // Moves the condition behind the "$" at position `pos` of `field` into `condtn`, in parentheses.

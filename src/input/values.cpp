@@ -45,8 +45,8 @@ void append_head(View head) {
     output.append("'", head, View(head.empty() ? "" : ":"), root, "'");
 }
 
-// What prints one argument when the generator file runs: a quoted element as it stands, the element of
-// a set by its text, a lead or lag by the text of the shifted element.
+// What prints one argument when the generator file runs: a quoted element as it stands, the element
+// of a set by its text, a lead or lag by the text of the shifted element.
 void append_argument(const Argument& argument) {
     constexpr View too_long = " *** CHRFLD: statement exceeds 255 characters.";
     if (argument[1] == '"')

@@ -7,8 +7,8 @@
 
 namespace orvex {
 
-// Appends the listing of the table as it stands to the listing scratch file: every symbol in the order
-// of its name, with its kind and the numbers of the input lines on which it occurs.
+// Appends the listing of the table as it stands to the listing scratch file: every symbol in the
+// order of its name, with its kind and the numbers of the input lines on which it occurs.
 void symlst();
 
 // Fills `indx` with the entry numbers 1 to its size, in the order of their names.

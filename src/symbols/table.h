@@ -1,14 +1,15 @@
-// The symbol table of a model: names with their type, dimension and references. It rejects a name used
-// as two kinds or with two dimensions, and a variable that was not declared before the report section.
+// The symbol table of a model: names with their type, dimension and references. It rejects a name
+// used as two kinds or with two dimensions, and a variable that was not declared before the report
+// section.
 #pragma once
 
 #include "text.h"
 
 namespace orvex {
 
-// Enters `root` under the type code with dimension narg, and each own argument as a set, or checks them
-// against their entries. A `root` that is blank or begins with "(" is passed over, arguments included.
-// Stops: " *** ADDSYM: symbol type mismatch: ", " *** ADDSYM: symbol dimension error:",
+// Enters `root` under the type code with dimension narg, and each own argument as a set, or checks
+// them against their entries. A `root` that is blank or begins with "(" is passed over, arguments
+// included. Stops: " *** ADDSYM: symbol type mismatch: ", " *** ADDSYM: symbol dimension error:",
 // " *** ADDSYM: Undeclared variable : "
 // Stops (overflow): " *** ADDSYM: symbol name length exceeds max of 65: ",
 // " *** ADDSYM: symbol table overflows internal length of 1000"

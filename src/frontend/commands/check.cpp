@@ -1,15 +1,15 @@
 #include "frontend/commands/check.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/commands/diagnose.h"
-#include "frontend/commands/warnings.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/findings/wording.h"
-#include "frontend/reading/bytes.h"
-#include "frontend/reading/generator.h"
-#include "frontend/reading/header.h"
+#include "frontend/rules/warnings.h"
+#include "frontend/translator/generator.h"
+#include "frontend/translator/header.h"
 
 #include <algorithm>
 #include <map>
@@ -21,8 +21,8 @@ namespace orvex::frontend {
 
 namespace {
 
-// The input with what must not be translated turned into comments: byte for byte as long as the file, so
-// that lines and offsets stay what they are.
+// The input with what must not be translated turned into comments: byte for byte as long as the
+// file, so that lines and offsets stay what they are.
 struct Input {
     std::string bytes;
     std::vector<bool> silenced;       // for each line; [0] is not used
@@ -111,8 +111,8 @@ void choose_models(Search& search) {
     }
 }
 
-// The file's name without its folder and its extension, with that of the file that the host's program
-// writes.
+// The file's name without its folder and its extension, with that of the file that the host's
+// program writes.
 std::string usual_put_file(const std::string& path) {
     std::string name = path.substr(path.rfind('/') + 1);
     if (path == "<stdin>") name = "stdin";
@@ -134,7 +134,8 @@ bool has_finding(const Search& search, const std::string& message) {
                        [&](const Finding& finding) { return finding.message == message; });
 }
 
-// What the system kept the translator from: a full disk, an unreadable file. True where it was anything.
+// What the system kept the translator from: a full disk, an unreadable file. True where it was
+// anything.
 bool add_system_messages(Search& search, std::string_view text) {
     bool any = false;
     for (const std::string_view line : lines_of(text)) {
@@ -148,8 +149,8 @@ bool add_system_messages(Search& search, std::string_view text) {
     return any;
 }
 
-// The whole input, as far as it is not silenced. A program that ends before the last model, and neither with
-// a fault of a model nor with a reason, is no translator.
+// The whole input, as far as it is not silenced. A program that ends before the last model, and
+// neither with a fault of a model nor with a reason, is no translator.
 RunResult translate_all(Search& search) {
     RunResult run = translate(search, search.input.bytes);
     const bool explained = add_system_messages(search, run.err);
@@ -177,8 +178,8 @@ std::string_view shown(std::string_view line) {
     return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-// The line that an overflow stopped at. Its report replaces the numbered lines, so it is the first line
-// with the text of the last record, at or behind the one of the last statement.
+// The line that an overflow stopped at. Its report replaces the numbered lines, so it is the first
+// line with the text of the last record, at or behind the one of the last statement.
 int overflow_line(const Search& search, const Fault& fault, std::string_view last_record) {
     const ModelText& model = search.source.models[fault.model];
     int line = model.line + 1;
@@ -209,9 +210,9 @@ int record_above(const Search& search, int line) {
     return line;
 }
 
-// The translator reads the record behind an entry of one field before it enters the entry's name. So when a
-// name is refused, the input is tried once more without the last record read: if the fault is still
-// there, it is that of the record above.
+// The translator reads the record behind an entry of one field before it enters the entry's name.
+// So when a name is refused, the input is tried once more without the last record read: if the
+// fault is still there, it is that of the record above.
 int failing_line(const Search& search, const std::string& message, int last) {
     const auto known = recognise(message);
     if (!known ||
@@ -224,8 +225,8 @@ int failing_line(const Search& search, const std::string& message, int last) {
     return run.failed && run.message == message ? record_above(search, last) : last;
 }
 
-// The last line that goes with a failing record: its block, its continuations, or, where nothing behind it
-// can be judged any more, the rest of the model.
+// The last line that goes with a failing record: its block, its continuations, or, where nothing
+// behind it can be judged any more, the rest of the model.
 int last_to_silence(const Search& search, const Finding& finding, int line) {
     const Source& source = search.source;
     const auto model = std::find_if(source.models.begin(), source.models.end(),
@@ -272,8 +273,8 @@ bool is_silenced(const Search& search, std::string_view name, int but_for) {
     return false;
 }
 
-// Whether the fault may be due only to lines that were made comments: a name that they would have declared is
-// not known, or was taken for what its first use makes it.
+// Whether the fault may be due only to lines that were made comments: a name that they would have
+// declared is not known, or was taken for what its first use makes it.
 bool is_consequence(const Search& search, const Finding& finding, const Fault& fault) {
     static const std::set<std::string_view> of_names = {"addsym-undeclared", "chksym-unknown",
                                                         "addsym-type", "addsym-dimension"};

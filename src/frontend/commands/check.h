@@ -1,11 +1,11 @@
 // All errors and warnings of one file.
 #pragma once
 
+#include "frontend/cli/options.h"
 #include "frontend/findings/finding.h"
-#include "frontend/options.h"
-#include "frontend/reading/economy.h"
-#include "frontend/reading/source.h"
-#include "frontend/reading/translator.h"
+#include "frontend/model/economy.h"
+#include "frontend/syntax/source.h"
+#include "frontend/translator/translator.h"
 
 #include <cstddef>
 #include <string>
@@ -27,8 +27,9 @@ struct Checked {
     std::vector<Translated> models;  // translated without an error, in the order of the file
 };
 
-// Translates the file and looks for what is wrong with it: after an error the failing record is made a
-// comment, and the file is translated again. Throws StartFailure where the translator cannot be run.
+// Translates the file and looks for what is wrong with it: after an error the failing record is
+// made a comment, and the file is translated again. Throws StartFailure where the translator cannot
+// be run.
 Checked check(const Source& source, const Options& options, const std::string& program,
               const Workplace& place);
 

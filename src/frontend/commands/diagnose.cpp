@@ -4,8 +4,8 @@
 #include "frontend/findings/place.h"
 #include "frontend/findings/spelling.h"
 #include "frontend/findings/wording.h"
-#include "frontend/reading/generator.h"
-#include "frontend/reading/header.h"
+#include "frontend/translator/generator.h"
+#include "frontend/translator/header.h"
 
 #include <algorithm>
 #include <optional>
@@ -48,8 +48,8 @@ const Statement* last_field(const std::vector<Statement>& statements) {
     return found == statements.rend() ? nullptr : &*found;
 }
 
-// Position of a name that addsym refused. A name can stand in a line more than once, also as a label:
-// the field's statement tells which one is meant.
+// Position of a name that addsym refused. A name can stand in a line more than once, also as a
+// label: the field's statement tells which one is meant.
 std::size_t find_refused_name(const Clues& clues, std::string_view name) {
     const std::string_view line = clues.line();
     const Statement* const field = last_field(clues.statements);
@@ -109,8 +109,8 @@ Span fault_span(const Clues& clues) {
     return mark_span(clues, mark_of(clues.code()));
 }
 
-// The line of a name's first occurrence. The translator looks one record ahead of an entry with one field,
-// and then counts that one.
+// The line of a name's first occurrence. The translator looks one record ahead of an entry with one
+// field, and then counts that one.
 int first_line(const Clues& clues, const Symbol& symbol) {
     if (symbol.references.empty()) return 0;
     const int listed = file_line(clues.source, symbol.references.front(), clues.left_out);

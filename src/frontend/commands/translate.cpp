@@ -1,8 +1,8 @@
 #include "frontend/commands/translate.h"
 
+#include "frontend/base/streams.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
-#include "frontend/streams.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -50,8 +50,8 @@ std::optional<Finding> clash(const std::string& path, const Span& span, const Fi
     return finding;
 }
 
-// Both files of a model, or none: each is written before one of them gets its name, and one that is written
-// in its place, such as a device, is the first to be.
+// Both files of a model, or none: each is written before one of them gets its name, and one that is
+// written in its place, such as a device, is the first to be.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
            const Span& span, std::string& failed) {
     Pending files[2];  // generator, header

@@ -1,11 +1,11 @@
 // Putting the outputs of a file into place.
 #pragma once
 
+#include "frontend/base/files.h"
+#include "frontend/cli/options.h"
 #include "frontend/commands/check.h"
-#include "frontend/files.h"
 #include "frontend/findings/finding.h"
-#include "frontend/options.h"
-#include "frontend/reading/source.h"
+#include "frontend/syntax/source.h"
 
 #include <map>
 #include <set>
@@ -26,14 +26,14 @@ struct Placed {
 // A path as it is compared: without "." and "..".
 std::string without_detours(const std::string& path);
 
-// Puts the files of the models that came through into place, and adds them to `placed`. What cannot be
-// is added to the findings of the file: a path of `inputs`, of another model or reserved, a file that cannot
-// be written. A model with a finding that counts as an error leaves nothing.
+// Puts the files of the models that came through into place, and adds them to `placed`. What cannot
+// be is added to the findings of the file: a path of `inputs`, of another model or reserved, a file
+// that cannot be written. A model with a finding that counts as an error leaves nothing.
 void place_outputs(const Source& source, Checked& checked, const Options& options,
                    const FileSet& inputs, Placed& placed);
 
-// The text of a depfile: all outputs left of the colon, all inputs right of it, names escaped as make
-// reads them.
+// The text of a depfile: all outputs left of the colon, all inputs right of it, names escaped as
+// make reads them.
 std::string depfile(const std::vector<std::string>& outputs,
                     const std::vector<std::string>& inputs);
 

@@ -1,8 +1,8 @@
 #include "frontend/findings/json.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/wording.h"
-#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -54,7 +54,8 @@ void append_encoded(std::string& uri, char c) {
     }
 }
 
-// A path relative to the current folder where it lies below that, as those who show a report refuse others.
+// A path relative to the current folder where it lies below that, as those who show a report refuse
+// others.
 std::string relative_path(const std::string& path) {
     std::error_code none;
     std::string folder = path.starts_with('/') ? std::filesystem::current_path(none).string() : ".";
@@ -62,7 +63,8 @@ std::string relative_path(const std::string& path) {
     return path.starts_with(folder) ? path.substr(folder.size()) : path;
 }
 
-// A finding without a path is one of the run, and stands at the current folder: each result has a place.
+// A finding without a path is one of the run, and stands at the current folder: each result has a
+// place.
 std::string uri_of(const std::string& path) {
     const std::string relative = relative_path(path);
     std::string uri = relative.starts_with('/') ? "file://" : "";

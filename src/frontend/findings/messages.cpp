@@ -1,7 +1,7 @@
 #include "frontend/findings/messages.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/findings/pattern.h"
-#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,5 @@
-// The index of messages, docs/messages.md, which is built into the program: what each code means, and
-// which code a message of the translator has.
+// The index of messages, docs/messages.md, which is built into the program: what each code means,
+// and which code a message of the translator has.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -12,7 +12,8 @@
 
 namespace orvex::frontend {
 
-// A block of an entry: a text of its example, named after what it is ("wrong", "control", "run", ...).
+// A block of an entry: a text of its example, named after what it is ("wrong", "control", "run",
+// ...).
 struct Example {
     std::string kind;
     std::string text;
@@ -43,7 +44,8 @@ struct Recognised {
     Values values;  // what stands for <name> in the message
 };
 
-// The entry whose message this is; none where the translator says something that is not in the index.
+// The entry whose message this is; none where the translator says something that is not in the
+// index.
 std::optional<Recognised> recognise(std::string_view message);
 
 // What a finding with the entry's code is, before the options have their say.

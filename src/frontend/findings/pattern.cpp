@@ -1,6 +1,6 @@
 #include "frontend/findings/pattern.h"
 
-#include "frontend/reading/bytes.h"
+#include "frontend/base/bytes.h"
 
 #include <algorithm>
 

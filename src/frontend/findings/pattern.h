@@ -1,5 +1,5 @@
-// The messages of the index as patterns: fixed texts, and <name> or <name:20> for what differs from case
-// to case.
+// The messages of the index as patterns: fixed texts, and <name> or <name:20> for what differs from
+// case to case.
 #pragma once
 
 #include <cstddef>

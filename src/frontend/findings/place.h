@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frontend/findings/finding.h"
-#include "frontend/reading/source.h"
+#include "frontend/syntax/source.h"
 
 #include <cstddef>
 #include <string>
@@ -16,7 +16,8 @@ Span whole_file(std::string path);
 // The bytes [begin, end) of a line, both from 0; the file as a whole for line 0.
 Span span_of(const Source& source, int line, std::size_t begin, std::size_t end);
 
-// The whole record of a line: from its first character that is not blank to its last, a comment behind
+// The whole record of a line: from its first character that is not blank to its last, a comment
+// behind
 // "!" left out unless it is all there is.
 Span record_span(const Source& source, int line);
 
@@ -26,7 +27,8 @@ Span name_span(const Source& source, int line, std::string_view name);
 // Position, from 0, of "LABEL:" in the line at or after `from`, or npos.
 std::size_t find_label(std::string_view line, std::string_view label, std::size_t from = 0);
 
-// A label with its colon, where it stands first or last in the line, or the record where it is not there.
+// A label with its colon, where it stands first or last in the line, or the record where it is not
+// there.
 Span label_span(const Source& source, int line, std::string_view label);
 Span last_label_span(const Source& source, int line, std::string_view label);
 

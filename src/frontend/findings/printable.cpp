@@ -1,6 +1,6 @@
 #include "frontend/findings/printable.h"
 
-#include "frontend/reading/bytes.h"
+#include "frontend/base/bytes.h"
 
 namespace orvex::frontend {
 

@@ -7,8 +7,8 @@
 
 namespace orvex::frontend {
 
-// The characters of a text, one for each that a column counts; U+FFFD for those that would change the
-// terminal, or the order of what it shows. TAB is left. They point into the text.
+// The characters of a text, one for each that a column counts; U+FFFD for those that would change
+// the terminal, or the order of what it shows. TAB is left. They point into the text.
 std::vector<std::string_view> shown_characters(std::string_view text);
 
 // The same as a text, with a blank for each TAB.

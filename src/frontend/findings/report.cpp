@@ -1,9 +1,9 @@
 #include "frontend/findings/report.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/findings/json.h"
 #include "frontend/findings/paint.h"
 #include "frontend/findings/printable.h"
-#include "frontend/reading/bytes.h"
 
 #include <algorithm>
 #include <array>

@@ -28,8 +28,8 @@ struct Summary {
 constexpr std::string_view more_errors =
     "there are more errors: the search in a file ended at the limit of `--max-errors`";
 
-// The text of each part of a report, to be written one after the other. A report without findings is
-// valid in its format. `colour` matters to text alone.
+// The text of each part of a report, to be written one after the other. A report without findings
+// is valid in its format. `colour` matters to text alone.
 std::string report_head(Format format);
 std::string report_finding(Format format, const Finding& finding, bool first, bool colour);
 std::string report_tail(Format format, const Summary& summary);

@@ -9,7 +9,8 @@ namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// The number of letters inserted, left out, replaced or swapped with their neighbour between two words.
+// The number of letters inserted, left out, replaced or swapped with their neighbour between two
+// words.
 std::size_t distance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> before;  // the row in front of the last one
     std::vector<std::size_t> last(to.size() + 1);

@@ -1,6 +1,6 @@
 #include "frontend/findings/wording.h"
 
-#include "frontend/reading/bytes.h"
+#include "frontend/base/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -24,8 +24,8 @@ std::string replaced(std::string_view text, std::string_view from, std::string_v
     return out.append(text);
 }
 
-// What is put otherwise than the translator has it. Names get their back quotes here, as the fixed text
-// of a message does not tell them from words.
+// What is put otherwise than the translator has it. Names get their back quotes here, as the fixed
+// text of a message does not tell them from words.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 22> wordings{{
     {"STOP  INVALID INPUT TO ORVEXPP", "invalid input to `orvexpp`"},
     {"SYNTAX ERROR IN $CONSTRAINT", "syntax error in `$CONSTRAINT`"},

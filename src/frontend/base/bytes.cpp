@@ -1,0 +1,100 @@
+#include "frontend/base/bytes.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr std::size_t least_room = 4096;
+
+}  // namespace
+
+bool read_all(int descriptor, std::string& bytes) {
+    struct stat status {};
+    const bool sized = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    // One byte more than the file has, so that the second read finds its end.
+    bytes.resize(sized ? static_cast<std::size_t>(status.st_size) + 1 : least_room);
+    std::size_t used = 0;
+    for (;;) {
+        if (used == bytes.size()) bytes.resize(2 * bytes.size() + least_room);
+        const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) {
+            bytes.resize(used);
+            return count == 0;
+        }
+        used += static_cast<std::size_t>(count);
+    }
+}
+
+bool read_file(const std::string& path, std::string& bytes) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool complete = read_all(file, bytes);
+    const int reason = errno;
+    ::close(file);
+    errno = reason;
+    return complete;
+}
+
+std::vector<std::string_view> lines_of(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) lines.push_back(take_line(text));
+    return lines;
+}
+
+void append_percent(std::string& text, char c) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    text += '%';
+    text += digits[byte >> 4U];
+    text += digits[byte & 15U];
+}
+
+Character decode(std::string_view text) {
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const unsigned char first = byte(0);
+    if (first < 0x80) return {first, 1};
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || length > text.size()) return {};
+    char32_t code = first & (0xFFU >> (length + 1));
+    for (std::size_t at = 1; at < length; ++at) {
+        if ((byte(at) & 0xC0U) != 0x80) return {};
+        code = (code << 6U) | (byte(at) & 0x3FU);
+    }
+    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < least[length] || code > 0x10FFFF || surrogate) return {};
+    return {code, length};
+}
+
+bool is_utf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = decode(text).length;
+        if (length == 0) return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+std::vector<std::string_view> characters_of(std::string_view text) {
+    const bool utf8 = is_utf8(text);
+    std::vector<std::string_view> characters;
+    characters.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t length = utf8 ? decode(text).length : 1;
+        characters.push_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return characters;
+}
+
+std::size_t width_of(std::string_view text) { return characters_of(text).size(); }
+
+}  // namespace orvex::frontend

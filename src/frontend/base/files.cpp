@@ -1,0 +1,153 @@
+#include "frontend/base/files.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace orvex::frontend {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool write_all(int file, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(file, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Closes the file, whose last writes may fail only now. Keeps an earlier errno.
+bool close_written(int file, bool good) {
+    const int error = errno;
+    if (::close(file) != 0 && good) return false;
+    errno = error;
+    return good;
+}
+
+bool has_text(const std::string& path, std::string_view text) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file == -1) return false;
+    char buffer[1U << 16U];
+    bool same = true;
+    for (;;) {
+        const ssize_t count = ::read(file, buffer, sizeof buffer);
+        if (count == -1 && errno == EINTR) continue;
+        if (count <= 0) {
+            same = same && count == 0 && text.empty();
+            break;
+        }
+        const std::string_view read(buffer, static_cast<std::size_t>(count));
+        same = text.starts_with(read);
+        if (!same) break;
+        text.remove_prefix(read.size());
+    }
+    ::close(file);
+    return same;
+}
+
+// Where a path leads in the end, even where nothing is there yet.
+std::string followed(const std::string& path) {
+    constexpr int most_links = 40;
+    fs::path target = path;
+    std::error_code error;
+    for (int links = 0; links < most_links && fs::is_symlink(target, error); ++links) {
+        const fs::path next = fs::read_symlink(target, error);
+        if (error) break;
+        target = target.parent_path() / next;
+    }
+    return target.string();
+}
+
+// A new hidden file in the folder of the target. -1, with errno set, where there can be none.
+int open_temporary(Pending& pending) {
+    static std::atomic<unsigned> counter = 0;
+    const std::size_t slash = pending.target.rfind('/');
+    const std::string start = pending.target.substr(0, slash == std::string::npos ? 0 : slash + 1) +
+                              ".orvex-" + std::to_string(::getpid()) + "-";
+    int file = -1;
+    do {
+        // One of that name may be left of a killed run that had the same number.
+        pending.temporary = start + std::to_string(counter++);
+        file = ::open(pending.temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    } while (file == -1 && errno == EEXIST);
+    if (file == -1) pending.temporary.clear();
+    return file;
+}
+
+}  // namespace
+
+void add_file(FileSet& files, const std::string& path) {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) == 0) files.emplace(found.st_dev, found.st_ino);
+}
+
+bool has_file(const FileSet& files, const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && files.contains({found.st_dev, found.st_ino});
+}
+
+void discard(Pending& pending) {
+    const int error = errno;
+    if (!pending.temporary.empty()) ::unlink(pending.temporary.c_str());
+    pending.temporary.clear();
+    errno = error;
+}
+
+bool prepare(const std::string& path, std::string_view text, Pending& pending) {
+    struct stat found {};
+    pending.text = text;
+    pending.target = path;
+    const bool exists = ::stat(path.c_str(), &found) == 0;
+    if (exists && S_ISDIR(found.st_mode)) {
+        errno = EISDIR;
+        return false;
+    }
+    if (exists && !S_ISREG(found.st_mode)) {
+        pending.in_place = true;
+        return true;
+    }
+    if (exists && static_cast<std::size_t>(found.st_size) == text.size() && has_text(path, text)) {
+        pending.changed = false;
+        return true;
+    }
+    if (exists && ::access(path.c_str(), W_OK) != 0) return false;
+    pending.target = followed(path);
+    const int file = open_temporary(pending);
+    if (file == -1) return false;
+    bool good = write_all(file, text);
+    if (good && exists) good = ::fchmod(file, found.st_mode & 07777U) == 0;
+    good = close_written(file, good);
+    if (!good) discard(pending);
+    return good;
+}
+
+bool commit(Pending& pending) {
+    if (!pending.changed) return true;
+    if (pending.in_place) {
+        const int file = ::open(pending.target.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+        return file != -1 && close_written(file, write_all(file, pending.text));
+    }
+    if (::rename(pending.temporary.c_str(), pending.target.c_str()) == 0) return true;
+    discard(pending);
+    return false;
+}
+
+bool put_file(const std::string& path, std::string_view text, bool& changed) {
+    Pending pending;
+    if (!prepare(path, text, pending) || !commit(pending)) return false;
+    changed = pending.changed;
+    return true;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,70 @@
+#include "frontend/base/streams.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr std::size_t much = std::size_t{1} << 16U;
+
+bool is_set(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
+void put(Stream& stream, std::string_view text) {
+    if (stream.error != 0) return;
+    stream.pending += text;
+    if (stream.pending.size() >= much) flush(stream);
+}
+
+bool flush(Stream& stream) {
+    std::string_view rest = stream.pending;
+    while (!rest.empty() && stream.error == 0) {
+        const ssize_t written = ::write(stream.descriptor, rest.data(), rest.size());
+        if (written >= 0) {
+            rest.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            stream.error = errno;
+        }
+    }
+    stream.pending.clear();
+    return stream.error == 0;
+}
+
+std::string failure_line(const Stream& stream) {
+    if (stream.error == EPIPE) return "";
+    return "error: cannot write standard output: " + system_message(stream.error) + "\n";
+}
+
+bool is_terminal(const Stream& stream) {
+    if (::isatty(stream.descriptor) == 0) return false;
+    const char* const terminal = std::getenv("TERM");
+    return terminal == nullptr || std::string_view(terminal) != "dumb";
+}
+
+bool use_colour(const Stream& stream, Colour colour) {
+    if (colour != Colour::automatic) return colour == Colour::always;
+    return is_terminal(stream) && !is_set("NO_COLOR");
+}
+
+void guard_streams() {
+    // A stand-in of the wrong direction: reading or writing it fails as it does on a closed one.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) continue;
+        if (::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY) == -1) return;
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::string system_message(int error) { return std::generic_category().message(error); }
+
+}  // namespace orvex::frontend

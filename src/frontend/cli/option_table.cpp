@@ -1,0 +1,261 @@
+#include "frontend/cli/option_table.h"
+
+#include "frontend/findings/messages.h"
+#include "frontend/findings/spelling.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr std::array commands = {
+    CommandRow{
+        Command::translate, "translate", "[OPTION...] FILE...",
+        "write the generator and header files of all models",
+        "Translates every model of each file, and puts its generator file (MODEL.GEN) and\n"
+        "header file (MODEL.HDR) into place. A file that would not change is not touched, and\n"
+        "a model with an error leaves nothing new. \"-\" is standard input.\n"},
+    CommandRow{
+        Command::check, "check", "[OPTION...] FILE|FOLDER...", "show all errors and warnings",
+        "Shows what is wrong in each file, all errors and not only the first, and leaves no\n"
+        "output. A folder is searched for *.zlm files. \"-\" is standard input.\n"},
+    CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
+               "Lists the names of each model with kind, dimension, description, declaration and\n"
+               "references.\n"},
+    CommandRow{
+        Command::graph, "graph", "[OPTION...] FILE...", "draw each model as a picture",
+        "Draws each model: its sectors, commodities, consumers and auxiliary variables, and\n"
+        "what is made, used, demanded, endowed and taxed. For most formats the picture is a\n"
+        "text.\n"},
+    CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
+               "Says what a message means and what to do, with a wrong and a corrected example.\n"
+               "CODE is the word in brackets of the message.\n"},
+    CommandRow{Command::codes, "codes", "", "list the codes of all messages",
+               "Lists the codes of all messages, each with its message.\n"},
+};
+
+constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(command); }
+
+constexpr unsigned with_output = bit(Command::translate);
+constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
+constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
+constexpr unsigned with_findings_format = with_warnings | bit(Command::info);
+constexpr unsigned with_colour = with_files | bit(Command::explain);
+
+const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github"};
+const std::vector<std::string> picture_names = {"dot", "svg", "mermaid", "json", "table"};
+const std::vector<std::string> colour_names = {"auto", "always", "never"};
+const std::vector<std::string> level_names = {"off", "warning", "error"};
+
+constexpr int most_jobs = 256;
+constexpr int most_errors = 1'000'000;
+constexpr int most_depth = 1'000'000;
+constexpr int most_models_before = 98;  // generated names show a model's number with two digits
+constexpr int most_constraints_before = 998;  // and a constraint's with three
+constexpr std::size_t longest_value = 255;    // of a line of the control file
+
+// "a, b or c".
+std::string listed(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i > 0) text += i + 1 == names.size() ? " or " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+std::string did_you_mean(std::string_view word, const std::vector<std::string>& names) {
+    const std::string name = nearest(word, names);
+    return name.empty() ? "" : ": did you mean `" + name + "`?";
+}
+
+// These take values of options, as the rows of the table do.
+std::string take_name(const std::string& value, const std::vector<std::string>& names,
+                      std::size_t& index) {
+    const auto found = std::find(names.begin(), names.end(), value);
+    index = static_cast<std::size_t>(found - names.begin());
+    if (found != names.end()) return "";
+    return "wants " + listed(names) + ", not `" + value + "`" + did_you_mean(value, names);
+}
+
+template <typename Number>
+std::string take_number(const std::string& value, int least, int most, Number& number) {
+    int read = 0;
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, read);
+    if (error != std::errc() || stop != end || read < least || read > most) {
+        return "wants a number from " + std::to_string(least) + " to " + std::to_string(most) +
+               ", not `" + value + "`";
+    }
+    number = static_cast<Number>(read);
+    return "";
+}
+
+std::string take_text(const std::string& value, std::string& text) {
+    if (value.empty()) return "wants a value that is not empty";
+    text = value;
+    return "";
+}
+
+// A text that becomes a line of the control file.
+std::string take_control_text(const std::string& value, std::string& text) {
+    const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    if (std::any_of(value.begin(), value.end(), is_control)) {
+        return "wants a text without control characters";
+    }
+    if (value.size() > longest_value) {
+        return "wants at most " + std::to_string(longest_value) + " characters";
+    }
+    return take_text(value, text);
+}
+
+std::string take_format(Options& options, const std::string& value) {
+    std::size_t index = 0;
+    if (options.command == Command::graph) {
+        std::string wrong = take_name(value, picture_names, index);
+        if (wrong.empty()) options.picture = value;
+        return wrong;
+    }
+    std::string wrong = take_name(value, format_names, index);
+    if (wrong.empty()) options.format = format_of(value).value_or(Format::text);
+    return wrong;
+}
+
+std::string take_report(Options& options, const std::string& value) {
+    const std::size_t equals = value.find('=');
+    const std::string name = value.substr(0, equals);
+    if (equals == std::string::npos) return "wants FORMAT=PATH, not `" + value + "`";
+    std::size_t index = 0;
+    std::string wrong = take_name(name, format_names, index);
+    if (!wrong.empty()) return wrong;
+    const std::string path = value.substr(equals + 1);
+    if (path.empty()) return "wants FORMAT=PATH, not `" + value + "`";
+    if (path == "-") return "writes a file: `--format " + name + "` is for the command's stream";
+    for (const auto& [format, other] : options.reports) {
+        if (other == path) return "is given twice for `" + path + "`";
+    }
+    options.reports.emplace_back(format_of(name).value_or(Format::text), path);
+    return "";
+}
+
+std::vector<std::string> warning_codes() {
+    std::vector<std::string> codes;
+    for (const MessageEntry& entry : message_index()) {
+        if (entry.ends == "finding" && entry.level == "warning") codes.push_back(entry.code);
+    }
+    return codes;
+}
+
+std::string take_warn(Options& options, const std::string& value) {
+    const std::size_t equals = value.find('=');
+    const bool for_all = equals == std::string::npos;
+    std::size_t index = 0;
+    std::string wrong = take_name(for_all ? value : value.substr(equals + 1), level_names, index);
+    if (!wrong.empty()) return wrong;
+    const std::string code = for_all ? "all" : value.substr(0, equals);
+    if (!for_all) {
+        const std::vector<std::string> codes = warning_codes();
+        if (std::find(codes.begin(), codes.end(), code) == codes.end()) {
+            const char* const known =
+                find_code(code) == nullptr ? "does not know the code `" : "is for warnings, not `";
+            return known + code + "`" + did_you_mean(code, codes);
+        }
+    }
+    options.levels[code] = static_cast<Level>(index);
+    return "";
+}
+
+std::string take_colour(Options& options, const std::string& value) {
+    std::size_t index = 0;
+    std::string wrong = take_name(value, colour_names, index);
+    if (wrong.empty()) options.colour = static_cast<Colour>(index);
+    return wrong;
+}
+
+const OptionRow option_rows[] = {
+    {"-o,--out", "DIR", with_output, "folder for the outputs (default: the current one)",
+     [](Options& o, const std::string& v) { return take_text(v, o.out); }},
+    {"--header", "PATH", with_output, "path of the header file, for one model",
+     [](Options& o, const std::string& v) { return take_text(v, o.header); }},
+    {"--depfile", "PATH", with_output, "write what the outputs depend on, for make or ninja",
+     [](Options& o, const std::string& v) { return take_text(v, o.depfile); }},
+    {"--json", "", bit(Command::info), "as JSON, one object for each model",
+     [](Options& o, const std::string&) {
+         o.json = true;
+         return std::string();
+     }},
+    {"--format", "PICTURE", bit(Command::graph),
+     "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
+    {"--focus", "NAME", bit(Command::graph), "draw only what hangs together with this name",
+     [](Options& o, const std::string& v) { return take_text(v, o.focus); }},
+    {"--depth", "N", bit(Command::graph), "and lies at most N arrows from it",
+     [](Options& o, const std::string& v) { return take_number(v, 0, most_depth, o.depth); }},
+    {"--model", "NAME", with_files, "look at the model of this name only",
+     [](Options& o, const std::string& v) { return take_text(v, o.model); }},
+    {"--format", "FORMAT", with_findings_format,
+     "findings as text (default), short, json, sarif or github", take_format},
+    {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
+     take_report},
+    {"--warn", "[CODE=]LEVEL", with_warnings,
+     "off, warning or error, for one warning or for all; repeatable", take_warn},
+    {"--error-on-warnings", "", with_warnings, "let a warning count as an error",
+     [](Options& o, const std::string&) {
+         o.error_on_warnings = true;
+         return std::string();
+     }},
+    {"--max-errors", "N", with_files, "stop after N errors in a file (default: 20; 0: no limit)",
+     [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
+    {"-j,--jobs", "N", with_warnings, "work on N files at once",
+     [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},
+    {"--first-model", "N", with_warnings, "number models from N + 1 (default: 0)",
+     [](Options& o, const std::string& v) {
+         return take_number(v, 0, most_models_before, o.first_model);
+     }},
+    {"--first-constraint", "N", with_warnings, "number constraints from N + 1 (default: 0)",
+     [](Options& o, const std::string& v) {
+         return take_number(v, 0, most_constraints_before, o.first_constraint);
+     }},
+    {"--time", "STAMP", with_warnings, "time stamp of the host's run",
+     [](Options& o, const std::string& v) { return take_control_text(v, o.time); }},
+    {"--put-file", "PATH", with_warnings, "path in the host's FILE statement (default: FILE.scr)",
+     [](Options& o, const std::string& v) { return take_control_text(v, o.put_file); }},
+    {"--stdin-filename", "NAME", with_files, "what to call standard input in messages",
+     [](Options& o, const std::string& v) { return take_text(v, o.stdin_filename); }},
+    {"--translator", "PATH", with_files, "the orvexpp to run (default: beside orvex, or in PATH)",
+     [](Options& o, const std::string& v) { return take_text(v, o.program); }},
+    {"--color", "WHEN", with_colour, "auto (default), always or never", take_colour},
+    {"-q,--quiet", "", with_files, "no summary and no progress",
+     [](Options& o, const std::string&) {
+         o.quiet = true;
+         return std::string();
+     }},
+};
+
+}  // namespace
+
+std::span<const CommandRow> command_table() { return commands; }
+
+const CommandRow& row_of(Command command) {
+    return *std::find_if(commands.begin(), commands.end(),
+                         [&](const CommandRow& row) { return row.command == command; });
+}
+
+std::span<const OptionRow> option_table() { return option_rows; }
+
+bool has_option(Command command, const OptionRow& row) {
+    return (row.commands & bit(command)) != 0;
+}
+
+std::string long_name(const OptionRow& row) {
+    const std::string_view names = row.names;
+    return std::string(names.substr(names.find("--")));
+}
+
+}  // namespace orvex::frontend

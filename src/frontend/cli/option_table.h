@@ -1,0 +1,44 @@
+// The commands and their options: what the help shows and the command line may hold.
+#pragma once
+
+#include "frontend/cli/options.h"
+
+#include <span>
+#include <string>
+
+namespace orvex::frontend {
+
+struct CommandRow {
+    Command command;
+    const char* name;
+    const char* usage;  // what follows the name
+    const char* summary;
+    const char* text;
+};
+
+// In the order of the help.
+std::span<const CommandRow> command_table();
+
+// The row of a command other than none.
+const CommandRow& row_of(Command command);
+
+struct OptionRow {
+    const char* names;  // "-j,--jobs"
+    const char* value;  // what its value is called; empty for a flag
+    unsigned commands;  // those that have it, a bit for each
+    const char* text;
+    // Takes the value, and says what is wrong with it, behind the option's name; nothing where all
+    // is well.
+    std::string (*take)(Options&, const std::string&);
+};
+
+// In the order of the help. An option that is not the same for all its commands has a row for each
+// kind.
+std::span<const OptionRow> option_table();
+
+bool has_option(Command command, const OptionRow& row);
+
+// "--jobs" of "-j,--jobs".
+std::string long_name(const OptionRow& row);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,193 @@
+#include "frontend/cli/reporter.h"
+
+#include "frontend/base/files.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+
+namespace orvex::frontend {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// Progress is for work that takes longer than a moment, and changes no faster than it can be read.
+constexpr milliseconds moment{1000};
+constexpr milliseconds step{100};
+
+constexpr std::string_view erase_line = "\r\x1b[K";
+
+// Those errors say that the work could not be done, not that a model is wrong.
+int status_of(std::string_view code) {
+    constexpr std::string_view failures[] = {
+        "file-unreadable", "graphviz-run", "output-write", "translator-start",
+        "unit-read",       "unit-write",   "usage"};
+    return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
+}
+
+// Findings are what check is for; the other commands have another product, or none, on standard
+// output.
+Stream& findings_stream(Reporter& reporter) {
+    const Command command = reporter.options.command;
+    return command == Command::translate || command == Command::info || command == Command::graph
+               ? reporter.err
+               : reporter.out;
+}
+
+void write(Reporter& reporter, Report& report, std::string_view text) {
+    if (report.path.empty()) {
+        put(findings_stream(reporter), text);
+    } else {
+        report.text += text;
+    }
+}
+
+bool for_people(Format format) { return format == Format::text || format == Format::brief; }
+
+// "1 error, 2 warnings in 3 files"; empty where there is nothing to say.
+std::string verdict(const Reporter& reporter) {
+    const Summary& summary = reporter.summary;
+    const std::string files = counted(summary.files, "file");
+    if (summary.errors + summary.warnings == 0) {
+        return reporter.options.command == Command::check
+                   ? "checked " + files + ": no errors, no warnings"
+                   : "";
+    }
+    std::string text;
+    if (summary.errors > 0) text = counted(summary.errors, "error");
+    if (summary.warnings > 0) {
+        text += (text.empty() ? "" : ", ") + counted(summary.warnings, "warning");
+    }
+    text += " in " + files;
+    if (summary.more) {
+        text += "; there are more: `--max-errors " + std::to_string(reporter.options.max_errors) +
+                "` ends the search in a file";
+    }
+    return text;
+}
+
+void tell(Reporter& reporter, const std::string& news) {
+    if (reporter.options.quiet || !for_people(reporter.options.format)) return;
+    if (!reporter.first_code.empty() && reporter.options.format == Format::text) {
+        put(reporter.err, "for more about an error: orvex explain " + reporter.first_code + "\n");
+    }
+    if (!news.empty()) put(reporter.err, news + "\n");
+    const std::string text = verdict(reporter);
+    if (!text.empty()) put(reporter.err, text + "\n");
+}
+
+void write_report_files(Reporter& reporter) {
+    for (std::size_t i = 1; i < reporter.reports.size(); ++i) {
+        Report& report = reporter.reports[i];
+        bool changed = false;
+        const std::string text = report.text + report_tail(report.format, reporter.summary);
+        if (put_file(report.path, text, changed)) continue;
+        const int error = errno;
+        show(reporter,
+             failure("output-write", "cannot write `" + report.path + "`: " + system_message(error),
+                     whole_file(report.path)));
+    }
+}
+
+}  // namespace
+
+std::string counted(std::size_t count, const std::string& thing) {
+    return (count == 0 ? "no" : std::to_string(count)) + " " + thing + (count == 1 ? "" : "s");
+}
+
+void begin(Reporter& reporter) {
+    const Options& options = reporter.options;
+    Report on_stream;
+    on_stream.format = options.format;
+    on_stream.colour = use_colour(findings_stream(reporter), options.colour);
+    reporter.reports.push_back(on_stream);
+    for (const auto& [format, path] : options.reports) {
+        Report report;
+        report.format = format;
+        report.path = path;
+        reporter.reports.push_back(report);
+    }
+    for (Report& report : reporter.reports) write(reporter, report, report_head(report.format));
+    reporter.shown = steady_clock::now() + moment - step;
+    reporter.progress = !options.quiet && for_people(options.format) && is_terminal(reporter.err);
+}
+
+void show(Reporter& reporter, const Finding& finding) {
+    hide_progress(reporter);
+    Summary& summary = reporter.summary;
+    if (finding.severity == Severity::error) {
+        ++summary.errors;
+        summary.status = std::max(summary.status, status_of(finding.code));
+        if (reporter.first_code.empty()) reporter.first_code = finding.code;
+    } else if (finding.severity == Severity::warning) {
+        ++summary.warnings;
+        if (reporter.options.error_on_warnings) summary.status = std::max(summary.status, 1);
+    }
+    for (Report& report : reporter.reports) {
+        write(reporter, report,
+              report_finding(report.format, finding, report.first, report.colour));
+        report.first = false;
+    }
+}
+
+void show_usage(Reporter& reporter, const std::string& text, const std::string& hint) {
+    Finding finding;
+    finding.code = "usage";
+    finding.message = text;
+    if (!hint.empty()) finding.remarks.push_back({Severity::help, hint, {}});
+    show(reporter, finding);
+}
+
+void show_progress(Reporter& reporter, std::size_t done, std::size_t count) {
+    if (!reporter.progress || done == count) return;
+    const auto now = steady_clock::now();
+    if (now - reporter.shown < step) return;
+    reporter.shown = now;
+    reporter.progress_on = true;
+    put(reporter.err,
+        std::string(erase_line) + std::to_string(done) + " of " + counted(count, "file"));
+    flush(reporter.err);
+}
+
+void hide_progress(Reporter& reporter) {
+    if (!reporter.progress_on) return;
+    reporter.progress_on = false;
+    put(reporter.err, erase_line);
+    flush(reporter.err);
+}
+
+int end(Reporter& reporter, const std::string& news) {
+    hide_progress(reporter);
+    write_report_files(reporter);
+    Report& report = reporter.reports.front();
+    write(reporter, report, report_tail(report.format, reporter.summary));
+    const bool good = flush(reporter.out);
+    tell(reporter, news);
+    if (!good) {
+        reporter.summary.status = 2;
+        put(reporter.err, failure_line(reporter.out));
+    }
+    flush(reporter.err);
+    return reporter.summary.status;
+}
+
+int report_usage(const Options& options, const std::string& text, const std::string& hint) {
+    Reporter reporter;
+    reporter.options = options;
+    reporter.options.reports.clear();
+    if (for_people(options.format)) {
+        put(reporter.err, "error: " + text + "\n");
+        if (!hint.empty()) put(reporter.err, "help: " + hint + "\n");
+        flush(reporter.err);
+        return 2;
+    }
+    begin(reporter);
+    show_usage(reporter, text, hint);
+    return end(reporter, "");
+}
+
+}  // namespace orvex::frontend

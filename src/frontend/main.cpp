@@ -1,0 +1,78 @@
+// orvex, the program for people: it checks and translates ORVEX models and shows what is in them.
+#include "frontend/base/streams.h"
+#include "frontend/cli/command_line.h"
+#include "frontend/cli/inputs.h"
+#include "frontend/cli/reporter.h"
+#include "frontend/commands/explain.h"
+#include "frontend/commands/session.h"
+#include "frontend/findings/messages.h"
+#include "frontend/findings/spelling.h"
+
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+int print(const std::string& text, int status) {
+    Stream out;
+    put(out, text);
+    if (flush(out)) return status;
+    Stream err{2, failure_line(out), 0};
+    flush(err);
+    return 2;
+}
+
+int explain_codes(const Options& options) {
+    std::string text;
+    for (const std::string& code : options.files) {
+        const std::string entry = explain(code, use_colour(Stream(), options.colour));
+        if (entry.empty()) {
+            std::vector<std::string> codes;
+            for (const MessageEntry& known : message_index()) codes.push_back(known.code);
+            const std::string near = nearest(code, codes);
+            throw UsageError{
+                "there is no code `" + code + "`",
+                near.empty() ? "`orvex codes` lists the codes" : "did you mean `" + near + "`?"};
+        }
+        if (!text.empty()) text += "\n";
+        text += entry;
+    }
+    return print(text, 0);
+}
+
+int run(int argc, char** argv) {
+    const ParsedCommandLine parsed = parse_command_line(argc, argv);
+    const Options& options = parsed.options;
+    if (parsed.done) {
+        return parsed.status == 0 ? print(parsed.text, 0)
+                                  : report_usage(options, parsed.text, parsed.hint);
+    }
+    try {
+        switch (options.command) {
+        case Command::explain: return explain_codes(options);
+        case Command::codes: return print(list_codes(), 0);
+        default: return run_command(options);
+        }
+    } catch (const UsageError& error) {
+        return report_usage(options, error.text, error.hint);
+    }
+}
+
+}  // namespace
+
+}  // namespace orvex::frontend
+
+int main(int argc, char** argv) {
+    using namespace orvex::frontend;
+    guard_streams();
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        Stream err{2, std::string("error: ") + error.what() + "\n", 0};
+        flush(err);
+        return 2;
+    }
+}

@@ -1,0 +1,53 @@
+// What a header file says of its model: its variables, its constraints, the numbered lines of the
+// input and the symbol listing.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+enum class Kind { sector, commodity, consumer, auxiliary, parameter, report, set };
+
+// "sector", "commodity", ...: as messages call it; and with its article, "a sector", "an auxiliary
+// variable".
+std::string_view kind_name(Kind kind);
+std::string_view kind_with_article(Kind kind);
+
+// A sector, commodity, consumer or auxiliary variable.
+bool is_variable(Kind kind);
+
+// A line of the list of variables, in the order of the declarations and report records.
+struct Variable {
+    std::string entry;        // name and arguments as written, "Y(S)"
+    std::string description;  // without the blanks around it
+};
+
+struct Symbol {
+    std::string name;
+    Kind kind = Kind::set;
+    std::vector<int> references;  // lines in the translator's count, ascending, repeated as listed
+};
+
+struct Header {
+    std::vector<Variable> variables;
+    std::vector<std::string>
+        constraints;              // the auxiliary variable of each, from the MODEL statement
+    std::string constraint_text;  // the text under "Constraints:", equations and bodies
+    int first_line = 0;           // the first and the last numbered line of the listing, in
+    int last_line = 0;            // the translator's count; 0 and 0 where there is none
+    std::vector<Symbol> symbols;
+    bool references_lost = false;  // more than the translator can list, or numbers too wide for it
+};
+
+// Reads a header file, complete or with an error block at its end. One that holds an error block
+// alone gives an empty Header. `lines_before` is the number of lines that the run had read before
+// this model: it tells the numbers above 99999, which the listing shows as asterisks. References
+// above 99999 are left out.
+Header read_header(std::string_view text, int lines_before);
+
+// The symbol of that name, or null.
+const Symbol* find_symbol(const Header& header, std::string_view name);
+
+}  // namespace orvex::frontend

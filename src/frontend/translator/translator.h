@@ -1,0 +1,66 @@
+// One run of the translator, as the host starts it: a control file in a private folder, and what
+// the run leaves there.
+#pragma once
+
+#include "frontend/base/process.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws StartFailure
+// where none can be made.
+class Workplace {
+  public:
+    Workplace();
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace(Workplace&&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+    Workplace& operator=(Workplace&&) = delete;
+
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
+};
+
+// What the control file says beside the input and the error file.
+struct RunSettings {
+    std::string put_file;      // SCR: the path in the host's FILE statement
+    std::string time;          // TIM: blank for none
+    int first_model = 0;       // NMO
+    int first_constraint = 0;  // NCO
+};
+
+// The two files of one model.
+struct ModelOutput {
+    std::string name;
+    std::string generator;
+    std::string header;
+    bool complete = false;  // both files are there, and the header file has no error block
+};
+
+struct RunResult {
+    std::string err;      // standard error
+    bool failed = false;  // an error file was written
+    std::string message;  // its message, and the last line read, as the translator wrote them
+    std::string last_record;
+    std::vector<ModelOutput>
+        models;  // those the run got to, in their order; the last may have failed
+};
+
+// The program to run: `given` where it is not empty, else orvexpp beside this program, else along
+// PATH. Throws StartFailure where there is none.
+std::string find_translator(const std::string& given);
+
+// Translates `input` with the program in the folder and reads what it wrote; `names` are those of
+// the models that the input has, in their order. The folder is empty again afterwards. Throws
+// StartFailure where the program cannot be run, ends by a signal or with another status than 0, or
+// says on its standard output why it could not begin (its words are the reason).
+RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
+                         const std::vector<std::string>& names, const RunSettings& settings);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,19 @@
+// info and graph as JSON.
+#pragma once
+
+#include "frontend/model/economy.h"
+#include "frontend/views/graph.h"
+
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// Each is one line with its end. docs/data.schema.json describes them.
+std::string info_json(const Economy& economy, std::string_view path);
+std::string graph_json(const Graph& graph);
+
+// A text as UTF-8: one that is not is taken as Latin-1. Control characters become blanks.
+std::string as_utf8(std::string_view text);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,104 @@
+#include "frontend/views/mermaid.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+// What opens and closes the label of a node: its shape.
+std::pair<std::string_view, std::string_view> shape(Kind kind) {
+    switch (kind) {
+    case Kind::sector: return {"[", "]"};
+    case Kind::commodity: return {"([", "])"};
+    case Kind::consumer: return {"{{", "}}"};
+    default: return {"{", "}"};
+    }
+}
+
+std::string_view class_of(const Node& node) {
+    switch (node.kind) {
+    case Kind::sector: return "sector";
+    case Kind::commodity: return "commodity";
+    case Kind::consumer: return "consumer";
+    default: return node.constraint ? "determined" : "auxiliary";
+    }
+}
+
+std::string_view arrow_of(Flow flow) {
+    switch (flow) {
+    case Flow::makes:
+    case Flow::endows: return "==>";
+    case Flow::uses:
+    case Flow::demands: return "-->";
+    case Flow::taxes: return "-.->";
+    case Flow::sets: return "-.-o";
+    }
+    return {};
+}
+
+// A text in double quotes. What means something to Mermaid or to the page stands as an entity; the
+// parts of a label stand under each other.
+std::string quoted(std::string_view text) {
+    constexpr std::string_view special = "\"#&<>`;\\";
+    std::string result = "\"";
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == ';' && i + 1 < text.size() && text[i + 1] == ' ') {
+            result += "<br/>";
+            ++i;
+        } else if (special.find(c) != std::string_view::npos) {
+            result += '#';
+            result += std::to_string(static_cast<int>(c));
+            result += ';';
+        } else {
+            result += c;
+        }
+    }
+    if (text.empty()) result += ' ';  // nothing at all is refused
+    return result + '"';
+}
+
+// A line for each kind of arrow that occurs, with the numbers of its arrows.
+void put_colours(const Graph& graph, std::string& out) {
+    for (const FlowRow& row : flow_table) {
+        std::string numbers;
+        for (std::size_t i = 0; i < graph.edges.size(); ++i) {
+            if (graph.edges[i].flow != row.flow) continue;
+            if (!numbers.empty()) numbers += ',';
+            numbers += std::to_string(i);
+        }
+        if (numbers.empty()) continue;
+        out += "    linkStyle " + numbers + " stroke:" + std::string(row.colour) + "\n";
+    }
+}
+
+}  // namespace
+
+std::string mermaid_text(const Graph& graph) {
+    std::string out = "flowchart LR\n";
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        const Node& node = graph.nodes[i];
+        const auto [opening, closing] = shape(node.kind);
+        out += "    n" + std::to_string(i + 1) + std::string(opening) + quoted(node.label) +
+               std::string(closing) + ":::" + std::string(class_of(node)) + '\n';
+    }
+    for (const Edge& edge : graph.edges) {
+        out += "    n" + std::to_string(edge.from + 1) + ' ' + std::string(arrow_of(edge.flow));
+        if (!edge.label.empty()) out.append("|").append(quoted(edge.label)).append("|");
+        out += " n" + std::to_string(edge.to + 1) + '\n';
+    }
+    put_colours(graph, out);
+    return out +
+           "    classDef sector fill:#DCE9F5,stroke:#444444,color:#000000\n"
+           "    classDef commodity fill:#FFFFFF,stroke:#444444,color:#000000\n"
+           "    classDef consumer fill:#FBE6CF,stroke:#444444,color:#000000\n"
+           "    classDef auxiliary fill:#EEEEEE,stroke:#444444,color:#000000\n"
+           "    classDef determined fill:#EEEEEE,stroke:#444444,color:#000000,"
+           "stroke-width:3px\n";
+}
+
+}  // namespace orvex::frontend
