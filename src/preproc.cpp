@@ -22,7 +22,7 @@ Line time;
 int nmodel = 0;
 int nconst = 0;
 
-Text<31> model;
+Text<notation::model_name_columns> model;
 Text<5> unit;
 bool startf = false;
 
@@ -30,10 +30,10 @@ Line record;
 Line lstrec;
 Line descrp;
 int lineno = 0;
-Text<12> keywrd;
+Text<notation::keyword_columns> keywrd;
 bool funrec = false;
 
-Text<20> label;
+Text<notation::label_columns> label;
 Line field;
 Line condtn;
 Line root;

@@ -3,6 +3,7 @@
 // reset_model() a model, its clean beginning.
 #pragma once
 
+#include "notation/limits.h"
 #include "text.h"
 
 #include <array>
@@ -11,17 +12,17 @@
 namespace orvex {
 
 // Capacities
-constexpr int maxsym = 1000;   // symbols of a model
-constexpr int maxname = 65;    // characters of a symbol or set name
-constexpr int maxref = 10000;  // references of a model
-constexpr int maxset = 1000;   // active sets
-constexpr int maxarg = 7;      // own arguments of a field
-constexpr int maxslot = 20;    // argument slots
-constexpr int maxline = 255;   // characters of a record and of a generated line
+constexpr int maxsym = notation::most_symbols;      // symbols of a model
+constexpr int maxname = notation::name_columns;     // characters of a symbol or set name
+constexpr int maxref = 10000;                       // references of a model
+constexpr int maxset = notation::most_active_sets;  // active sets
+constexpr int maxarg = notation::most_arguments;    // own arguments of a field
+constexpr int maxslot = 20;                         // argument slots
+constexpr int maxline = notation::record_columns;  // characters of a record and of a generated line
 
 using Line = Text<maxline>;
 using Name = Text<maxname>;
-using Argument = Text<80>;
+using Argument = Text<notation::argument_columns>;
 
 // A table whose entries are counted from 1. Entry 0 stands for "none" and holds nothing.
 template <typename Entry, int count>
@@ -51,23 +52,24 @@ extern int nmodel;      // number of the current model
 extern int nconst;      // number of the latest constraint
 
 // The model: set at its start
-extern Text<31> model;  // its name; before its start, the name to look for (blank: any)
-extern Text<5> unit;    // the put file's name in generated text
-extern bool startf;     // a report block has begun: no new variables from here on
+extern Text<notation::model_name_columns>
+    model;            // its name; before its start, the name to look for (blank: any)
+extern Text<5> unit;  // the put file's name in generated text
+extern bool startf;   // a report block has begun: no new variables from here on
 
 // The record: set by the record reader, consumed by the field splitter
-extern Line record;      // the current record, upper case, without its comment
-extern Line lstrec;      // the last line as read
-extern Line descrp;      // the record's comment, behind its first "!"
-extern int lineno;       // number of input lines read through getrec, over all models
-extern Text<12> keywrd;  // keyword of the current keyword record
-extern bool funrec;      // the fields belong to a block's opening record or its continuations
+extern Line record;  // the current record, upper case, without its comment
+extern Line lstrec;  // the last line as read
+extern Line descrp;  // the record's comment, behind its first "!"
+extern int lineno;   // number of input lines read through getrec, over all models
+extern Text<notation::keyword_columns> keywrd;  // keyword of the current keyword record
+extern bool funrec;  // the fields belong to a block's opening record or its continuations
 
 // The field: set by parse, or by the declaration reader
-extern Text<20> label;  // its label, without the colon
-extern Line field;      // its value
-extern Line condtn;     // its condition in parentheses, or blank
-extern Line root;       // the name part of its value, or a parenthesised expression
+extern Text<notation::label_columns> label;  // its label, without the colon
+extern Line field;                           // its value
+extern Line condtn;                          // its condition in parentheses, or blank
+extern Line root;  // the name part of its value, or a parenthesised expression
 extern Table<Argument, maxslot>
     arg;           // own arguments from entry 1 on, extra indices from maxarg + 1 on
 extern int narg;   // own arguments

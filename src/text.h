@@ -6,6 +6,8 @@
 // without a message. Texts hold bytes: any value, NUL included.
 #pragma once
 
+#include "notation/characters.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -16,25 +18,13 @@
 
 namespace orvex {
 
-using View = std::string_view;
-
-constexpr char blank_char = ' ';
-
-// Letters are the 26 of ASCII; no locale is asked.
-constexpr char upper_letter(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-constexpr char lower_letter(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+using notation::blank_char;
+using notation::lower_letter;
+using notation::trimmed;
+using notation::upper_letter;
+using notation::View;
 
 inline int length_of(View view) { return static_cast<int>(view.size()); }
-
-// The view without its trailing blanks.
-constexpr View trimmed(View view) {
-    while (!view.empty() && view.back() == blank_char) view.remove_suffix(1);
-    return view;
-}
 
 // What a piece of a text may be given as. A literal's length is known without a call.
 constexpr View piece_of(View view) { return view; }

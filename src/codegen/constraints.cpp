@@ -2,7 +2,8 @@
 
 #include "codegen/writer.h"
 #include "input/records.h"
-#include "input/textops.h"
+#include "notation/constraints.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/table.h"
@@ -11,15 +12,6 @@
 namespace orvex {
 
 namespace {
-
-// Cuts the text from the first such character to the end off `name`, and returns it.
-Line cut_from(Line& name, char mark) {
-    const int position = name.find(mark);
-    if (position == 0) return {};
-    const Line tail = name.from(position);
-    name.blank_from(position);
-    return tail;
-}
 
 void write_equation_head(View number, const Line& variable, View arguments, View condition) {
     const auto equation = joined<maxline>({number, arguments});
@@ -37,15 +29,13 @@ int copy_body() {
             write_line(kcon, {";"});
             return 1;
         }
-        if (record.contains(';')) {
-            write_line(kcon, {record});
-            return getrec();
-        }
-        if (record[1] == '$') {
+        const notation::BodyRecord kind = notation::body_record(record);
+        if (kind == notation::BodyRecord::outside) {
             write_line(kcon, {";"});
             return 0;
         }
         write_line(kcon, {record});
+        if (kind == notation::BodyRecord::last) return getrec();
     }
 }
 
@@ -55,15 +45,12 @@ int conblk() {
     endblk();
     ++nconst;
     const auto number = joined<6>({"EQ_", zero_filled<3>(nconst)});
-    const int colon = record.find(':');
-    if (colon == 0) pperror(" *** CONBLK: SYNTAX ERROR IN $CONSTRAINT.");
-
-    Line variable = record.from(colon + 1);
-    if (const int start = firstnonblank(variable); start != 0) variable = variable.from(start);
-    const Line condition = cut_from(variable, '$');
-    const Line arguments = cut_from(variable, '(');
+    const notation::ConstraintCut cut = notation::cut_constraint(record);
+    if (cut.fault != notation::Fault::none) pperror(" *** CONBLK: SYNTAX ERROR IN $CONSTRAINT.");
+    const Line variable = cut.variable.in(record);
+    const Line arguments = cut.arguments.in(record);
+    const Line condition = cut.condition.in(record);
     chksym(variable, 'V');
-
     write_line(kmdl, {"     ", number, ".", variable});
     write_equation_head(number, variable, arguments, condition);
     return copy_body();

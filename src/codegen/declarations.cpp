@@ -7,44 +7,24 @@
 #include "input/fields.h"
 #include "input/records.h"
 #include "input/values.h"
+#include "notation/arguments.h"
+#include "notation/keywords.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "symbols/table.h"
 #include "unit.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace orvex {
 
 namespace {
 
-constexpr int prefix_length = 6;
-
-struct Declaration {
-    View prefix;   // the first six characters of the keyword
-    View keyword;  // the whole keyword, where only that will do; else blank
-    char symtyp;
-    View level;  // the default level, or blank for none
-};
-
-constexpr Declaration declarations[] = {
-    {"SECTOR", "", 'A', "1"}, {"ACTIVI", "", 'A', "1"},          {"COMMOD", "", 'P', "1"},
-    {"PRICES", "", 'P', "1"}, {"MARKET", "", 'P', "1"},          {"CONSUM", "", 'C', ""},
-    {"INCOME", "", 'C', ""},  {"AUXILI", "AUXILIARY", 'V', "0"},
-};
-
-const Declaration* find_prefix(View keyword) {
-    const View prefix = keyword.substr(0, prefix_length);
-    const auto* const found =
-        std::find_if(std::begin(declarations), std::end(declarations),
-                     [prefix](const Declaration& row) { return row.prefix == prefix; });
-    return found == std::end(declarations) ? nullptr : found;
-}
-
-// The row that gives type and level. A keyword such as AUXILIARIES opens a block without them.
-const Declaration* find_declaration(View keyword) {
-    const Declaration* const row = find_prefix(keyword);
-    return row == nullptr || row->keyword.empty() || row->keyword == keyword ? row : nullptr;
+// The row that gives type and level, or null: a keyword such as AUXILIARIES opens a block without
+// them.
+const notation::Keyword* find_declaration(View keyword) {
+    const notation::Keyword* const row = notation::find_keyword(keyword);
+    return row != nullptr && notation::gives_type(*row, keyword) ? row : nullptr;
 }
 
 // The field in the header file's variable list. The description belongs to the record's last name,
@@ -59,7 +39,7 @@ void write_name() {
 }
 
 // The header line of the field, and its default level, if the keyword gives one.
-void wrtlvl(const Declaration* row) {
+void wrtlvl(const notation::Keyword* row) {
     write_name();
     if (row == nullptr || row->level.empty()) return;
     const int open = field.find('(');
@@ -77,7 +57,7 @@ void close_levels() {
 }
 
 // One name with its set arguments and condition.
-void declare_field(const Declaration* row) {
+void declare_field(const notation::Keyword* row) {
     freefd();
     condtn.clear();
     if (const int mark = field.find('$'); mark != 0) chkcnd(mark);
@@ -88,7 +68,7 @@ void declare_field(const Declaration* row) {
     sloop();
     dumeqn();
     condtn.clear();
-    if (row != nullptr) addsym(row->symtyp);
+    if (row != nullptr) addsym(row->type);
     chrfld("", Put::new_line);
     close_levels();
 }
@@ -98,7 +78,7 @@ Line distinct_sets() {
     const auto first = arg.begin() + 1;
     Line list = "(";
     for (auto name = first; name != first + narg; ++name) {
-        if ((*name)[1] == '"' || std::find(first, name, *name) != name) continue;
+        if (notation::is_element(*name) || std::find(first, name, *name) != name) continue;
         list.append(*name, ",");
     }
     return list;
@@ -106,16 +86,14 @@ Line distinct_sets() {
 
 }  // namespace
 
-bool is_declaration(View keyword) { return find_prefix(keyword) != nullptr; }
-
 int decblk() {
     endblk();
     output = joined<maxline>({"PUT'$", keywrd, ":'/;"});
     wrtzlm();
-    const Declaration* const row = find_declaration(keywrd);
+    const notation::Keyword* const row = find_declaration(keywrd);
     for (;;) {
         if (getrec() != 0) return 1;
-        if (record[1] == '$') return 0;
+        if (notation::record_start(record) == notation::RecordStart::keyword) return 0;
         while (!record.is_blank()) declare_field(row);
     }
 }

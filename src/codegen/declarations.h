@@ -4,12 +4,7 @@
 //      Y(S,T)   X$(ORD(T) GT 1)   ! description of the last name
 #pragma once
 
-#include "text.h"
-
 namespace orvex {
-
-// Does the keyword open a declaration block? Its first six characters decide.
-bool is_declaration(View keyword);
 
 // Reads the records of the declaration block of `keywrd`, up to the next one that begins with "$".
 // Each name goes to the symbol table, to the header file's variable list, to the default levels, to

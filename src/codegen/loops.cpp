@@ -1,6 +1,7 @@
 #include "codegen/loops.h"
 
 #include "codegen/writer.h"
+#include "notation/arguments.h"
 #include "preproc.h"
 #include "stop.h"
 
@@ -12,8 +13,6 @@ namespace orvex {
 namespace {
 
 Argument& argument(int number) { return arg[static_cast<std::size_t>(number)]; }
-
-bool is_quoted(const Argument& text) { return text[1] == '"'; }
 
 // The active set of that name, which has no trailing blanks, or null.
 const Name* find_active(View name) {
@@ -38,7 +37,7 @@ Line new_set_list() {
     Line list = "(";
     for (int i = 1; i <= narg + nxarg; ++i) {
         const Argument& name = argument(i);
-        if (is_quoted(name) || name.contains('+') || name.contains('-')) continue;
+        if (notation::argument_kind(name) != notation::ArgumentKind::set) continue;
         if (name.length() > maxname) {
             ppstop(joined<maxline>({" *** SLOOP: set name length exceeds max of 65: ", name}));
         }
@@ -84,21 +83,19 @@ void sloop() {
 void leadlg() {
     for (int i = 1; i <= narg; ++i) {
         const Argument& text = argument(i);
-        const int plus = text.find('+');
-        const int minus = text.find('-');
-        if (plus == 0 && minus == 0) continue;
-        if (is_quoted(text) || text.contains("++") || text.contains("--")) continue;
-        if (plus != 0 && minus != 0) {
+        const notation::Shift shift = notation::shift_of(text);
+        if (!shift.guarded) continue;
+        if (shift.both) {
             pperror(joined<maxline>({" *** ORVPP: Both lead and lag operators: ", text}));
         }
-        guard_shift(text, plus + minus);
+        guard_shift(text, static_cast<int>(shift.at) + 1);
     }
 }
 
 void chkset() {
     for (int i = 1; i <= narg; ++i) {
         const Argument& text = argument(i);
-        if (is_quoted(text) || find_active(text) != nullptr) continue;
+        if (notation::is_element(text) || find_active(text) != nullptr) continue;
         pperror(joined<maxline>({" *** CHKSET: unrecognized set argument: ", text}));
     }
 }

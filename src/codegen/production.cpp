@@ -5,23 +5,14 @@
 #include "input/fields.h"
 #include "input/records.h"
 #include "input/values.h"
+#include "notation/labels.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "stop.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace orvex {
 
 namespace {
-
-// Labels that name something also in a later field of an entry; any other labels a value there.
-constexpr View name_labels[] = {"N", "A", "R", "Z", "PROD", "I", "O"};
-
-bool is_name_label() {
-    return std::any_of(std::begin(name_labels), std::end(name_labels),
-                       [](View name) { return label.view() == name; });
-}
 
 // Closes what the entry before has opened, down to the block's own levels.
 void return_to_block_level() {
@@ -38,19 +29,19 @@ void return_to_block_level() {
 // Opens the guard of an entry whose second field is a quantity: the next one in `record`.
 void guard_by_quantity() {
     const LabelledField next = leftmost_field(record);
-    if (next.label == "Q") ifblck(next.value);
+    if (next.label == notation::quantity_label) ifblck(next.value);
 }
 
 // Opens the entry's guard, if it has one. An entry of one field looks for its quantity in a
 // continuation record, so the next record may be read.
 EntryEnd guard_entry() {
-    if (label == "K") {
+    if (label == notation::guard_label) {
         ifblck(field);
     } else if (!record.is_blank()) {
         guard_by_quantity();
     } else if (getrec() != 0) {
         return EntryEnd::input_end;
-    } else if (record[1] != '+') {
+    } else if (notation::record_start(record) != notation::RecordStart::continuation) {
         return EntryEnd::read_ahead;
     } else {
         guard_by_quantity();
@@ -62,7 +53,7 @@ EntryEnd guard_entry() {
 // open; without, the one field is looped. Returns whether that loop is to be closed behind the
 // field.
 bool open_label_loop() {
-    const int mark = label.find(".TL");
+    const int mark = label.find(notation::element_label);
     if (mark == 0) return false;
     if (narg > 0) {
         sloop();
@@ -99,7 +90,7 @@ EntryEnd newrec() {
     sloop();
     const EntryEnd end = guard_entry();
     condtn.clear();
-    if (label == "K") {
+    if (label == notation::guard_label) {
         numfld();
     } else {
         chrfld(label, Put::new_line);
@@ -113,7 +104,7 @@ void oldrec() {
         parse();
         const bool loop_is_open = open_label_loop();
         chkset();
-        if (!funrec && is_name_label()) {
+        if (!funrec && notation::names_later(label)) {
             chrfld(label, Put::continuation);
         } else {
             numfld();

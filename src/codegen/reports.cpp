@@ -6,6 +6,8 @@
 #include "input/fields.h"
 #include "input/records.h"
 #include "input/values.h"
+#include "notation/labels.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "stop.h"
 #include "unit.h"
@@ -23,7 +25,7 @@ void write_statement(View text) {
 // as reports are written. No set is active before it, since every record is a block of its own.
 void report_variable() {
     parse();
-    if (label != "V") pperror(" *** REPBLK: first report field must be V");
+    if (label != notation::report_label) pperror(" *** REPBLK: first report field must be V");
     sloop();
     write_line(khdr, {field});
     condtn =
@@ -34,13 +36,15 @@ void report_variable() {
 }
 
 void check_second_label() {
-    if (label == "I" || label == "O" || label == "D" || label == "W") return;
+    const notation::Label* const row = notation::find_label(label);
+    if (row != nullptr && row->reported) return;
     pperror(
         joined<maxline>({"*** REPBLK: 2nd report field must be I:, O:, D: or W:. Find: ", label}));
 }
 
 void check_third_label() {
-    if (label == "PROD" || label == "DEMAND") return;
+    const notation::Label* const row = notation::find_label(label);
+    if (row != nullptr && row->owns) return;
     const auto padded = label.padded();
     pperror(joined<maxline>(
         {" *** REPBLK: 3rd report field ", whole(padded), " is not PROD or DEMAND."}));
@@ -73,11 +77,11 @@ int repblk() {
     write_statement("PUT / '$REPORT:'/;");
     for (;;) {
         const int end = getrec();
-        if (end != 0 || record[1] == '$') {
+        if (end != 0 || notation::record_start(record) == notation::RecordStart::keyword) {
             write_statement(");");
             return end;
         }
-        if (record[1] == '+')
+        if (notation::record_start(record) == notation::RecordStart::continuation)
             pperror(" *** REPBLK: continuation records not permitted in $REPORT:");
         report_record();
         endblk();

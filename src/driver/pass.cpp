@@ -8,13 +8,12 @@
 #include "driver/files.h"
 #include "driver/start.h"
 #include "input/records.h"
+#include "notation/keywords.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/listing.h"
 #include "unit.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace orvex {
 
@@ -23,13 +22,6 @@ namespace {
 // What the pass does next: block writers read ahead, so the record to go on with may be there
 // already.
 enum class Next { read, dispatch, end_of_model };
-
-constexpr View options[] = {"PEPS", "EULCHK", "WALCHK", "DATECH", "FUNLOG", "DIAGNL", "ECHOP"};
-
-bool is_option() {
-    return std::any_of(std::begin(options), std::end(options),
-                       [](View option) { return keywrd == option; });
-}
 
 Next after_block(int end_of_input) {
     return end_of_input == 1 ? Next::end_of_model : Next::dispatch;
@@ -63,24 +55,38 @@ Next dispatch_report() {
     return after_block(repblk());
 }
 
-Next dispatch_keyword() {
-    keywrd = record.slice(2, 13);
-    if (keywrd.slice(1, 7) == "OFFTEXT") return Next::end_of_model;
-    cut_keyword_at_colon();
-    if (is_declaration(keywrd)) return dispatch_declaration();
-    if (keywrd == "PROD" || keywrd == "DEMAND") {
-        funrec = true;
-        newblk();
-        return Next::read;
-    }
-    if (keywrd == "CONSTRAINT") {
-        funrec = false;
-        return after_block(conblk());
-    }
-    if (keywrd == "REPORT") return dispatch_report();
-    if (!is_option()) pperror(joined<maxline>({" *** Unrecognized keyword: ", keywrd}));
+Next dispatch_constraint() {
+    funrec = false;
+    return after_block(conblk());
+}
+
+Next dispatch_function() {
+    funrec = true;
+    newblk();
+    return Next::read;
+}
+
+Next dispatch_option() {
     putrec();
     return Next::read;
+}
+
+Next dispatch_keyword() {
+    keywrd = record.from(2);
+    if (notation::ends_model(keywrd)) return Next::end_of_model;
+    cut_keyword_at_colon();
+    const notation::Keyword* const row = notation::find_keyword(keywrd);
+    if (row == nullptr) pperror(joined<maxline>({" *** Unrecognized keyword: ", keywrd}));
+    switch (row->opens) {
+    case notation::Opens::declaration: return dispatch_declaration();
+    case notation::Opens::production:
+    case notation::Opens::demand: return dispatch_function();
+    case notation::Opens::constraint: return dispatch_constraint();
+    case notation::Opens::report: return dispatch_report();
+    case notation::Opens::option: return dispatch_option();
+    case notation::Opens::end: break;
+    }
+    return Next::end_of_model;
 }
 
 Next dispatch_entry() {
@@ -94,8 +100,11 @@ Next dispatch_entry() {
 }
 
 Next dispatch_record() {
-    if (record[1] == '$') return dispatch_keyword();
-    if (record[1] != '+') return dispatch_entry();
+    switch (notation::record_start(record)) {
+    case notation::RecordStart::keyword: return dispatch_keyword();
+    case notation::RecordStart::other: return dispatch_entry();
+    case notation::RecordStart::continuation: break;
+    }
     oldrec();
     return Next::read;
 }

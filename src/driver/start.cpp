@@ -2,6 +2,7 @@
 
 #include "driver/files.h"
 #include "input/textops.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "unit.h"
 
@@ -11,16 +12,14 @@ namespace orvex {
 
 namespace {
 
-constexpr View model_keyword = "$MODEL:";
-
 // These lines are no records: they are neither counted nor echoed.
 bool next_model_name(Line& name) {
     View read;
     while (read_line(kinp, read)) {
         Line line = read;
         stripup(line);
-        if (line.slice(1, length_of(model_keyword)) != model_keyword) continue;
-        name = line.from(length_of(model_keyword) + 1);
+        if (!line.view().starts_with(notation::model_keyword)) continue;
+        name = line.from(length_of(notation::model_keyword) + 1);
         lftjst(name);
         return true;
     }

@@ -1,6 +1,7 @@
 #include "input/records.h"
 
 #include "input/textops.h"
+#include "notation/records.h"
 #include "preproc.h"
 #include "unit.h"
 
@@ -29,7 +30,7 @@ void echo_line() { write_line(klst, {whole(line_mark), lstrec}); }
 // The comment keeps its small letters.
 void split_comment() {
     descrp.clear();
-    const int mark = record.find('!');
+    const int mark = record.find(notation::description_mark);
     if (mark == 0) return;
     descrp = lstrec.from(mark + 1);
     notab(descrp);
@@ -41,7 +42,7 @@ void split_comment() {
 int getrec() {
     while (next_line()) {
         echo_line();
-        if (lstrec[1] == '*') continue;
+        if (lstrec[1] == notation::comment_mark) continue;
         record = lstrec;
         uppernotab(record);
         if (record.is_blank()) continue;

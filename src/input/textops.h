@@ -5,9 +5,6 @@
 
 namespace orvex {
 
-constexpr char tab = '\t';
-constexpr char carriage_return = '\r';
-
 template <int N>
 void upper(Text<N>& text) {
     text.map(upper_letter);
@@ -21,7 +18,7 @@ void lower(Text<N>& text) {
 // Carriage returns become blanks, so that CR LF files read like LF files.
 template <int N>
 void strip(Text<N>& text) {
-    text.map([](char c) { return c == carriage_return ? blank_char : c; });
+    text.map([](char c) { return c == notation::carriage_return ? blank_char : c; });
 }
 
 template <int N>
@@ -33,12 +30,12 @@ void stripup(Text<N>& text) {
 // TABs become blanks.
 template <int N>
 void notab(Text<N>& text) {
-    text.map([](char c) { return c == tab ? blank_char : c; });
+    text.map([](char c) { return c == notation::tab ? blank_char : c; });
 }
 
 template <int N>
 void uppernotab(Text<N>& text) {
-    text.map([](char c) { return c == tab ? blank_char : upper_letter(c); });
+    text.map([](char c) { return c == notation::tab ? blank_char : upper_letter(c); });
 }
 
 // Position of the first character that is not a blank (a TAB is none), or 0.
@@ -52,9 +49,9 @@ int firstnonblank(const Text<N>& text) {
 // the last position stays as it is.
 template <int N>
 void lftjst(Text<N>& text) {
-    int first = 1;
-    while (first < N && (text[first] == blank_char || text[first] == tab)) ++first;
-    if (first > 1 && first < N) text = text.from(first);
+    const View view = text;
+    const View justified = notation::left_justified(view, N);
+    if (justified.size() != view.size()) text = justified;
 }
 
 }  // namespace orvex

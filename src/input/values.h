@@ -2,16 +2,12 @@
 // enter the symbol table.
 #pragma once
 
+#include "notation/statements.h"
 #include "text.h"
 
 namespace orvex {
 
-// How chrfld begins its statement.
-enum class Put {
-    new_line,      // "PUT /,"
-    continuation,  // "PUT /'+',"
-    same_line,     // "PUT"
-};
+using notation::Put;
 
 // Writes the current field (root, arg, condtn) as a symbol under the head `text` (a label, a
 // keyword that begins with "$", or blank for the bare name), and registers it under the type that

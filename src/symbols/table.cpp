@@ -1,5 +1,6 @@
 #include "symbols/table.h"
 
+#include "notation/keywords.h"
 #include "preproc.h"
 #include "stop.h"
 
@@ -12,8 +13,6 @@
 namespace orvex {
 
 namespace {
-
-constexpr char set_type = 'S';
 
 // A message followed by a name.
 Message about(View text, View name) { return joined<Message::size>({text, name}); }
@@ -75,8 +74,6 @@ int find_in_field(int place, View name) {
 // A value that begins with a parenthesis is an expression: it has no name of its own.
 bool root_is_name() { return !root.is_blank() && root[1] != '('; }
 
-bool is_variable(char typ) { return View("ACPV").find(typ) != View::npos; }
-
 // Raises symlenmx to the length of the name.
 void checksymlen(View name) {
     name = trimmed(name);
@@ -121,7 +118,8 @@ void add_root(char typ) {
     checksymlen(root);
     const int entry = find_in_field(0, root);
     if (entry == 0) {
-        if (startf && is_variable(typ)) pperror(about(" *** ADDSYM: Undeclared variable : ", root));
+        if (startf && notation::is_variable(typ))
+            pperror(about(" *** ADDSYM: Undeclared variable : ", root));
         enter(root, typ, narg);
         return;
     }
@@ -136,8 +134,8 @@ void add_set(int place) {
     checksymlen(name);
     const int entry = find_in_field(place, name);
     if (entry == 0) {
-        enter(name, set_type, 0);
-    } else if (symtyp[at(entry)] != set_type) {
+        enter(name, notation::set_type, 0);
+    } else if (symtyp[at(entry)] != notation::set_type) {
         type_mismatch(entry);
     }
 }

@@ -1,0 +1,37 @@
+// The characters of the notation: bytes, whatever the encoding, with the 26 letters of ASCII.
+#pragma once
+
+#include <string_view>
+
+namespace orvex::notation {
+
+using View = std::string_view;
+
+constexpr char blank_char = ' ';
+constexpr char tab = '\t';
+constexpr char carriage_return = '\r';
+
+constexpr char upper_letter(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char lower_letter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// The view without its trailing blanks.
+constexpr View trimmed(View view) {
+    while (!view.empty() && view.back() == blank_char) view.remove_suffix(1);
+    return view;
+}
+
+// The view without its leading blanks and TABs, for a text of `width` columns. One whose only other
+// character is in the last of these columns stays as it is.
+constexpr View left_justified(View view, std::size_t width) {
+    std::size_t first = 0;
+    while (first < view.size() && (view[first] == blank_char || view[first] == tab)) ++first;
+    return first + 1 < width ? view.substr(first) : view;
+}
+
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace orvex::notation

@@ -1,0 +1,45 @@
+// The keywords that begin a record in column 1, behind its "$".
+#pragma once
+
+#include "notation/characters.h"
+
+#include <cstddef>
+#include <span>
+
+namespace orvex::notation {
+
+// What a keyword opens or does.
+enum class Opens { declaration, production, demand, constraint, report, option, end };
+
+// The code under which the names of a kind are known: A sector, P commodity, C consumer, V
+// auxiliary variable, D parameter, R report variable, S set.
+using TypeCode = char;
+constexpr TypeCode no_type = '\0';
+constexpr TypeCode set_type = 'S';
+
+// Must a name of that type be declared before the first report?
+constexpr bool is_variable(TypeCode type) { return View("ACPV").find(type) != View::npos; }
+
+struct Keyword {
+    View word;           // as it is usually written
+    std::size_t prefix;  // as many of its characters decide; 0: the whole word
+    Opens opens;
+    TypeCode type;    // of the names that it declares
+    View level;       // their default level, or nothing
+    bool only_whole;  // with another ending it declares names without type and level
+};
+
+std::span<const Keyword> keywords();
+
+// The row of a keyword without its "$" and colon, as read; null for an unknown one.
+const Keyword* find_keyword(View word);
+
+// Does the text after the "$" of a record end the model? It needs no colon.
+bool ends_model(View text);
+
+// Does the keyword give the names that it declares their type and level?
+constexpr bool gives_type(const Keyword& row, View word) {
+    return row.type != no_type && (!row.only_whole || word == row.word);
+}
+
+}  // namespace orvex::notation

@@ -1,0 +1,58 @@
+#include "notation/labels.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace orvex::notation {
+
+namespace {
+
+constexpr unsigned any_entry = production_entry | demand_entry;
+
+constexpr Label table[] = {
+    // text type  later  begins            full   single reported owns
+    {"O", 'P', true, production_entry, false, false, true, false},
+    {"I", 'P', true, production_entry, false, false, true, false},
+    {"D", 'P', false, demand_entry, false, false, true, false},
+    {"E", 'P', false, demand_entry, false, false, false, false},
+    {"A", 'C', true, nothing, true, false, false, false},
+    {"N", 'V', true, nothing, true, false, false, false},
+    {"R", 'V', true, nothing, true, false, false, false},
+    {"S", 'D', false, nothing, true, true, false, false},
+    {report_label, 'R', false, report_record, false, false, false, false},
+    {"W", 'C', false, nothing, false, false, true, false},
+    {"Z", no_type, true, any_entry, true, false, false, false},
+    {"T", no_type, false, nothing, true, false, false, false},
+    {quantity_label, no_type, false, nothing, true, true, false, false},
+    {"P", no_type, false, nothing, true, true, false, false},
+    {guard_label, no_type, false, nothing, true, false, false, false},
+    {"PROD", no_type, true, nothing, false, false, false, true},
+    {"DEMAND", no_type, false, nothing, false, false, false, true},
+    {"$PROD", 'A', false, nothing, false, false, false, false},
+    {"$DEMAND", 'C', false, nothing, false, false, false, false},
+};
+
+}  // namespace
+
+std::span<const Label> labels() { return table; }
+
+// Nearly all labels are one letter: it decides before anything is called.
+const Label* find_label(View text) {
+    if (text.empty()) return nullptr;
+    const auto* const found = std::find_if(
+        std::begin(table), std::end(table),
+        [text](const Label& row) { return row.text.front() == text.front() && row.text == text; });
+    return found == std::end(table) ? nullptr : found;
+}
+
+TypeCode type_of_name(View label) {
+    const Label* const row = find_label(label);
+    return row == nullptr ? no_type : row->type;
+}
+
+bool names_later(View label) {
+    const Label* const row = find_label(label);
+    return row != nullptr && row->names_later;
+}
+
+}  // namespace orvex::notation

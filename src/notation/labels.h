@@ -1,0 +1,46 @@
+// The labels of the fields: which symbols they name, and where they may be.
+#pragma once
+
+#include "notation/characters.h"
+#include "notation/keywords.h"
+
+#include <span>
+
+namespace orvex::notation {
+
+// What a label can begin.
+enum Begins : unsigned {
+    nothing = 0,
+    production_entry = 1U << 0U,
+    demand_entry = 1U << 1U,
+    report_record = 1U << 2U,
+};
+
+struct Label {
+    View text;
+    TypeCode type;     // of the name in a name field, or no_type
+    bool names_later;  // in a later field of an entry it names something; any other has a value
+                       // there
+    unsigned begins;   // what it usually begins, of Begins; the translator takes any
+    bool full;         // means nothing without a value or a name
+    bool single;       // an entry has one at most
+    bool reported;     // may be the second field of a report record
+    bool owns;         // may be the third
+};
+
+std::span<const Label> labels();
+
+// The row of a label, or of "$PROD" and "$DEMAND", which name a block; null for any other.
+const Label* find_label(View text);
+
+// The type under which the name of a name field with that label is registered, or no_type.
+TypeCode type_of_name(View label);
+
+bool names_later(View label);
+
+constexpr View guard_label = "K";      // as first field of an entry: its value guards it
+constexpr View quantity_label = "Q";   // as second field of an entry: its value guards it
+constexpr View report_label = "V";     // first field of a report record
+constexpr View element_label = ".TL";  // in a label: it ranges over the set named before it
+
+}  // namespace orvex::notation
