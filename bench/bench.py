@@ -1,5 +1,7 @@
 """Measures the program against small C programs, against cat and against itself, and prints one
-table of ratios. Called by scripts/bench, which builds what is measured; see docs/performance.md."""
+table of ratios. With --against it measures two builds of the program instead, and ends with status 1
+if the newer one is worse. Called by scripts/bench, which builds what is measured; see
+docs/performance.md."""
 
 import argparse
 import collections
@@ -145,9 +147,26 @@ class Table:
         )
 
 
-def milliseconds(nanoseconds):
-    value = statistics.median(nanoseconds) / 1e6
+class BuildTable(Table):
+    head = ["case", "A / B", "quartiles", "B / B", "quartiles", "times", "limit", "result"]
+
+    def add(self, case, value, limit, shown, spread="", noise="", noise_spread="", times=""):
+        result = "worse" if value > limit else "as good"
+        bound = f"{limit:.3f} x" if times else f"{limit:.0f}"
+        self.rows.append([case, shown, spread, noise, noise_spread, times, bound, result])
+        print(f"    {case}: {shown} {result}", file=sys.stderr)
+
+    def worse(self):
+        return any(row[-1] == "worse" for row in self.rows)
+
+
+def milliseconds(side):
+    value = statistics.median(run.nanoseconds for run in side) / 1e6
     return f"{value:.3g}" if value < 1000 else f"{value:.0f}"
+
+
+def both_times(sides):
+    return " / ".join(map(milliseconds, sides)) + " ms"
 
 
 class Bench:
@@ -216,11 +235,16 @@ class Bench:
 
     def add_ratio(self, name, against, sides, reach, better="", share=1.0):
         """`share` is by how much more work A does than B, where the time for each line counts."""
-        a, b = ([run.nanoseconds for run in side] for side in sides)
-        ratios = [x / y / share for x, y in zip(a, b)]
-        low, middle, high = statistics.quantiles(ratios, n=4, method="inclusive")
-        times = f"{milliseconds(a)} / {milliseconds(b)} ms"
+        low, middle, high = quartiles([ratio / share for ratio in ratios(*sides)])
+        times = both_times(sides)
         self.table.add(name, against, middle, reach, better, f"{low:.2f} to {high:.2f}", times)
+
+    def add_rows(self, options):
+        with one_core():
+            self.short_rows()
+            self.front_end_row()
+        self.comment_row()
+        self.mix_rows()
 
     def short_rows(self):
         small = self.case("m60", "mix", 1, 60)
@@ -230,7 +254,7 @@ class Bench:
 
         sides = self.compare_short(small.side(), twin.side(), [small, twin])
         self.add_ratio("60-line model", "minimal C program", sides, "1.15 x", "1.08 x")
-        faults = statistics.median(run.faults for run in sides[0])
+        faults = median_faults(sides[0])
         sides = self.compare_short(small.side(), [self.tools, "./empty"], [small])
         self.add_ratio("60-line model", "empty C program", sides, "1.6 x", "1.5 x")
         self.count_rows(small, faults)
@@ -253,15 +277,19 @@ class Bench:
 
     def count_rows(self, case, faults):
         name, exact = "60-line model", "exact count"
-        summary, trace = self.folder / "summary", self.folder / "trace"
-        case.run("strace", "-f", "-c", "-o", str(summary))
-        calls = int(re.search(r"^100\.00\s+\S+\s+\S+\s+(\d+).*total", summary.read_text(), re.M)[1])
+        trace = self.folder / "trace"
+        calls = self.system_calls(case)
         self.table.add(name, exact, calls, "65", "61", shown=f"{calls} system calls")
         self.table.add(name, exact, faults, "85", "75", shown=f"{faults:.0f} page faults")
         case.run("strace", "-f", "-e", "trace=openat", "-o", str(trace))
         opened = re.findall(r'"([^"]*\.(?:so|so\.\d+|dylib))", .* = \d+$', trace.read_text(), re.M)
         objects = ["loader", *map(os.path.basename, opened)]
         self.table.add(name, exact, len(objects), "3", shown=", ".join(objects))
+
+    def system_calls(self, case):
+        summary = self.folder / "summary"
+        case.run("strace", "-f", "-c", "-o", str(summary))
+        return int(re.search(r"^100\.00\s+\S+\s+\S+\s+(\d+).*total", summary.read_text(), re.M)[1])
 
     def comment_row(self):
         lines = 1000000 // self.scale
@@ -357,6 +385,105 @@ class Bench:
         return "\n".join([*lines, "", str(self.table)])
 
 
+class AgainstBench(Bench):
+    """Pairs the program (A) with another build (B), and a copy of B with B: what two equal builds
+    differ by is noise."""
+
+    def __init__(self, options, folder):
+        super().__init__(options, folder)
+        self.table = BuildTable()
+        self.short_pairs = self.long_pairs = 40
+        self.new, self.old, self.twin = (
+            self.install(name, program.resolve())
+            for name, program in zip("abc", (options.program, options.against, options.against))
+        )
+
+    def install(self, name, program):
+        """Copies a program and its companion to a path as long as that of the others, in the same
+        file system: the loader's work depends on both."""
+        place = self.folder / name
+        place.mkdir()
+        shutil.copy(program.parent / "libkovadclib64.dylib", place)
+        return shutil.copy(program, place / "orvexpp")
+
+    def side_of(self, case, program):
+        case.program = program
+        return case.side()
+
+    def measure(self, case, runs):
+        """The runs of A and B, and those of B's copy and B. Which side is first changes from pair
+        to pair: the check of the files leaves the memory caches to the first."""
+        kept = {self.new: [], self.twin: []}
+        for program in kept:
+            case.program = program
+            case.run()
+            case.recheck()
+        for number in range(self.short_pairs):
+            order = -1 if number % 2 else 1
+            for program, pairs in kept.items():
+                sides = [self.side_of(case, program), self.side_of(case, self.old)]
+                pairs.append(self.pair(*sides[::order], runs)[::order])
+                case.recheck()
+        return [list(zip(*pairs)) for pairs in kept.values()]
+
+    def build_row(self, name, runs, kind, *sizes):
+        """Adds the row of times; returns the case and the runs of A and B for what else is asked."""
+        case = self.case("case", kind, *sizes, program=self.old)
+        sides, equal = self.measure(case, runs)
+        low, middle, high = quartiles(ratios(*sides))
+        noise_low, noise, noise_high = quartiles(ratios(*equal))
+        self.table.add(
+            name, middle, max(1.02, 1 + noise_high - noise_low), f"{middle:.3f} x",
+            f"{low:.3f} to {high:.3f}", f"{noise:.3f} x", f"{noise_low:.3f} to {noise_high:.3f}",
+            both_times(sides))
+        return case, sides
+
+    def add_count(self, name, what, counts, more=0):
+        new, old = counts
+        self.table.add(name, new, old + more, f"{new:.0f} / {old:.0f} {what}")
+
+    def add_rows(self, options):
+        with one_core():
+            self.short_rows()
+        self.long_rows(options.growth)
+
+    def short_rows(self):
+        name = "60-line model"
+        case, sides = self.build_row(name, self.runs, "mix", 1, 60)
+        calls = []
+        for case.program in (self.new, self.old):
+            calls.append(self.system_calls(case))
+        self.add_count(name, "system calls", calls)
+        self.add_count(name, "page faults", map(median_faults, sides), 1)
+        case.remove()
+        self.build_row("2,000-line model", self.runs, "mix", 1, 2000)[0].remove()
+
+    def long_rows(self, growth):
+        lines, models = 1000000 // self.scale, 1000 // self.scale
+        rows = [
+            (f"{lines:,} comment lines", "comments", lines),
+            (f"{lines:,} lines, {models:,} models", "mix", models, 1000),
+            ("full symbol tables", "full", 18 // (2 if self.quick else 1)),
+            (f"one model of {lines:,} lines", "mix", 1, lines, 1000),
+        ]
+        if growth:
+            rows.append(("10,000,000 lines", "mix", 10000, 1000))
+        for name, *made in rows:
+            self.build_row(name, 1, *made)[0].remove()
+
+
+def ratios(a, b):
+    return [x.nanoseconds / y.nanoseconds for x, y in zip(a, b)]
+
+
+def quartiles(values):
+    return statistics.quantiles(values, n=4, method="inclusive")
+
+
+def median_faults(side):
+    return statistics.median(run.faults for run in side)
+
+
 def read_trace(trace, input_name):
     """From a trace with paths: how many of the transfers are shorter than 64 KiB although more of
     their file followed, how many there are, and the system calls from each header file's end to
@@ -441,22 +568,25 @@ def main():
                         help="what is measured")
     parser.add_argument("--folder", type=pathlib.Path, default=usual_folder(),
                         help="where the files are; up to 3 GB, removed again")
+    parser.add_argument("--against", type=pathlib.Path, metavar="FILE",
+                        help="another build: pairs the program with it")
+    parser.add_argument("--growth", action="store_true",
+                        help="with --against: 10,000,000 lines as well")
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda number, frame: sys.exit(1))
     with tempfile.TemporaryDirectory(prefix="orvexpp-bench-", dir=options.folder) as folder:
-        bench = Bench(options, pathlib.Path(folder).resolve())
+        kind = AgainstBench if options.against else Bench
+        bench = kind(options, pathlib.Path(folder).resolve())
         try:
-            with one_core():
-                bench.short_rows()
-                bench.front_end_row()
-            bench.comment_row()
-            bench.mix_rows()
+            bench.add_rows(options)
         except Wrong as wrong:
             sys.exit(f"scripts/bench: {wrong}")
         report = bench.report()
     print(report)
     if options.keep:
         keep(report)
+    if options.against and bench.table.worse():
+        sys.exit(1)
 
 
 if __name__ == "__main__":
