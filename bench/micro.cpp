@@ -3,6 +3,7 @@
 #include "codegen/writer.h"
 #include "input/fields.h"
 #include "input/records.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "symbols/table.h"
 #include "unit.h"

@@ -6,25 +6,14 @@
 // without a message. Texts hold bytes: any value, NUL included.
 #pragma once
 
-#include "notation/characters.h"
+#include "bytes.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <initializer_list>
-#include <string_view>
 
 namespace orvex {
-
-using notation::blank_char;
-using notation::lower_letter;
-using notation::trimmed;
-using notation::upper_letter;
-using notation::View;
-
-inline int length_of(View view) { return static_cast<int>(view.size()); }
 
 // What a piece of a text may be given as. A literal's length is known without a call.
 constexpr View piece_of(View view) { return view; }
@@ -32,74 +21,6 @@ template <std::size_t size>
 constexpr View piece_of(const char (&literal)[size]) {
     return {literal, size - 1};
 }
-
-// Sizes that no piece of a short text can have look possible to GCC 12.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Warray-bounds"
-
-// Copies the first and the last characters of a piece as two numbers, which may overlap.
-template <typename Number>
-void copy_ends(char* to, View piece) {
-    const std::size_t last = piece.size() - sizeof(Number);
-    Number first_number;
-    Number last_number;
-    std::memcpy(&first_number, piece.data(), sizeof(Number));
-    std::memcpy(&last_number, piece.data() + last, sizeof(Number));
-    std::memcpy(to, &first_number, sizeof(Number));
-    std::memcpy(to + last, &last_number, sizeof(Number));
-}
-
-void copy_long_piece(char* to, View piece);
-
-// Copies a piece to where there is room for it, which may be a part of where it stands. Most pieces
-// are so short that a call would cost more than the copying.
-inline void copy_piece(char* to, View piece) {
-    const std::size_t size = piece.size();
-    if (size > 32) {
-        copy_long_piece(to, piece);
-    } else if (size >= 16) {
-        copy_ends<std::array<std::uint64_t, 2>>(to, piece);
-    } else if (size >= 8) {
-        copy_ends<std::uint64_t>(to, piece);
-    } else if (size >= 4) {
-        copy_ends<std::uint32_t>(to, piece);
-    } else if (size >= 2) {
-        copy_ends<std::uint16_t>(to, piece);
-    } else if (size == 1) {
-        *to = piece.front();
-    }
-}
-
-// Are the first and the last characters of two pieces, as two numbers, the same?
-template <typename Number>
-bool same_ends(View a, View b) {
-    const std::size_t last = a.size() - sizeof(Number);
-    Number numbers[4];
-    std::memcpy(&numbers[0], a.data(), sizeof(Number));
-    std::memcpy(&numbers[1], b.data(), sizeof(Number));
-    std::memcpy(&numbers[2], a.data() + last, sizeof(Number));
-    std::memcpy(&numbers[3], b.data() + last, sizeof(Number));
-    return ((numbers[0] ^ numbers[1]) | (numbers[2] ^ numbers[3])) == 0;
-}
-
-// Do two views have the same characters? Names, too, are so short that it takes longer to call for
-// it.
-inline bool same(View a, View b) {
-    if (a.size() != b.size()) return false;
-    if (a.size() > 16) return a == b;
-    if (a.size() >= 8) return same_ends<std::uint64_t>(a, b);
-    if (a.size() >= 4) return same_ends<std::uint32_t>(a, b);
-    if (a.size() >= 2) return same_ends<std::uint16_t>(a, b);
-    return a.empty() || a.front() == b.front();
-}
-
-#pragma GCC diagnostic pop
-
-// Order of two texts by character codes, the shorter one padded with blanks: negative, 0, positive.
-int compare_padded(View a, View b);
-
-template <int N>
-using Bytes = std::array<char, static_cast<std::size_t>(N)>;
 
 template <int N>
 class Text {
@@ -269,66 +190,10 @@ bool operator==(const Text<N>& a, const char (&literal)[size]) {
     return a.view() == View(literal, size - 1);
 }
 
-// A view of all these characters, trailing blanks included.
-template <std::size_t N>
-View whole(const std::array<char, N>& full) {
-    return {full.data(), N};
-}
-
-// `count` times the same character, at most 255.
-template <char c>
-View repeated(int count) {
-    static constexpr auto row = [] {
-        Bytes<255> filled{};
-        filled.fill(c);
-        return filled;
-    }();
-    return whole(row).substr(0, static_cast<std::size_t>(count));
-}
-
 // The pieces one behind the other, each with its blanks, as one text.
 template <int N>
 Text<N> joined(std::initializer_list<View> pieces) {
     return Text<N>(pieces);
 }
-
-// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A
-// number that does not fit, its sign included, shows as asterisks.
-enum class Fill : char { blanks = ' ', zeros = '0' };
-template <int Width>
-void write_number(char* columns, int value, Fill fill) {
-    std::memset(columns, static_cast<char>(fill), Width);
-    const bool negative = value < 0;
-    auto rest = negative ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-    int first = Width;  // columns from here on hold digits
-    do {
-        columns[--first] = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0 && first > 0);
-    // Zeros fill all the columns with digits, so a sign never fits beside them.
-    const bool sign_fits = fill == Fill::blanks && first > 0;
-    if (rest != 0 || (negative && !sign_fits)) {
-        std::memset(columns, '*', Width);
-    } else if (negative) {
-        columns[first - 1] = '-';
-    }
-}
-
-template <int Width>
-Text<Width> right_aligned(int value) {
-    Bytes<Width> columns;
-    write_number<Width>(columns.data(), value, Fill::blanks);
-    return whole(columns);
-}
-
-template <int Width>
-Text<Width> zero_filled(int value) {
-    Bytes<Width> columns;
-    write_number<Width>(columns.data(), value, Fill::zeros);
-    return whole(columns);
-}
-
-// The number in as many columns as it takes.
-Text<11> decimal(int value);
 
 }  // namespace orvex

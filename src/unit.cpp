@@ -1,5 +1,9 @@
 #include "unit.h"
 
+#include "bytes.h"
+#include "numbers.h"
+#include "text.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>

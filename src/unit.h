@@ -11,7 +11,7 @@
 // neither the file nor an output that depends on it gets its name.
 #pragma once
 
-#include "text.h"
+#include "bytes.h"
 
 #include <initializer_list>
 

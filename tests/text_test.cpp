@@ -4,6 +4,7 @@
 #include "harness.h"
 #include "input/fields.h"
 #include "input/textops.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/listing.h"

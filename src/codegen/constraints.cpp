@@ -4,6 +4,7 @@
 #include "input/records.h"
 #include "notation/constraints.h"
 #include "notation/records.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/table.h"

@@ -1,5 +1,6 @@
 #include "codegen/writer.h"
 
+#include "numbers.h"
 #include "preproc.h"
 #include "unit.h"
 

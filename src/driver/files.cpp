@@ -1,5 +1,6 @@
 #include "driver/files.h"
 
+#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "unit.h"

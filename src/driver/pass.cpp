@@ -10,6 +10,7 @@
 #include "input/records.h"
 #include "notation/keywords.h"
 #include "notation/records.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/listing.h"

@@ -3,6 +3,7 @@
 #include "driver/files.h"
 #include "input/textops.h"
 #include "notation/records.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "unit.h"
 

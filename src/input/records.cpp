@@ -2,6 +2,7 @@
 
 #include "input/textops.h"
 #include "notation/records.h"
+#include "numbers.h"
 #include "preproc.h"
 #include "unit.h"
 

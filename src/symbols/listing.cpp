@@ -1,5 +1,7 @@
 #include "symbols/listing.h"
 
+#include "bytes.h"
+#include "numbers.h"
 #include "unit.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "symbols/table.h"
 
+#include "bytes.h"
 #include "notation/keywords.h"
 #include "preproc.h"
 #include "stop.h"

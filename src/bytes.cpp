@@ -1,6 +1,7 @@
-#include "text.h"
+#include "bytes.h"
 
-#include <charconv>
+#include <algorithm>
+#include <cstring>
 
 namespace orvex {
 
@@ -24,12 +25,6 @@ int compare_padded(View a, View b) {
     if (order != 0) return order;
     return a.size() > common ? compare_to_blanks(a.substr(common))
                              : -compare_to_blanks(b.substr(common));
-}
-
-Text<11> decimal(int value) {
-    Bytes<11> digits;
-    const auto end = std::to_chars(digits.begin(), digits.end(), value).ptr;
-    return View(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
 }  // namespace orvex

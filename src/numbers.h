@@ -1,0 +1,50 @@
+// Numbers as text: in a fixed width, or in as many columns as they take.
+#pragma once
+
+#include "bytes.h"
+#include "text.h"
+
+#include <cstring>
+
+namespace orvex {
+
+// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A
+// number that does not fit, its sign included, shows as asterisks.
+enum class Fill : char { blanks = ' ', zeros = '0' };
+template <int Width>
+void write_number(char* columns, int value, Fill fill) {
+    std::memset(columns, static_cast<char>(fill), Width);
+    const bool negative = value < 0;
+    auto rest = negative ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    int first = Width;  // columns from here on hold digits
+    do {
+        columns[--first] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0 && first > 0);
+    // Zeros fill all the columns with digits, so a sign never fits beside them.
+    const bool sign_fits = fill == Fill::blanks && first > 0;
+    if (rest != 0 || (negative && !sign_fits)) {
+        std::memset(columns, '*', Width);
+    } else if (negative) {
+        columns[first - 1] = '-';
+    }
+}
+
+template <int Width>
+Text<Width> right_aligned(int value) {
+    Bytes<Width> columns;
+    write_number<Width>(columns.data(), value, Fill::blanks);
+    return whole(columns);
+}
+
+template <int Width>
+Text<Width> zero_filled(int value) {
+    Bytes<Width> columns;
+    write_number<Width>(columns.data(), value, Fill::zeros);
+    return whole(columns);
+}
+
+// The number in as many columns as it takes.
+Text<11> decimal(int value);
+
+}  // namespace orvex
