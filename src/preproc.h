@@ -40,7 +40,7 @@ constexpr int kmdl = 19;  // model-statement scratch file
 constexpr int kcon = 20;  // constraint scratch file
 constexpr int kctl = 21;  // run control file
 
-// The run: set by start-up and the run control file
+// The run: set by prepare_run and the run control file
 extern Text<50> versn;  // version text, the first line of every listing
 extern Line inpfil;     // path of the input file
 extern Line scrfil;     // path of the file that the generated program writes

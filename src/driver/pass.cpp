@@ -5,7 +5,7 @@
 #include "codegen/production.h"
 #include "codegen/reports.h"
 #include "codegen/writer.h"
-#include "driver/files.h"
+#include "driver/complete_header.h"
 #include "driver/start.h"
 #include "input/records.h"
 #include "notation/keywords.h"

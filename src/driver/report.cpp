@@ -1,5 +1,6 @@
 #include "driver/report.h"
 
+#include "driver/complete_header.h"
 #include "driver/files.h"
 #include "preproc.h"
 #include "symbols/listing.h"

@@ -2,8 +2,8 @@
 
 #include "driver/files.h"
 #include "driver/pass.h"
+#include "driver/prepare.h"
 #include "driver/report.h"
-#include "driver/startup.h"
 #include "preproc.h"
 #include "stop.h"
 #include "unit.h"
@@ -15,7 +15,7 @@ namespace {
 // Translates, and reports the fault that stopped the translation.
 void translate(const Text<255>& argument) {
     try {
-        start_up(argument);
+        prepare_run(argument);
         translate_models();
     } catch (const ErrorStop& stop) {
         report(stop);

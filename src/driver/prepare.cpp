@@ -1,4 +1,4 @@
-#include "driver/startup.h"
+#include "driver/prepare.h"
 
 #include "companion/palmf9def.h"
 #include "driver/control.h"
@@ -76,7 +76,7 @@ void open_input_file() {
 
 }  // namespace
 
-void start_up(const Text<255>& argument) {
+void prepare_run(const Text<255>& argument) {
     register_system(argument);
     open_control_file(argument);
     read_control_file();

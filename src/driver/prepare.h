@@ -1,0 +1,14 @@
+// Everything before the first model: the audit line, the run control file and the input file.
+#pragma once
+
+#include "text.h"
+
+namespace orvex {
+
+// Makes a run ready: registers with the companion library, reads the run control file of that path
+// and opens the input file. The argument "AUDIT" asks for the audit line alone.
+// Ends the run: loader-library, loader-symbol, loader-version, palcreate-object; control-file; as
+// read_control_file and ffopen do; input-missing or, if no error file is named, input-header.
+void prepare_run(const Text<255>& argument);
+
+}  // namespace orvex
