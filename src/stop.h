@@ -1,6 +1,10 @@
 // How a run ends before its time. These routines never return: each throws, and driver/run.cpp
 // alone catches, completes the files and turns the stop into the exit status. (It also catches the
 // failure of a scratch file, which unit.h throws.)
+//
+// After "Stops:" a header lists the messages that a routine can stop with, each by its code in
+// docs/messages.md, where its text and its cause are; after "Ends the run:" those of messages on the
+// console or in a file of their own. The text itself is spelt only in the routine that stops.
 #pragma once
 
 #include "text.h"

@@ -9,8 +9,8 @@ namespace orvex {
 // Reads the records of the declaration block of `keywrd`, up to the next one that begins with "$".
 // Each name goes to the symbol table, to the header file's variable list, to the default levels, to
 // the artificial equation and, in a LOOP over its sets, to the generator file. Returns 0 with that
-// "$" record in `record`, or 1 at the end of the input. Stops: those of freefd, chkcnd, rdarg,
-// sloop, addsym and chrfld.
+// "$" record in `record`, or 1 at the end of the input.
+// Stops: those of freefd, chkcnd, rdarg, sloop, addsym and chrfld.
 int decblk();
 
 // Adds the term of the current `field` (arg, narg, condtn) to the artificial equation: summed over

@@ -7,17 +7,17 @@ namespace orvex {
 // Opens one LOOP over the sets among the field's arguments and extra indices that are not active
 // yet, with the field's condition attached; without such a set, a block IF for the condition, if
 // any. Moves the extra indices of `arg` down behind the own arguments. Quoted elements, leads and
-// lags open none. Stops (overflow): " *** SLOOP: set name length exceeds max of 65: ", " *** SLOOP:
-// set table overflows internal length of 1000"
+// lags open none.
+// Stops (overflow): sloop-length, sloop-full.
 void sloop();
 
 // Opens a block IF for each lead or lag among the own arguments, which holds where the shifted
-// position lies within the set. Circular ones ("++", "--") need none. Stops: " *** ORVPP: Both lead
-// and lag operators: ", " *** ORVPP: Lead or lag set not active: "
+// position lies within the set. Circular ones ("++", "--") need none.
+// Stops: leadlg-both, leadlg-inactive.
 void leadlg();
 
 // Returns only when every own argument that is not quoted is an active set.
-// Stops: " *** CHKSET: unrecognized set argument: "
+// Stops: chkset-inactive.
 void chkset();
 
 }  // namespace orvex

@@ -23,8 +23,7 @@ enum class EntryEnd {
 };
 
 // Translates an entry record, after closing what the entry before it opened.
-// Stops: " *** ORVPP: logical error with NBLKIF", those of parse, leadlg, sloop, getfld, chrfld,
-// numfld and oldrec.
+// Stops: newrec-levels, and those of parse, leadlg, sloop, getfld, chrfld, numfld and oldrec.
 EntryEnd newrec();
 
 // Translates the fields left in `record`.

@@ -5,9 +5,7 @@
 namespace orvex {
 
 // Reads the open run control file into the run's settings.
-// Ends the run, on standard error, with "STOP  INVALID INPUT TO ORVEXPP" for an unknown label and,
-// with status 2, with " *** Invalid integer in run control file: <label> <value>" for a counter
-// that is no number.
+// Ends the run: control-label; control-integer, with status 2.
 void read_control_file();
 
 }  // namespace orvex

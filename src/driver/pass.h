@@ -4,9 +4,8 @@
 namespace orvex {
 
 // Translates the model of the input file that the run control file asks for or, when it names an
-// error file, all of them. Precondition: the input file is open. Stops: " *** ORVPP: invalid record
-// - no ":" following keyword: ", " *** MAIN: Function definitions must follow declarations", " ***
-// Unrecognized keyword: ", and those of the block writers.
+// error file, all of them. Precondition: the input file is open.
+// Stops: keyword-colon, keyword-order, keyword-unknown, and those of the block writers.
 void translate_models();
 
 }  // namespace orvex

@@ -5,15 +5,12 @@
 namespace orvex {
 
 // Cuts the "#" list off `field` into arg maxarg + 1 and following, at most eight, and sets nxarg.
-// Stops: " *** EXTARG: Left paren. following # is missing.",
-// " *** EXTARG: Right paren. following # is missing.", " *** EXTARG: Too many arguments.",
-// " *** EXTARG: Closing delimiter missing.", " *** EXTARG: Invalid argument."
+// Stops: extarg-left, extarg-right, extarg-many, extarg-close, extarg-invalid.
 void extarg();
 
 // Splits `field` into `root` and its own arguments arg 1 to narg, at most seven. A `root` that
-// already holds a parenthesised expression is left alone, without arguments. Stops: " *** RDARG:
-// Parethesis mismatch.", " *** RDARG: Too many arguments.", " *** RDARG: Closing delimiter
-// missing.", " *** RDARG: More than 7 arguments detected.", " *** RDARG: Invalid argument."
+// already holds a parenthesised expression is left alone, without arguments.
+// Stops: rdarg-parentheses, rdarg-many, rdarg-close, rdarg-seven, rdarg-invalid.
 void rdarg();
 
 }  // namespace orvex

@@ -6,12 +6,12 @@ namespace orvex {
 
 // Sets `condtn` for the current `field` and `label`: the explicit condition, which is cut off
 // `field`; else for the labels "T" and "S" that the value is not zero; else blank. Sets `root` to
-// the parenthesised expression with which the value begins, or blanks it. Stops: " *** RDCOND:
-// Closing parenthesis is missing.", and that of chkcnd.
+// the parenthesised expression with which the value begins, or blanks it.
+// Stops: rdcond-close, and that of chkcnd.
 void rdcond();
 
 // Moves the condition behind the "$" at position `pos` of `field` into `condtn`, in parentheses.
-// Stops: " *** CHKCND: Parethesis mismatch."
+// Stops: chkcnd-parentheses.
 void chkcnd(int pos);
 
 }  // namespace orvex

@@ -16,8 +16,8 @@ struct LabelledField {
 // The leftmost labelled field of `rec`: the label is the character before the first colon, whatever
 // it is, with the run of non-blank characters before that one (the last 20 in all), the value what
 // follows up to the blank before the next label. So one blank may part a label from its colon: the
-// label of "O :X" is O. Neither quotes nor parentheses protect a colon. Stops: " *** GETFLD: Blank
-// record.", " *** GETFLD: Unlabelled entry."
+// label of "O :X" is O. Neither quotes nor parentheses protect a colon.
+// Stops: getfld-blank, getfld-label.
 LabelledField leftmost_field(const Line& rec);
 
 // Cuts the leftmost labelled field off `rec`, with any text before its label.
@@ -25,13 +25,12 @@ LabelledField leftmost_field(const Line& rec);
 void getfld(Line& rec, Text<20>& lab, Line& val);
 
 // Cuts the leftmost field off `record` and analyses it: sets label, field, condtn, root, arg, narg
-// and nxarg, and records references of known names. Stops: those of getfld, rdcond, extarg and
-// rdarg.
+// and nxarg, and records references of known names.
+// Stops: those of getfld, rdcond, extarg and rdarg.
 void parse();
 
 // Cuts the leftmost blank-separated entry off `record` into `field`; parentheses protect blanks.
-// Stops: " *** FREEFD: unexpected EOL." when no blank ends the entry, it begins in the last column,
-// or there is none.
+// Stops: freefd-end, when no blank ends the entry, it begins in the last column, or there is none.
 void freefd();
 
 }  // namespace orvex

@@ -9,17 +9,16 @@ namespace orvex {
 
 // Enters `root` under the type code with dimension narg, and each own argument as a set, or checks
 // them against their entries. A `root` that is blank or begins with "(" is passed over, arguments
-// included. Stops: " *** ADDSYM: symbol type mismatch: ", " *** ADDSYM: symbol dimension error:",
-// " *** ADDSYM: Undeclared variable : "
-// Stops (overflow): " *** ADDSYM: symbol name length exceeds max of 65: ",
-// " *** ADDSYM: symbol table overflows internal length of 1000"
+// included.
+// Stops: addsym-type, addsym-dimension, addsym-undeclared.
+// Stops (overflow): addsym-length, addsym-full.
 void addsym(char typ);
 
 // Records a reference of each known name of the current field: `root` and its own arguments.
 void chkref();
 
 // Returns only when the name is in the table with that type.
-// Stops: " *** Symbol type mismatch: ", " *** Unrecognized symbol: "
+// Stops: chksym-unknown, chksym-type.
 void chksym(View name, char typ);
 
 }  // namespace orvex
