@@ -2,6 +2,16 @@
 //
 //     $CONSTRAINT:TAU(S)$X0(S)
 //        TAU(S) =E= 0.1*Y(S);
+//
+// The header file gets the equation through one scratch file, and its place in the model statement
+// through another:
+//
+//     EQUATION EQ_001(S) Complementary equation(s) for TAU;
+//
+//     EQ_001(S)$X0(S)..
+//        TAU(S) =E= 0.1*Y(S);
+//
+//          EQ_001.TAU
 #pragma once
 
 namespace orvex {

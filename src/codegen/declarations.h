@@ -2,6 +2,27 @@
 //
 //     $SECTORS:
 //      Y(S,T)   X$(ORD(T) GT 1)   ! description of the last name
+//
+// The generator file gets
+//
+//     PUT'$SECTORS:'/;
+//     LOOP((S,T),
+//       PUT /,'Y''.'S.TL'.'T.TL;
+//     );
+//     IF ((ORD(T) GT 1),
+//       PUT /,'X';
+//     );
+//
+// and the header file, in its variable list, artificial equation and default levels:
+//
+//     Y(S,T)
+//     X     description of the last name
+//
+//     +SUM((S,T),Y(S,T))
+//     +X$(ORD(T) GT 1)
+//
+//     Y.L(S,T) = 1;
+//     X.L = 1;
 #pragma once
 
 namespace orvex {

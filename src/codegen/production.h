@@ -5,9 +5,28 @@
 //     I:PL         Q:L0(S)    P:1
 //     +            A:RA       T:TX(S)
 //
-// The opening record names the sector or consumer and holds fields of its own. Every record behind
+// The opening record names the sector or consumer and holds fields of its own. Every record after
 // it is an entry, whose first field names an item; a record that begins with "+" continues the one
-// before.
+// before. The generator file gets
+//
+//     LOOP((S),
+//       PUT /;
+//       PUT /,'$PROD:Y''.'S.TL;
+//       IF ((ABS(0.5) GT ORVEPS),PUT /,'+S:'0.5;  );
+//       IF(ABS(Y0(S)) GT ORVEPS,
+//         PUT /,'O:PY''.'S.TL;
+//         PUT /,'+Q:'Y0(S);
+//       );
+//       IF(ABS(L0(S)) GT ORVEPS,
+//         PUT /,'I:PL';
+//         PUT /,'+Q:'L0(S);
+//         PUT /,'+P:'1;
+//         PUT /'+','A:RA';
+//         IF ((ABS(TX(S)) GT ORVEPS),PUT /,'+T:'TX(S);  );
+//       );
+//     );
+//
+// An entry's levels are closed when the next entry begins, the block's when the next block does.
 #pragma once
 
 namespace orvex {

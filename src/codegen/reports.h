@@ -4,7 +4,23 @@
 //     V:RY(S)   O:PY(S)   PROD:Y(S)
 //
 // The first field names the variable, the second what is reported (a commodity or a consumer), the
-// third, which may be missing, the sector or consumer concerned.
+// third, which may be missing, the sector or consumer concerned. The generator file gets
+//
+//     IF (ORVREPORT,
+//     PUT / '$REPORT:'/;
+//     LOOP((S),
+//       PUT /,'V:RY''.'S.TL;
+//       PUT '        ';
+//       PUT'O:PY''.'S.TL;
+//       PUT '        ';
+//       PUT'PROD:Y''.'S.TL;
+//     );
+//
+//     );
+//
+// the header file's variable list the line "RY(S)", and the artificial equation
+//
+//     +SUM((S)$(ORVREPORT),RY(S))
 #pragma once
 
 namespace orvex {

@@ -1,6 +1,8 @@
 // The generator-file writer: every line of the file's body carries the input line's number in a
 // comment and is indented by two blanks for every open level. Three kinds of levels are counted:
 // condition levels (nif), LOOPs (nloop) and block IFs (nblkif).
+//
+// The headers of the block writers show the lines that their blocks make, without that comment.
 #pragma once
 
 #include "text.h"
