@@ -1,6 +1,6 @@
 // The shared state of the translator: what two files or more read or write. What only one file uses
 // lives in that file. Everything here is plain static storage; reset_run() gives a run,
-// reset_model() a model, its clean beginning.
+// reset_model() a model, its clean beginning. State that outlives them says so where it is.
 #pragma once
 
 #include "notation/limits.h"
@@ -101,10 +101,12 @@ extern int nref;      // references in use
 extern int nrefign;   // references not recorded because symref was full
 extern int symlenmx;  // length of the longest name met
 
-// Gives all the state above the values that it has when the program starts.
+// Gives all the state above the values that it has when the program starts, but not the entries of
+// tables: they have no meaning beyond their counts.
 void reset_run();
 
-// Resets what belongs to one model: symbols, active sets, open levels and the field.
+// Resets what belongs to one model: symbols, active sets, open levels and the field. Tables keep
+// their entries as in reset_run().
 void reset_model();
 
 }  // namespace orvex

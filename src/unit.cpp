@@ -46,6 +46,9 @@ struct Unit {
     Path name{};
 };
 
+// No reset touches the units: the end of the run closes them, and opening a unit makes it anew. Until
+// then it keeps its error, for the outputs that depend on it.
+//
 // Each page that is touched costs time: few of them are, when units and buffers begin with one.
 constexpr std::size_t page_size = 4096;
 alignas(page_size) std::array<Unit, last_unit - first_unit + 1> units;

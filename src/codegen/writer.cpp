@@ -15,7 +15,8 @@ namespace {
 // Columns before the text of the current line, at most all of them.
 int indentation() { return std::min(2 * (nif + nloop + nblkif), maxline); }
 
-// "{   12}  " and the indentation, made once for all the statements of an input line.
+// "{   12}  " and the indentation, made once for all the statements of an input line. Both statics
+// outlive a reset: `start` shows `number` at any time, and is written again for another number.
 View line_start(int indent) {
     constexpr int mark_length = 9;
     static int number = 0;

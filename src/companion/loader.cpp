@@ -16,6 +16,8 @@
 
 namespace orvex::companion {
 
+// All state of this file belongs to the process and outlives a run. The library is closed with its
+// last object; the count of errors, the indicators and the callback stay.
 void* hLibGlobal = nullptr;
 std::int32_t isLoaded = 0;
 std::int32_t objectCount = 0;
@@ -50,10 +52,15 @@ constexpr std::int32_t text_result = 12;
 constexpr std::int32_t set_name_signature[] = {no_result, text_argument};
 constexpr std::int32_t audit_line_signature[] = {text_result};
 
-CheckFunction palXCheck = nullptr;  // does the library have this function with this signature?
+// Does the library have this function with this signature?
+CheckFunction palXCheck = nullptr;
 
-pthread_mutex_t libMutex;     // guards the loading
-pthread_mutex_t exceptMutex;  // guards the callback, also while it runs
+// Guards the loading.
+pthread_mutex_t libMutex;
+
+// Guards the callback, also while it runs.
+pthread_mutex_t exceptMutex;
+
 std::int32_t MutexIsInitialized = 0;
 
 std::int32_t APIErrorCount = 0;

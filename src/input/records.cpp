@@ -12,7 +12,7 @@ namespace orvex {
 
 namespace {
 
-// The number of the line last read, and two blanks.
+// The number of the line last read, and two blanks. Needs no reset: each line read writes it.
 std::array<char, 7> line_mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};
 
 bool next_line() {

@@ -63,7 +63,8 @@ Text<maxname + label_width> entry_head(int isym) {
                                           type_label(symtyp[at(isym)])});
 }
 
-// Ten references at most, each in its columns.
+// Ten references at most, each in its columns. The view holds until the next call; nothing else of
+// `columns` outlives one.
 View reference_columns(std::span<const int> references) {
     static Bytes<numbers_a_line * number_width> columns;
     char* next = columns.data();
@@ -90,7 +91,9 @@ void write_entry(int isym, std::span<int> references) {
 }  // namespace
 
 void symlst() {
-    static std::array<int, maxsym + maxref> rows;  // the order, and behind it a symbol's references
+    // The order, and after it a symbol's references. Static only for its size: each call fills what
+    // it reads.
+    static std::array<int, maxsym + maxref> rows;
     write_head();
     const std::span<int> order(rows.data(), at(nsym));
     sortc(order, symbol);

@@ -22,7 +22,8 @@ constexpr std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 
 // What a search looks at first: a name's last four characters, as one number. Names of a model
 // begin alike more often than they end alike. The numbers stand close together, so that a compiler
-// can compare a block of them at once; behind those of the entries in use they have no meaning.
+// can compare a block of them at once. Those of entries not in use have no meaning and outlive a
+// reset: a match counts only up to nsym.
 using Mark = std::uint32_t;
 constexpr int block_size = 32;
 Table<Mark, maxsym + block_size> symmrk;
@@ -64,7 +65,8 @@ int find_symbol(View name) {
 
 // The entry of the field's name (place 0) or of one of its arguments, or 0. Fields share most of
 // their sets, and each name is asked for twice: the entry that was found last in the same place
-// comes first.
+// comes first. `latest` outlives a reset: it is a guess, and holds only if the entry is in use and
+// has the name.
 int find_in_field(int place, View name) {
     static Table<int, maxslot> latest;
     int& entry = latest[at(place)];
