@@ -41,65 +41,113 @@ constexpr int kcon = 20;  // constraint scratch file
 constexpr int kctl = 21;  // run control file
 
 // The run: set by prepare_run and the run control file
-extern Text<50> versn;  // version text, the first line of every listing
-extern Line inpfil;     // path of the input file
-extern Line scrfil;     // path of the file that the generated program writes
-extern Line scrdir;     // put in front of the generator file's name
-extern Line errfil;     // path of the error file; blank: none, and only one model is translated
-extern Line hdrfil;     // path of the header file; blank: named after the model
-extern Line time;       // time stamp of the generator file's consistency guard
-extern int nmodel;      // number of the current model
-extern int nconst;      // number of the latest constraint
+
+// Version text, the first line of every listing.
+extern Text<50> versn;
+// Path of the input file.
+extern Line inpfil;
+// Path of the file that the generated program writes.
+extern Line scrfil;
+// Put in front of the generator file's name.
+extern Line scrdir;
+// Path of the error file; blank: none, and only one model is translated.
+extern Line errfil;
+// Path of the header file; blank: named after the model.
+extern Line hdrfil;
+// Time stamp of the generator file's consistency guard.
+extern Line time;
+// Number of the current model.
+extern int nmodel;
+// Number of the latest constraint.
+extern int nconst;
 
 // The model: set at its start
-extern Text<notation::model_name_columns>
-    model;            // its name; before its start, the name to look for (blank: any)
-extern Text<5> unit;  // the put file's name in generated text
-extern bool startf;   // a report block has begun: no new variables from here on
+
+// Its name; before its start, the name to look for (blank: any).
+extern Text<notation::model_name_columns> model;
+// The put file's name in generated text.
+extern Text<5> unit;
+// A report block has begun: no new variables from here on.
+extern bool startf;
 
 // The record: set by the record reader, consumed by the field splitter
-extern Line record;  // the current record, upper case, without its comment
-extern Line lstrec;  // the last line as read
-extern Line descrp;  // the record's comment, behind its first "!"
-extern int lineno;   // number of input lines read through getrec, over all models
-extern Text<notation::keyword_columns> keywrd;  // keyword of the current keyword record
-extern bool funrec;  // the fields belong to a block's opening record or its continuations
+
+// The current record, upper case, without its comment.
+extern Line record;
+// The last line as read.
+extern Line lstrec;
+// The record's comment, behind its first "!".
+extern Line descrp;
+// Number of input lines read through getrec, over all models.
+extern int lineno;
+// Keyword of the current keyword record.
+extern Text<notation::keyword_columns> keywrd;
+// The fields belong to a block's opening record or its continuations.
+extern bool funrec;
 
 // The field: set by parse, or by the declaration reader
-extern Text<notation::label_columns> label;  // its label, without the colon
-extern Line field;                           // its value
-extern Line condtn;                          // its condition in parentheses, or blank
-extern Line root;  // the name part of its value, or a parenthesised expression
-extern Table<Argument, maxslot>
-    arg;           // own arguments from entry 1 on, extra indices from maxarg + 1 on
-extern int narg;   // own arguments
-extern int nxarg;  // extra indices
+
+// Its label, without the colon.
+extern Text<notation::label_columns> label;
+// Its value.
+extern Line field;
+// Its condition in parentheses, or blank.
+extern Line condtn;
+// The name part of its value, or a parenthesised expression.
+extern Line root;
+// Own arguments from entry 1 on, extra indices from maxarg + 1 on.
+extern Table<Argument, maxslot> arg;
+// Own arguments.
+extern int narg;
+// Extra indices.
+extern int nxarg;
 
 // The generated line and its open levels: kept by the line writer and the block writers
-extern Line output;              // the statement being built
-extern int nif;                  // open condition levels
-extern int nloop;                // open LOOP levels
-extern int nblkif;               // open block-IF levels
-extern Table<Name, maxset> set;  // active sets: those that open LOOPs control, in order of opening
-extern int nset;                 // active sets in use
-extern int mset;                 // nset at the level of the current block
-extern int mblkif;               // nblkif there
-extern int mloop;                // nloop there
+
+// The statement being built.
+extern Line output;
+// Open condition levels.
+extern int nif;
+// Open LOOP levels.
+extern int nloop;
+// Open block-IF levels.
+extern int nblkif;
+// Active sets: those that open LOOPs control, in order of opening.
+extern Table<Name, maxset> set;
+// Active sets in use.
+extern int nset;
+// nset at the level of the current block.
+extern int mset;
+// nblkif there.
+extern int mblkif;
+// nloop there.
+extern int mloop;
 
 // The symbol table: kept by symbols/table, printed by symbols/listing
-extern Table<Name, maxsym> symbol;  // names, in the order of their first occurrence
-extern Table<char, maxsym> symtyp;  // type codes: A P C V D R S
-extern Table<char, maxsym> symdim;  // numbers of arguments
-extern Table<int, maxsym> symloc;   // row in symref of the newest reference, 0 for none
+
+// Names, in the order of their first occurrence.
+extern Table<Name, maxsym> symbol;
+// Type codes: A P C V D R S.
+extern Table<char, maxsym> symtyp;
+// Numbers of arguments.
+extern Table<char, maxsym> symdim;
+// Row in symref of the newest reference, 0 for none.
+extern Table<int, maxsym> symloc;
 struct Reference {
-    int line;   // input line number
-    int older;  // row of the same symbol's reference before this one, 0 for none
+    // Input line number.
+    int line;
+    // Row of the same symbol's reference before this one, 0 for none.
+    int older;
 };
 extern Table<Reference, maxref> symref;
-extern int nsym;      // symbols in use
-extern int nref;      // references in use
-extern int nrefign;   // references not recorded because symref was full
-extern int symlenmx;  // length of the longest name met
+// Symbols in use.
+extern int nsym;
+// References in use.
+extern int nref;
+// References not recorded because symref was full.
+extern int nrefign;
+// Length of the longest name met.
+extern int symlenmx;
 
 // Gives all the state above the values that it has when the program starts, but not the entries of
 // tables: they have no meaning beyond their counts.

@@ -3,8 +3,8 @@
 // failure of a scratch file, which unit.h throws.)
 //
 // After "Stops:" a header lists the messages that a routine can stop with, each by its code in
-// docs/messages.md, where its text and its cause are; after "Ends the run:" those of messages on the
-// console or in a file of their own. The text itself is spelt only in the routine that stops.
+// docs/messages.md, where its text and its cause are; after "Ends the run:" those of messages on
+// the console or in a file of their own. The text itself is spelt only in the routine that stops.
 #pragma once
 
 #include "text.h"

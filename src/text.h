@@ -1,8 +1,8 @@
 // The one data type of the translator: a text of fixed length, padded with blanks, whose positions
 // are counted from 1.
 //
-// A text keeps its trimmed part and that part's length; the padding is understood, never stored.
-// So trailing blanks carry no meaning by construction, and whatever passes the fixed length is cut
+// A text keeps its trimmed part and that part's length; the padding is understood, never stored. So
+// trailing blanks carry no meaning by construction, and whatever passes the fixed length is cut
 // without a message. Texts hold bytes: any value, NUL included.
 #pragma once
 

@@ -34,20 +34,27 @@ enum class Kind : char { closed, input, output, scratch };
 
 struct Unit {
     Kind kind = Kind::closed;
-    bool in_place = false;  // output: written under its own name from the start
-    bool at_end = false;    // reading: nothing more will come
+    // Output: written under its own name from the start.
+    bool in_place = false;
+    // Reading: nothing more will come.
+    bool at_end = false;
     int descriptor = no_descriptor;
-    int error = 0;          // errno of the first failure; kept when the unit is closed
-    unsigned needed = 0;    // output: the units that must not have failed
-    std::size_t begin = 0;  // buffered bytes not yet read
-    std::size_t end = 0;    // end of the buffered bytes
-    int process = 0;        // output: makes its temporary name, with the attempt
+    // errno of the first failure; kept when the unit is closed.
+    int error = 0;
+    // Output: the units that must not have failed.
+    unsigned needed = 0;
+    // Buffered bytes not yet read.
+    std::size_t begin = 0;
+    // End of the buffered bytes.
+    std::size_t end = 0;
+    // Output: makes its temporary name, with the attempt.
+    int process = 0;
     int attempt = 0;
     Path name{};
 };
 
-// No reset touches the units: the end of the run closes them, and opening a unit makes it anew. Until
-// then it keeps its error, for the outputs that depend on it.
+// No reset touches the units: the end of the run closes them, and opening a unit makes it anew.
+// Until then it keeps its error, for the outputs that depend on it.
 //
 // Each page that is touched costs time: few of them are, when units and buffers begin with one.
 constexpr std::size_t page_size = 4096;

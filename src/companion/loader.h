@@ -22,14 +22,22 @@ using GetTextFunction = void (*)(Handle handle, unsigned char* text);
 using ErrorCallback = std::int32_t (*)(std::int32_t* count, const char* message,
                                        std::int32_t length);
 
-extern void* hLibGlobal;                  // the open library, or null
-extern std::int32_t isLoaded;             // 1 while the library is open and bound
-extern std::int32_t objectCount;          // objects created and not yet freed
-extern ObjectFunction palXCreate;         // stores the new object's handle, 0 on failure
-extern ObjectFunction palXFree;           // destroys the object
-extern SetTextFunction palSetSystemName;  // registers the name of the calling system
-extern GetTextFunction palGetAuditLine;   // fills a text of up to 255 characters
-extern pthread_mutex_t objMutex;          // guards objectCount and the decision to unload
+// The open library, or null.
+extern void* hLibGlobal;
+// 1 while the library is open and bound.
+extern std::int32_t isLoaded;
+// Objects created and not yet freed.
+extern std::int32_t objectCount;
+// Stores the new object's handle, 0 on failure.
+extern ObjectFunction palXCreate;
+// Destroys the object.
+extern ObjectFunction palXFree;
+// Registers the name of the calling system.
+extern SetTextFunction palSetSystemName;
+// Fills a text of up to 255 characters.
+extern GetTextFunction palGetAuditLine;
+// Guards objectCount and the decision to unload.
+extern pthread_mutex_t objMutex;
 
 // Opens the library `dir`/`name` and binds its functions. Without `dir` the system's own search
 // finds the file; without `name` it has the default name. Returns 1 when the library is bound, also

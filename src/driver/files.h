@@ -11,8 +11,8 @@ enum class Status { replace, old };
 // Ends the run: ffopen-output, ffopen-input.
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
-// The end of a run whose scratch text found no room: the message ffopen-scratch, and no half-written
-// output file.
+// The end of a run whose scratch text found no room: the message ffopen-scratch, and no output file
+// that is half written.
 void report_scratch_failure(int unit_number);
 
 }  // namespace orvex

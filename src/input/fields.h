@@ -10,7 +10,8 @@ namespace orvex {
 struct LabelledField {
     View label;
     View value;
-    int end;  // the last position that belongs to it
+    // The last position that belongs to it.
+    int end;
 };
 
 // The leftmost labelled field of `rec`: the label is the character before the first colon, whatever

@@ -10,10 +10,14 @@ namespace orvex::frontend {
 // What a command line comes to: options, or a text to print and the status to end with.
 struct ParsedCommandLine {
     Options options;
-    bool done = false;  // print and end
-    int status = 0;     // 0: help or version on standard output; 2: wrong use
-    std::string text;   // help, version, or the message of a wrong use (without "error: ")
-    std::string hint;   // of a wrong use: what to do instead
+    // Print and end.
+    bool done = false;
+    // 0: help or version on standard output; 2: wrong use.
+    int status = 0;
+    // Help, version, or the message of a wrong use (without "error: ").
+    std::string text;
+    // Of a wrong use: what to do instead.
+    std::string hint;
 };
 
 // Options may stand before and after the command; --help wins over all that is wrong. Of a wrong

@@ -11,7 +11,8 @@ namespace orvex::frontend {
 struct CommandRow {
     Command command;
     const char* name;
-    const char* usage;  // what follows the name
+    // What follows the name.
+    const char* usage;
     const char* summary;
     const char* text;
 };
@@ -23,9 +24,12 @@ std::span<const CommandRow> command_table();
 const CommandRow& row_of(Command command);
 
 struct OptionRow {
-    const char* names;  // "-j,--jobs"
-    const char* value;  // what its value is called; empty for a flag
-    unsigned commands;  // those that have it, a bit for each
+    // "-j,--jobs"
+    const char* names;
+    // What its value is called; empty for a flag.
+    const char* value;
+    // Those that have it, a bit for each.
+    unsigned commands;
     const char* text;
     // Takes the value, and says what is wrong with it, behind the option's name; nothing where all
     // is well.

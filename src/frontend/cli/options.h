@@ -19,37 +19,51 @@ enum class Level { off, warning, error };
 
 struct Options {
     Command command = Command::none;
-    std::vector<std::string> files;  // as given; explain: the codes
+    // As given; explain: the codes.
+    std::vector<std::string> files;
 
     // How findings are shown.
+
     Format format = Format::text;
-    std::vector<std::pair<Format, std::string>> reports;  // --report FORMAT=PATH
+    // --report FORMAT=PATH
+    std::vector<std::pair<Format, std::string>> reports;
     Colour colour = Colour::automatic;
     bool quiet = false;
-    std::size_t max_errors = 20;          // for each file; 0: no limit
-    std::map<std::string, Level> levels;  // --warn CODE=LEVEL; "all" for --warn LEVEL
+    // For each file; 0: no limit.
+    std::size_t max_errors = 20;
+    // --warn CODE=LEVEL; "all" for --warn LEVEL.
+    std::map<std::string, Level> levels;
     bool error_on_warnings = false;
 
     // How files are read and translated.
-    int jobs = 1;  // at once
+
+    // Files at once.
+    int jobs = 1;
     std::string stdin_filename = "<stdin>";
-    std::string model;     // only the model of this name
-    std::string program;   // --translator: path of orvexpp
-    std::string put_file;  // path for the host's FILE statement; empty: the input's name with .scr
+    // Only the model of this name.
+    std::string model;
+    // --translator: path of orvexpp.
+    std::string program;
+    // Path for the host's FILE statement; empty: the input's name with .scr.
+    std::string put_file;
     std::string time;
     int first_model = 0;
     int first_constraint = 0;
 
     // What translate writes.
+
     std::string out = ".";
     std::string header;
     std::string depfile;
 
     // info and graph.
+
     bool json = false;
-    std::string picture = "dot";  // dot, svg, mermaid, json, table
+    // dot, svg, mermaid, json, table
+    std::string picture = "dot";
     std::string focus;
-    int depth = -1;  // -1: no limit
+    // -1: no limit.
+    int depth = -1;
 };
 
 }  // namespace orvex::frontend

@@ -16,22 +16,28 @@ namespace orvex::frontend {
 
 struct Report {
     Format format = Format::text;
-    std::string path;  // empty for the command's stream
+    // Empty for the command's stream.
+    std::string path;
     bool colour = false;
     bool first = true;
-    std::string text;  // of a file, until it is written
+    // Of a file, until it is written.
+    std::string text;
 };
 
 struct Reporter {
     Options options;
     Stream out{1, "", 0};
     Stream err{2, "", 0};
-    std::vector<Report> reports;  // the first is that of the stream
+    // The first is that of the stream.
+    std::vector<Report> reports;
     Summary summary;
-    std::string first_code;  // of the first error
+    // Of the first error.
+    std::string first_code;
     std::chrono::steady_clock::time_point shown;
-    bool progress = false;     // may be shown
-    bool progress_on = false;  // stands on the terminal
+    // Progress may be shown.
+    bool progress = false;
+    // It is on the terminal.
+    bool progress_on = false;
 };
 
 // Writes the heads of all reports.

@@ -20,20 +20,24 @@ struct Span {
     int end_column = 1;
     std::size_t begin = 0;
     std::size_t end = 0;
-    std::string text;  // the line, without its end
+    // The line, without its end.
+    std::string text;
 };
 
 // A further remark: a note, mostly with a second place, or help.
 struct Remark {
     Severity severity = Severity::note;
     std::string message;
-    Span span;  // without a path where there is no place
+    // Without a path where there is no place.
+    Span span;
 };
 
 struct Finding {
     Severity severity = Severity::error;
-    std::string code;     // of docs/messages.md
-    std::string message;  // lower case, no full stop, names in back quotes
+    // Of docs/messages.md.
+    std::string code;
+    // Lower case, no full stop, names in back quotes.
+    std::string message;
     Span span;
     std::vector<Remark> remarks;
 };

@@ -8,8 +8,10 @@
 
 namespace orvex::frontend {
 
-std::string json_finding(const Finding& finding);  // with its line end
-std::string json_summary(const Summary& summary);  // with its line end
+// Both with their line end.
+std::string json_finding(const Finding& finding);
+std::string json_summary(const Summary& summary);
+
 std::string sarif_head();
 std::string sarif_finding(const Finding& finding, bool first);
 std::string sarif_tail(const Summary& summary);

@@ -21,16 +21,24 @@ struct Example {
 
 struct MessageEntry {
     std::string code;
-    std::vector<std::string> messages;  // patterns, with <name> for what differs from case to case
-    std::string ends;   // how it arrives: "error", "overflow", "stdout", ..., "finding"
-    std::string level;  // of the fact Level, for ends "finding": "warning", "error"
-    std::string cause;  // the paragraphs, each one line
+    // Patterns, with <name> for what differs from case to case.
+    std::vector<std::string> messages;
+    // How it arrives: "error", "overflow", "stdout", ..., "finding".
+    std::string ends;
+    // Of the fact Level, for ends "finding": "warning", "error".
+    std::string level;
+    // The paragraphs, each one line.
+    std::string cause;
     std::string cure;
-    std::string wrong;  // examples; empty where there are none
+    // Examples; empty if there are none.
+    std::string wrong;
     std::string corrected;
-    std::string unreachable;        // why no input leads to it, where none does
-    std::vector<Example> examples;  // all blocks, these two included
-    std::string text;               // the whole entry, as it stands in the page
+    // Why no input leads to it, where none does.
+    std::string unreachable;
+    // All blocks, these two included.
+    std::vector<Example> examples;
+    // The whole entry, as it stands in the page.
+    std::string text;
 };
 
 // All entries, in the order of the page.
@@ -41,7 +49,8 @@ const MessageEntry* find_code(std::string_view code);
 
 struct Recognised {
     const MessageEntry* entry = nullptr;
-    Values values;  // what stands for <name> in the message
+    // What stands for <name> in the message.
+    Values values;
 };
 
 // The entry whose message this is; none where the translator says something that is not in the

@@ -17,8 +17,7 @@ Span whole_file(std::string path);
 Span span_of(const Source& source, int line, std::size_t begin, std::size_t end);
 
 // The whole record of a line: from its first character that is not blank to its last, a comment
-// behind
-// "!" left out unless it is all there is.
+// after "!" left out unless it is all there is.
 Span record_span(const Source& source, int line);
 
 // A name in a line, or the record where the name is not there; the file as a whole for line 0.

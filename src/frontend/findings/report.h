@@ -20,8 +20,10 @@ struct Summary {
     std::size_t files = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    bool more = false;  // further errors were not looked for: the limit of a file was reached
-    int status = 0;     // exit status
+    // Further errors were not looked for: the limit of a file was reached.
+    bool more = false;
+    // Exit status.
+    int status = 0;
 };
 
 // What github and sarif end with where there is more.
@@ -34,8 +36,8 @@ std::string report_head(Format format);
 std::string report_finding(Format format, const Finding& finding, bool first, bool colour);
 std::string report_tail(Format format, const Summary& summary);
 
-// A finding with its line, the number of the line in a margin and "^" under the place; without
-// a line end behind it.
+// A finding with its line, the number of the line in a margin and "^" under the place; without a
+// line end after it.
 std::string rendered(const Finding& finding, bool colour);
 
 // path:line:column: error: text [code]

@@ -20,25 +20,32 @@ bool is_variable(Kind kind);
 
 // A line of the list of variables, in the order of the declarations and report records.
 struct Variable {
-    std::string entry;        // name and arguments as written, "Y(S)"
-    std::string description;  // without the blanks around it
+    // Name and arguments as written, "Y(S)".
+    std::string entry;
+    // Without the blanks around it.
+    std::string description;
 };
 
 struct Symbol {
     std::string name;
     Kind kind = Kind::set;
-    std::vector<int> references;  // lines in the translator's count, ascending, repeated as listed
+    // Lines in the translator's count, ascending, repeated as listed.
+    std::vector<int> references;
 };
 
 struct Header {
     std::vector<Variable> variables;
-    std::vector<std::string>
-        constraints;              // the auxiliary variable of each, from the MODEL statement
-    std::string constraint_text;  // the text under "Constraints:", equations and bodies
-    int first_line = 0;           // the first and the last numbered line of the listing, in
-    int last_line = 0;            // the translator's count; 0 and 0 where there is none
+    // The auxiliary variable of each, from the MODEL statement.
+    std::vector<std::string> constraints;
+    // The text under "Constraints:", equations and bodies.
+    std::string constraint_text;
+    // The first and the last numbered line of the listing, in the translator's count; 0 and 0 if
+    // there is none.
+    int first_line = 0;
+    int last_line = 0;
     std::vector<Symbol> symbols;
-    bool references_lost = false;  // more than the translator can list, or numbers too wide for it
+    // More than the translator can list, or numbers too wide for it.
+    bool references_lost = false;
 };
 
 // Reads a header file, complete or with an error block at its end. One that holds an error block

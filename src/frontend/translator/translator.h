@@ -29,10 +29,14 @@ class Workplace {
 
 // What the control file says beside the input and the error file.
 struct RunSettings {
-    std::string put_file;      // SCR: the path in the host's FILE statement
-    std::string time;          // TIM: blank for none
-    int first_model = 0;       // NMO
-    int first_constraint = 0;  // NCO
+    // SCR: the path in the host's FILE statement.
+    std::string put_file;
+    // TIM: blank for none.
+    std::string time;
+    // NMO
+    int first_model = 0;
+    // NCO
+    int first_constraint = 0;
 };
 
 // The two files of one model.
@@ -40,16 +44,20 @@ struct ModelOutput {
     std::string name;
     std::string generator;
     std::string header;
-    bool complete = false;  // both files are there, and the header file has no error block
+    // Both files are there, and the header file has no error block.
+    bool complete = false;
 };
 
 struct RunResult {
-    std::string err;      // standard error
-    bool failed = false;  // an error file was written
-    std::string message;  // its message, and the last line read, as the translator wrote them
+    // Standard error.
+    std::string err;
+    // An error file was written.
+    bool failed = false;
+    // The message of the error file and the last line read, as the translator wrote them.
+    std::string message;
     std::string last_record;
-    std::vector<ModelOutput>
-        models;  // those the run got to, in their order; the last may have failed
+    // Those the run got to, in their order; the last may have failed.
+    std::vector<ModelOutput> models;
 };
 
 // The program to run: `given` where it is not empty, else orvexpp beside this program, else along

@@ -17,7 +17,8 @@ enum class Flow { makes, uses, demands, endows, taxes, sets };
 struct FlowRow {
     Flow flow;
     std::string_view word;
-    std::string_view colour;  // of a palette that the colour-blind can tell apart
+    // Of a palette that the colour-blind can tell apart.
+    std::string_view colour;
 };
 
 // In the order of the flows.
@@ -36,17 +37,21 @@ static_assert(std::all_of(flow_table.begin(), flow_table.end(),
 struct Node {
     std::string name;
     Kind kind = Kind::sector;
-    std::string label;  // "Y(S)"
+    // "Y(S)"
+    std::string label;
     std::string description;
-    bool constraint = false;  // an auxiliary variable that a constraint determines
+    // An auxiliary variable that a constraint determines.
+    bool constraint = false;
 };
 
 // An arrow, in the direction of the thing or the money that flows.
 struct Edge {
-    std::size_t from = 0;  // indices of nodes
+    // Indices of nodes.
+    std::size_t from = 0;
     std::size_t to = 0;
     Flow flow = Flow::makes;
-    std::string label;  // of the fields: "Q:Y0(S)"; those of several entries parted by "; "
+    // Of the fields: "Q:Y0(S)"; those of several entries parted by "; ".
+    std::string label;
 };
 
 struct Graph {
