@@ -1,6 +1,6 @@
 """Measures the program against small C programs, against cat and against itself, and prints one
-table of ratios. With --against it measures two builds of the program instead, and ends with status 1
-if the newer one is worse. Called by scripts/bench, which builds what is measured; see
+table of ratios. With --against it measures two builds of the program instead, and ends with
+status 1 if it has become worse. Called by scripts/bench, which builds what is measured; see
 docs/performance.md."""
 
 import argparse
@@ -427,7 +427,7 @@ class AgainstBench(Bench):
         return [list(zip(*pairs)) for pairs in kept.values()]
 
     def build_row(self, name, runs, kind, *sizes):
-        """Adds the row of times; returns the case and the runs of A and B for what else is asked."""
+        """Adds the row of times; returns the case, and the runs of A and B for other rows."""
         case = self.case("case", kind, *sizes, program=self.old)
         sides, equal = self.measure(case, runs)
         low, middle, high = quartiles(ratios(*sides))
@@ -573,6 +573,8 @@ def main():
     parser.add_argument("--growth", action="store_true",
                         help="with --against: 10,000,000 lines as well")
     options = parser.parse_args()
+    if options.against and options.keep:
+        parser.error("--keep is for the table of one program")
     signal.signal(signal.SIGTERM, lambda number, frame: sys.exit(1))
     with tempfile.TemporaryDirectory(prefix="orvexpp-bench-", dir=options.folder) as folder:
         kind = AgainstBench if options.against else Bench
