@@ -1,4 +1,4 @@
-// Bytes of files and letters of texts, as the reading routines share them.
+// Bytes, letters and lines of texts.
 #pragma once
 
 #include <algorithm>
@@ -9,12 +9,6 @@
 
 namespace orvex::frontend {
 
-// All that can be read from a descriptor. False, with errno set, where reading fails.
-bool read_all(int descriptor, std::string& bytes);
-
-// A whole file. False, with errno set, where it cannot be opened or read.
-bool read_file(const std::string& path, std::string& bytes);
-
 // Only the letters a to z have an upper case, as for the translator.
 inline char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -22,25 +16,24 @@ inline void make_upper(std::string& text) {
     std::transform(text.begin(), text.end(), text.begin(), upper);
 }
 
+// What a text has around it, but for what counts: blanks, TABs and line ends.
+constexpr std::string_view white_space = " \t\r\n";
+
+// Without the bytes of `around` at its end.
+inline std::string_view trim_end(std::string_view text, std::string_view around = white_space) {
+    return text.substr(0, text.find_last_not_of(around) + 1);
+}
+
+// Without them at its start, too.
+inline std::string_view trimmed(std::string_view text, std::string_view around = white_space) {
+    return trim_end(text.substr(std::min(text.find_first_not_of(around), text.size())), around);
+}
+
 inline std::string_view without_trailing_blanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
+    return trim_end(text, " ");
 }
 
-inline std::string_view without_blanks_around(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view()
-                                           : without_trailing_blanks(text.substr(first));
-}
-
-// Without blanks, TABs and line ends behind it.
-inline std::string_view trim_end(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
-}
-
-// Without them in front of it, too.
-inline std::string_view trimmed(std::string_view text) {
-    return trim_end(text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())));
-}
+inline std::string_view without_blanks_around(std::string_view text) { return trimmed(text, " "); }
 
 // Takes the first line off a text, which is not empty, and its LF with it.
 inline std::string_view take_line(std::string_view& text) {

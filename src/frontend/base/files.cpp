@@ -1,5 +1,7 @@
 #include "frontend/base/files.h"
 
+#include "frontend/base/descriptors.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -15,45 +17,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-bool write_all(int file, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(file, text.data(), text.size());
-        if (written >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            return false;
-        }
-    }
-    return true;
-}
-
-// Closes the file, whose last writes may fail only now. Keeps an earlier errno.
-bool close_written(int file, bool good) {
-    const int error = errno;
-    if (::close(file) != 0 && good) return false;
-    errno = error;
-    return good;
-}
-
 bool has_text(const std::string& path, std::string_view text) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int file = open_file(path, O_RDONLY);
     if (file == -1) return false;
     char buffer[1U << 16U];
     bool same = true;
-    for (;;) {
-        const ssize_t count = ::read(file, buffer, sizeof buffer);
-        if (count == -1 && errno == EINTR) continue;
-        if (count <= 0) {
-            same = same && count == 0 && text.empty();
-            break;
-        }
+    ssize_t count = 0;
+    while (same && (count = read_some(file, buffer, sizeof buffer)) > 0) {
         const std::string_view read(buffer, static_cast<std::size_t>(count));
         same = text.starts_with(read);
-        if (!same) break;
-        text.remove_prefix(read.size());
+        if (same) text.remove_prefix(read.size());
     }
     ::close(file);
-    return same;
+    return same && count == 0 && text.empty();
 }
 
 // Where a path leads in the end, even where nothing is there yet.
@@ -79,13 +55,28 @@ int open_temporary(Pending& pending) {
     do {
         // One of that name may be left of a killed run that had the same number.
         pending.temporary = start + std::to_string(counter++);
-        file = ::open(pending.temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        file = open_file(pending.temporary, O_WRONLY | O_CREAT | O_EXCL, 0666);
     } while (file == -1 && errno == EEXIST);
     if (file == -1) pending.temporary.clear();
     return file;
 }
 
 }  // namespace
+
+bool read_file(const std::string& path, std::string& bytes) {
+    const int file = open_file(path, O_RDONLY);
+    if (file == -1) return false;
+    const bool complete = read_all(file, bytes);
+    const int error = errno;
+    ::close(file);
+    errno = error;
+    return complete;
+}
+
+bool write_private_file(const std::string& path, std::string_view text) {
+    const int file = open_file(path, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    return file != -1 && close_written(file, write_all(file, text));
+}
 
 void add_file(FileSet& files, const std::string& path) {
     struct stat found {};
@@ -109,6 +100,7 @@ bool prepare(const std::string& path, std::string_view text, Pending& pending) {
     pending.text = text;
     pending.target = path;
     const bool exists = ::stat(path.c_str(), &found) == 0;
+    if (!exists && errno != ENOENT) return false;
     if (exists && S_ISDIR(found.st_mode)) {
         errno = EISDIR;
         return false;
@@ -135,7 +127,7 @@ bool prepare(const std::string& path, std::string_view text, Pending& pending) {
 bool commit(Pending& pending) {
     if (!pending.changed) return true;
     if (pending.in_place) {
-        const int file = ::open(pending.target.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+        const int file = open_file(pending.target, O_WRONLY | O_NOCTTY);
         return file != -1 && close_written(file, write_all(file, pending.text));
     }
     if (::rename(pending.temporary.c_str(), pending.target.c_str()) == 0) return true;

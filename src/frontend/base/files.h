@@ -1,4 +1,4 @@
-// Files that are written as a whole or not at all.
+// Files that are read as a whole, and written as a whole or not at all.
 #pragma once
 
 #include <set>
@@ -7,6 +7,12 @@
 #include <utility>
 
 namespace orvex::frontend {
+
+// Reads a whole file. False, with errno set, where it cannot be opened or read.
+bool read_file(const std::string& path, std::string& bytes);
+
+// Writes a file for this user alone, in place. False, with errno set, where that cannot be done.
+bool write_private_file(const std::string& path, std::string_view text);
 
 // Files that are there, whatever their paths: device and inode of each.
 using FileSet = std::set<std::pair<unsigned long long, unsigned long long>>;

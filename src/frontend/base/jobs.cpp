@@ -1,5 +1,7 @@
 #include "frontend/base/jobs.h"
 
+#include "frontend/base/interrupts.h"
+
 #include <condition_variable>
 #include <exception>
 #include <mutex>
@@ -94,6 +96,7 @@ void in_order(std::size_t count, int jobs, const std::function<void(std::size_t,
     line.ready.resize(static_cast<std::size_t>(jobs) * ahead);
     std::vector<std::thread> threads;
     try {
+        const InterruptsHeld held;
         for (int worker = 0; worker < jobs; ++worker) {
             threads.emplace_back([&, worker] { work_on(line, count, worker, work); });
         }

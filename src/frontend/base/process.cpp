@@ -1,12 +1,17 @@
 #include "frontend/base/process.h"
 
+#include "frontend/base/descriptors.h"
+#include "frontend/base/interrupts.h"
+#include "frontend/base/streams.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #ifdef __APPLE__
@@ -17,8 +22,27 @@ namespace orvex::frontend {
 
 namespace {
 
+constexpr int slice = 100;  // milliseconds after which a wait looks for a signal
+
 [[noreturn]] void fail(const std::string& what, int error) {
-    throw StartFailure{what + ": " + std::strerror(error), error};
+    throw StartFailure{what + ": " + system_message(error), error};
+}
+
+void fail_if_interrupted() {
+    if (interrupt_signal() != 0) fail("the run was ended", EINTR);
+}
+
+void pause(int milliseconds) { ::poll(nullptr, 0, milliseconds); }
+
+// Descriptors that another thread's program must not get.
+bool make_pipe(int (&ends)[2]) {
+#ifdef __linux__
+    return ::pipe2(ends, O_CLOEXEC) == 0;
+#else
+    if (::pipe(ends) != 0) return false;
+    for (const int end : ends) ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    return true;
+#endif
 }
 
 // What a program says on one of its standard streams. A pipe, because a file would have to be made
@@ -26,8 +50,7 @@ namespace {
 class Pipe {
   public:
     Pipe() {
-        if (::pipe(ends_) != 0) fail("cannot make a pipe", errno);
-        for (const int end : ends_) ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        if (!make_pipe(ends_)) fail("cannot make a pipe", errno);
     }
     ~Pipe() {
         ::close(ends_[0]);
@@ -46,11 +69,12 @@ class Pipe {
     }
 
     // Adds what is there to the text. False at the end.
-    bool read_some(std::string& text) const {
+    bool take_some(std::string& text) const {
         char bytes[4096];
-        const ssize_t count = ::read(ends_[0], bytes, sizeof bytes);
-        if (count > 0) text.append(bytes, static_cast<std::size_t>(count));
-        return count > 0 || (count < 0 && errno == EINTR);
+        const ssize_t count = read_some(ends_[0], bytes, sizeof bytes);
+        if (count < 0) fail("cannot read from a pipe", errno);
+        text.append(bytes, static_cast<std::size_t>(count));
+        return count > 0;
     }
 
   private:
@@ -63,12 +87,68 @@ void read_streams(Pipe& out, Pipe& err, Ended& ended) {
     err.close_writer();
     pollfd ends[] = {{out.reader(), POLLIN, 0}, {err.reader(), POLLIN, 0}};
     while (ends[0].fd >= 0 || ends[1].fd >= 0) {
-        if (::poll(ends, 2, -1) < 0 && errno != EINTR) return;
-        if (ends[0].revents != 0 && !out.read_some(ended.out)) ends[0].fd = -1;
-        if (ends[1].revents != 0 && !err.read_some(ended.err)) ends[1].fd = -1;
-        ends[0].revents = ends[1].revents = 0;
+        const int count = ::poll(ends, 2, slice);
+        fail_if_interrupted();
+        if (count < 0 && errno != EINTR) fail("cannot wait for a pipe", errno);
+        if (count <= 0) continue;
+        if (ends[0].revents != 0 && !out.take_some(ended.out)) ends[0].fd = -1;
+        if (ends[1].revents != 0 && !err.take_some(ended.err)) ends[1].fd = -1;
     }
 }
+
+// A program that was started. It ends with the object.
+class Child {
+  public:
+    explicit Child(pid_t process) : process_(process) {}
+    ~Child() {
+        if (process_ != 0) end();
+    }
+    Child(const Child&) = delete;
+    Child(Child&&) = delete;
+    Child& operator=(const Child&) = delete;
+    Child& operator=(Child&&) = delete;
+
+    // Waits for its end. The status is as waitpid gives it.
+    int wait() {
+        // A program closes its streams a moment before it ends, so it is worth to try some more.
+        constexpr int tries = 20;
+        int status = 0;
+        for (int round = 0; !has_ended(status); ++round) {
+            fail_if_interrupted();
+            if (round < tries) {
+                std::this_thread::yield();
+            } else {
+                pause(std::min(round - tries + 1, slice));
+            }
+        }
+        return status;
+    }
+
+  private:
+    bool has_ended(int& status) {
+        const pid_t ended = ::waitpid(process_, &status, WNOHANG);
+        if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
+        process_ = 0;
+        if (ended < 0) fail("cannot wait for a program", errno);
+        return true;
+    }
+
+    // By the signal that ends this program, and by force where that does not end it soon.
+    void end() {
+        constexpr int tries = 50;
+        int status = 0;
+        ::kill(process_, interrupt_signal() != 0 ? interrupt_signal() : SIGTERM);
+        for (int round = 0; round < tries; ++round) {
+            if (::waitpid(process_, &status, WNOHANG) != 0) return;
+            pause(slice / 10);
+        }
+        ::kill(process_, SIGKILL);
+        while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+        }
+    }
+
+    pid_t process_;
+};
 
 // What the new process does before it becomes the program.
 class SpawnPlan {
@@ -89,7 +169,7 @@ class SpawnPlan {
         sigset_t signals;
         ::sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        ::sigaddset(&signals, SIGPIPE);
+        for (const int ignored : {SIGPIPE, SIGXFSZ}) ::sigaddset(&signals, ignored);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
     }
@@ -131,12 +211,10 @@ Ended run_process(std::vector<std::string> words, const std::string& folder, int
     static_cast<void>(before);
     Pipe out;
     Pipe err;
-    const pid_t process = SpawnPlan(folder, input, out, err).start(words);
+    Child child(SpawnPlan(folder, input, out, err).start(words));
     Ended ended;
     read_streams(out, err, ended);
-    while (::waitpid(process, &ended.status, 0) < 0) {
-        if (errno != EINTR) fail("cannot wait for " + words.front(), errno);
-    }
+    ended.status = child.wait();
     return ended;
 }
 

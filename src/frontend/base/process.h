@@ -20,7 +20,8 @@ struct Ended {
 
 // Runs a program and waits for its end. `words` are its path, or a name to be found along PATH, and
 // its arguments; `folder` is where it works, the current one where empty; `input` is the descriptor
-// that it reads standard input from, none where negative. Throws StartFailure.
+// that it reads standard input from, none where negative. Throws StartFailure, also for a signal
+// that ends this program (base/interrupts.h): the program that was started has ended then, too.
 Ended run_process(std::vector<std::string> words, const std::string& folder, int input = -1);
 
 }  // namespace orvex::frontend

@@ -1,5 +1,7 @@
 #include "frontend/base/streams.h"
 
+#include "frontend/base/descriptors.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -27,21 +29,12 @@ void put(Stream& stream, std::string_view text) {
 }
 
 bool flush(Stream& stream) {
-    std::string_view rest = stream.pending;
-    while (!rest.empty() && stream.error == 0) {
-        const ssize_t written = ::write(stream.descriptor, rest.data(), rest.size());
-        if (written >= 0) {
-            rest.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            stream.error = errno;
-        }
-    }
+    if (stream.error == 0 && !write_all(stream.descriptor, stream.pending)) stream.error = errno;
     stream.pending.clear();
     return stream.error == 0;
 }
 
 std::string failure_line(const Stream& stream) {
-    if (stream.error == EPIPE) return "";
     return "error: cannot write standard output: " + system_message(stream.error) + "\n";
 }
 
@@ -63,6 +56,7 @@ void guard_streams() {
         if (::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY) == -1) return;
     }
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::string system_message(int error) { return std::generic_category().message(error); }

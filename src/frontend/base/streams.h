@@ -19,8 +19,7 @@ struct Stream {
 void put(Stream& stream, std::string_view text);
 bool flush(Stream& stream);  // false where a write has failed
 
-// What there is to say of a stream that has failed: a line, or nothing where its reader has read
-// enough and closed the pipe.
+// What there is to say of a stream that has failed, as a line.
 std::string failure_line(const Stream& stream);
 
 bool is_terminal(const Stream& stream);
@@ -29,8 +28,9 @@ bool is_terminal(const Stream& stream);
 // them where NO_COLOR is not set.
 bool use_colour(const Stream& stream, Colour colour);
 
-// Puts something in place of closed standard descriptors, so that no file takes their number, and
-// lets a write to a closed pipe fail instead of ending the program.
+// Puts something in place of closed standard descriptors, so that no file takes their number. A
+// write to a closed pipe, or past the largest size that a file may have, fails from now on instead
+// of ending the program.
 void guard_streams();
 
 // What the system says of an errno.

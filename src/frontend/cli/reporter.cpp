@@ -1,6 +1,7 @@
 #include "frontend/cli/reporter.h"
 
 #include "frontend/base/files.h"
+#include "frontend/base/interrupts.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 
@@ -24,8 +25,8 @@ constexpr std::string_view erase_line = "\r\x1b[K";
 // Those errors say that the work could not be done, not that a model is wrong.
 int status_of(std::string_view code) {
     constexpr std::string_view failures[] = {
-        "file-unreadable", "graphviz-run", "output-write", "translator-start",
-        "unit-read",       "unit-write",   "usage"};
+        "file-unreadable",  "graphviz-run", "output-write", "result-unknown",
+        "translator-start", "unit-read",    "unit-write",   "usage"};
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 
@@ -87,6 +88,7 @@ void write_report_files(Reporter& reporter) {
         const std::string text = report.text + report_tail(report.format, reporter.summary);
         if (put_file(report.path, text, changed)) continue;
         const int error = errno;
+        if (interrupt_signal() != 0) return;
         show(reporter,
              failure("output-write", "cannot write `" + report.path + "`: " + system_message(error),
                      whole_file(report.path)));
@@ -163,6 +165,7 @@ void hide_progress(Reporter& reporter) {
 int end(Reporter& reporter, const std::string& news) {
     hide_progress(reporter);
     write_report_files(reporter);
+    if (interrupt_signal() != 0) return reporter.summary.status;
     Report& report = reporter.reports.front();
     write(reporter, report, report_tail(report.format, reporter.summary));
     const bool good = flush(reporter.out);

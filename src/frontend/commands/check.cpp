@@ -149,17 +149,13 @@ bool add_system_messages(Search& search, std::string_view text) {
     return any;
 }
 
-// The whole input, as far as it is not silenced. A program that ends before the last model, and
-// neither with a fault of a model nor with a reason, is no translator.
+// The whole input, as far as it is not silenced. Where the outputs tell nothing, a finding says why.
 RunResult translate_all(Search& search) {
     RunResult run = translate(search, search.input.bytes);
     const bool explained = add_system_messages(search, run.err);
-    const bool lost =
-        run.failed ? run.models.empty() : run.models.size() < search.input.names.size();
-    if (lost && !explained) {
-        const auto words = lines_of(run.err);
-        throw StartFailure{search.program + " ended before it had read the model" +
-                           (words.empty() ? "" : ": " + std::string(words.front()))};
+    if (!run.cause.empty() && !explained) {
+        add_error(search, "result-unknown", "the translator's result is unknown: " + run.cause,
+                  whole_file(search.source.path));
     }
     return run;
 }
@@ -222,6 +218,7 @@ int failing_line(const Search& search, const std::string& message, int last) {
     const std::string input =
         search.input.bytes.substr(0, line_at(search.source, last).offset) + "$OFFTEXT\n";
     const RunResult run = translate(search, input);
+    if (!run.cause.empty()) throw StartFailure{run.cause};
     return run.failed && run.message == message ? record_above(search, last) : last;
 }
 

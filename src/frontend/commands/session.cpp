@@ -2,6 +2,7 @@
 
 #include "frontend/base/bytes.h"
 #include "frontend/base/files.h"
+#include "frontend/base/interrupts.h"
 #include "frontend/base/jobs.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/reporter.h"
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <memory>
 
 namespace orvex::frontend {
@@ -50,24 +50,13 @@ struct Session {
     std::string svg;  // the one picture, until all files are read
 };
 
-volatile std::sig_atomic_t interrupted = 0;
-
-extern "C" void note_interrupt(int signal);
-extern "C" void note_interrupt(int signal) { interrupted = signal; }
-
-// Signals that end the program: first the temporary folders are removed.
+// A signal is to end the program: first the temporary folders are removed.
 struct Interrupt {};
 
 struct OutputFailure {};
 
-void catch_interrupts() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction action {};
-        if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-        action.sa_handler = note_interrupt;
-        action.sa_flags = SA_RESTART;
-        ::sigaction(signal, &action, nullptr);
-    }
+void stop_if_interrupted() {
+    if (interrupt_signal() != 0) throw Interrupt();
 }
 
 Finding start_failure(const std::string& path, const StartFailure& error) {
@@ -131,7 +120,7 @@ void draw_model(const Options& options, const Economy& economy, File& file) {
 
 // On any thread.
 void work_on(Session& session, std::size_t index, std::size_t worker) {
-    if (interrupted != 0) throw Interrupt();
+    stop_if_interrupted();
     File& file = session.files[index];
     if (!read(session, index)) return;
     try {
@@ -139,7 +128,7 @@ void work_on(Session& session, std::size_t index, std::size_t worker) {
         if (place == nullptr) place = std::make_unique<Workplace>();
         file.checked = check(*file.source, session.options, session.program, *place);
     } catch (const StartFailure& error) {
-        if (interrupted != 0) throw Interrupt();
+        stop_if_interrupted();
         file.checked.findings.push_back(start_failure(file.source->path, error));
         return;
     }
@@ -174,7 +163,7 @@ void put_drawn(Reporter& reporter, const std::string& drawn) {
 
 // On one thread, in the order of the files.
 void finish(Session& session, std::size_t index) {
-    if (interrupted != 0) throw Interrupt();
+    stop_if_interrupted();
     File& file = session.files[index];
     Reporter& reporter = session.reporter;
     ++reporter.summary.files;
@@ -183,6 +172,7 @@ void finish(Session& session, std::size_t index) {
     }
     if (session.options.command == Command::translate && file.source != nullptr) {
         place_outputs(*file.source, file.checked, session.options, session.inputs, session.placed);
+        stop_if_interrupted();
     }
     session.pictures += file.pictures;
     session.focus_names.insert(session.focus_names.end(), file.not_focussed.begin(),
@@ -268,6 +258,7 @@ void write_depfile(Session& session) {
     bool changed = false;
     if (!put_file(path, depfile(session.placed.outputs, inputs), changed)) {
         const int error = errno;
+        stop_if_interrupted();
         show(session.reporter,
              failure("output-write", "cannot write `" + path + "`: " + system_message(error),
                      whole_file(path)));
@@ -315,6 +306,21 @@ void run_files(Session& session) {
     write_depfile(session);
 }
 
+// Returns the exit status.
+int run_and_end(Session& session) {
+    try {
+        run_files(session);
+    } catch (const UsageError& error) {
+        show_usage(session.reporter, error.text, error.hint);
+    } catch (const OutputFailure&) {
+        // Nobody reads on: the end says why.
+    }
+    stop_if_interrupted();
+    const int status = end(session.reporter, news(session));
+    stop_if_interrupted();
+    return status;
+}
+
 }  // namespace
 
 int run_command(const Options& options) {
@@ -327,7 +333,7 @@ int run_command(const Options& options) {
     if (options.command == Command::info || options.command == Command::graph) {
         session.options.levels["all"] = Level::off;
     }
-    // A read that may wait is to end at once with an interrupt.
+    // Until the signals are caught they end the program at once, wherever it waits.
     for (std::size_t i = 0; i < session.paths.size(); ++i) {
         if (may_wait(session.paths[i])) read(session, i);
     }
@@ -336,18 +342,13 @@ int run_command(const Options& options) {
     begin(session.reporter);
     catch_interrupts();
     try {
-        run_files(session);
+        return run_and_end(session);
     } catch (const Interrupt&) {
-        hide_progress(session.reporter);
         session.places.clear();
-        std::signal(interrupted, SIG_DFL);
-        std::raise(interrupted);
-    } catch (const UsageError& error) {
-        show_usage(session.reporter, error.text, error.hint);
-    } catch (const OutputFailure&) {
-        // Nobody reads on: the end says why.
+        hide_progress(session.reporter);
+        end_by_interrupt();
+        return 2;
     }
-    return end(session.reporter, news(session));
 }
 
 }  // namespace orvex::frontend

@@ -1,6 +1,8 @@
 #include "frontend/syntax/source.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/descriptors.h"
+#include "frontend/base/files.h"
 
 #include <algorithm>
 #include <unistd.h>

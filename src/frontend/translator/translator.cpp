@@ -1,12 +1,12 @@
 #include "frontend/translator/translator.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/files.h"
+#include "frontend/base/streams.h"
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,51 +24,55 @@ constexpr char control_file[] = "control";
 constexpr char input_file[] = "input";
 constexpr char error_file[] = "error";
 
+constexpr char ended_early[] = "it ended before it had read the model";
+
 constexpr std::size_t longest_value = 255;  // of an entry of the control file
 constexpr std::size_t longest_number = 4;
 
-std::string reason_of(int error) { return std::strerror(error); }
-
 void write_file(const std::string& path, std::string_view bytes) {
-    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (file < 0) throw StartFailure{"cannot write " + path + ": " + reason_of(errno)};
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) {
-            const int error = count < 0 ? errno : ENOSPC;
-            ::close(file);
-            throw StartFailure{"cannot write " + path + ": " + reason_of(error)};
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    if (::close(file) != 0 && errno != EINTR)
-        throw StartFailure{"cannot write " + path + ": " + reason_of(errno)};
+    if (!write_private_file(path, bytes))
+        throw StartFailure{"cannot write " + path + ": " + system_message(errno)};
 }
 
-// Removes the files of a folder.
-void empty_folder(const std::string& path) {
+// Removes the files of a folder. False, with errno set, where one is left.
+bool empty_folder(const std::string& path) {
     DIR* const folder = ::opendir(path.c_str());
-    if (folder == nullptr) return;
-    while (const dirent* const entry = ::readdir(folder)) {
+    if (folder == nullptr) return errno == ENOENT;
+    int error = 0;
+    for (errno = 0; const dirent* const entry = ::readdir(folder); errno = 0) {
         const std::string_view name = entry->d_name;
-        if (name != "." && name != "..") ::unlinkat(::dirfd(folder), entry->d_name, 0);
+        if (name == "." || name == "..") continue;
+        const bool gone = ::unlinkat(::dirfd(folder), entry->d_name, 0) == 0 || errno == ENOENT;
+        if (!gone) error = errno;
     }
+    if (errno != 0) error = errno;
     ::closedir(folder);
+    errno = error;
+    return error == 0;
 }
 
 // Leaves a folder empty on every way out of a run.
 class Cleaner {
   public:
     explicit Cleaner(const std::string& path) : path_(path) {}
-    ~Cleaner() { empty_folder(path_); }
+    ~Cleaner() {
+        if (!cleaned_) empty_folder(path_);
+    }
     Cleaner(const Cleaner&) = delete;
     Cleaner(Cleaner&&) = delete;
     Cleaner& operator=(const Cleaner&) = delete;
     Cleaner& operator=(Cleaner&&) = delete;
 
+    // A file that stays could be taken for one of the next run.
+    void clean() {
+        cleaned_ = true;
+        if (!empty_folder(path_))
+            throw StartFailure{"cannot empty " + path_ + ": " + system_message(errno)};
+    }
+
   private:
     const std::string& path_;
+    bool cleaned_ = false;
 };
 
 void add_text(std::string& control, std::string_view label, const std::string& value,
@@ -124,35 +128,92 @@ void expect_orderly_end(const std::string& program, const Ended& ended) {
     if (const std::string words = words_of(ended.out); !words.empty()) throw StartFailure{words};
 }
 
-// The report has ten lines, of which the fourth is the message and the eighth the last line read.
-void read_report(std::string_view report, RunResult& result) {
-    result.failed = true;
-    for (int number = 1; !report.empty(); ++number) {
-        const std::string_view line = take_line(report);
-        if (number == 4) result.message = line;
-        if (number == 8) result.last_record = line;
+// An output as it was found.
+struct Found {
+    std::string text;
+    int error = 0;  // errno where it could not be read; ENOENT where it is not there
+};
+
+Found find(const std::string& path) {
+    Found found;
+    if (!read_file(path, found.text)) found.error = errno;
+    return found;
+}
+
+std::string unread(const std::string& file, int error) {
+    return "cannot read `" + file + "`: " + system_message(error);
+}
+
+// The report has ten lines: the second names the model, the fourth is the message, the eighth the
+// last line read. A report of another form tells that the translator itself has failed.
+struct Report {
+    bool whole = false;
+    std::string model, message, last_record;
+};
+
+Report read_report(std::string_view text) {
+    constexpr std::string_view before_model = " Error preprocessing: ";
+    const std::vector<std::string_view> lines = lines_of(text);
+    Report report;
+    if (lines.size() != 10 || !text.ends_with(".HDR for details.\n") ||
+        !lines[1].starts_with(before_model)) {
+        return report;
     }
+    report.whole = true;
+    report.model = lines[1].substr(before_model.size());
+    report.message = lines[3];
+    report.last_record = lines[7];
+    return report;
 }
 
-// Reads the outputs of one model. False where the run did not come to its end.
-bool read_model(const std::string& stem, ModelOutput& model) {
-    const bool generated = read_file(stem + ".GEN", model.generator);
-    const bool headed = read_file(stem + ".HDR", model.header);
-    // The last line of a header file: the error block would stand behind it.
-    model.complete = generated && headed && model.header.ends_with(".INTEGER1=1;\n");
-    return model.complete;
+// Takes the model of a run that ended well, or says why nobody can tell whether it did.
+std::string take_model(const std::string& folder, const std::string& name, RunResult& result) {
+    const std::string path = folder + "/" + name;
+    Found generator = find(path + ".GEN");
+    Found header = find(path + ".HDR");
+    if (generator.error == ENOENT && header.error == ENOENT)
+        return ended_early;
+    if (generator.error != 0) return unread(name + ".GEN", generator.error);
+    if (header.error != 0) return unread(name + ".HDR", header.error);
+    // The last line of a header file: the error block would follow it.
+    if (!header.text.ends_with(".INTEGER1=1;\n"))
+        return "`" + name + ".HDR` is not complete, and no report says why";
+    result.models.push_back({name, std::move(generator.text), std::move(header.text), true});
+    return {};
 }
 
-void read_models(const std::string& folder, const std::vector<std::string>& names,
-                 RunResult& result) {
+// Takes the report of the model that the run stopped in. What its files hold can help to explain
+// the error, but does not change it.
+std::string take_report(const std::string& folder, const std::string& text,
+                        const std::vector<std::string>& names, RunResult& result) {
+    Report report = read_report(text);
+    if (!report.whole) {
+        const std::string words = words_of(text);
+        return "the translator's report is not complete" + (words.empty() ? "" : ": " + words);
+    }
     for (const std::string& name : names) {
-        ModelOutput model;
-        model.name = name;
-        const bool complete = read_model(std::string(folder).append("/").append(name), model);
-        if (!complete && model.generator.empty() && model.header.empty()) return;
-        result.models.push_back(std::move(model));
-        if (!complete) return;
+        if (name == report.model) {
+            const std::string path = folder + "/" + name;
+            result.failed = true;
+            result.message = std::move(report.message);
+            result.last_record = std::move(report.last_record);
+            result.models.push_back({name, find(path + ".GEN").text, find(path + ".HDR").text});
+            return {};
+        }
+        if (std::string cause = take_model(folder, name, result); !cause.empty()) return cause;
     }
+    return "the translator's report is about another model, `" + report.model + "`";
+}
+
+std::string take_outputs(const std::string& folder, const std::vector<std::string>& names,
+                         RunResult& result) {
+    const Found report = find(folder + "/" + error_file);
+    if (report.error == 0) return take_report(folder, report.text, names, result);
+    if (report.error != ENOENT) return unread("the translator's report", report.error);
+    for (const std::string& name : names) {
+        if (std::string cause = take_model(folder, name, result); !cause.empty()) return cause;
+    }
+    return {};
 }
 
 std::string own_folder() {
@@ -175,7 +236,7 @@ std::string own_folder() {
 // A path that also holds in another working folder.
 std::string absolute(const std::string& path) {
     char* const real = ::realpath(path.c_str(), nullptr);
-    if (real == nullptr) throw StartFailure{path + ": " + reason_of(errno)};
+    if (real == nullptr) throw StartFailure{path + ": " + system_message(errno)};
     std::string result = real;
     std::free(real);
     return result;
@@ -192,7 +253,7 @@ std::string given_program(const std::string& given) {
     struct stat status {};
     if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
         throw StartFailure{given + " is not a program"};
-    if (::access(path.c_str(), X_OK) != 0) throw StartFailure{given + ": " + reason_of(errno)};
+    if (::access(path.c_str(), X_OK) != 0) throw StartFailure{given + ": " + system_message(errno)};
     return path;
 }
 
@@ -204,12 +265,13 @@ Workplace::Workplace() {
     path_ += "/orvex-XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr) {
         path_.resize(path_.find_last_of('/'));
-        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " + reason_of(errno)};
+        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " + system_message(errno)};
     }
     if (path_.front() != '/') path_ = absolute(path_);
 }
 
 Workplace::~Workplace() {
+    if (::rmdir(path_.c_str()) == 0) return;
     empty_folder(path_);
     ::rmdir(path_.c_str());
 }
@@ -230,19 +292,29 @@ std::string find_translator(const std::string& given) {
     throw StartFailure{"the translator orvexpp is neither beside this program nor along PATH"};
 }
 
+RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names) {
+    RunResult result;
+    std::string cause = take_outputs(folder, names, result);
+    if (cause.empty()) return result;
+    result = RunResult();
+    result.cause = std::move(cause);
+    return result;
+}
+
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings) {
     const std::string& folder = place.path();
-    const Cleaner cleaner(folder);
+    Cleaner cleaner(folder);
     write_file(folder + "/" + control_file, control_text(settings));
     write_file(folder + "/" + input_file, input);
-    RunResult result;
     Ended ended = run_process({program, control_file}, folder);
     expect_orderly_end(program, ended);
+    RunResult result = read_outputs(folder, names);
+    cleaner.clean();
+    if (result.cause == ended_early) result.cause.replace(0, 2, program);
+    const std::string words = words_of(ended.err);
+    if (!result.cause.empty() && !words.empty()) result.cause += ": " + words;
     result.err = std::move(ended.err);
-    std::string report;
-    if (read_file(folder + "/" + error_file, report)) read_report(report, result);
-    read_models(folder, names, result);
     return result;
 }
 

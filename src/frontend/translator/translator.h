@@ -44,19 +44,26 @@ struct ModelOutput {
     std::string name;
     std::string generator;
     std::string header;
-    // Both files are there, and the header file has no error block.
+    // The translator accepted the model: both files were read, and the header file to its closing
+    // lines. Otherwise the run stopped in the model, and a file that could not be read is empty.
     bool complete = false;
 };
 
+// What a run came to. Where `cause` is not empty, nobody can tell: nothing but `err` is set then,
+// and no model counts as right or wrong. Otherwise there are two ways:
+// - `failed`: a whole report was read. The last of `models` is the one that it names; those before
+//   it are complete, and those after it were not reached.
+// - not `failed`: all models of the input are there, and complete.
 struct RunResult {
     // Standard error.
     std::string err;
-    // An error file was written.
+    // Why the outputs tell nothing, as part of a sentence.
+    std::string cause;
     bool failed = false;
-    // The message of the error file and the last line read, as the translator wrote them.
+    // The message of the report and the last line read, as the translator wrote them.
     std::string message;
     std::string last_record;
-    // Those the run got to, in their order; the last may have failed.
+    // In the order of the input.
     std::vector<ModelOutput> models;
 };
 
@@ -64,10 +71,14 @@ struct RunResult {
 // PATH. Throws StartFailure where there is none.
 std::string find_translator(const std::string& given);
 
-// Translates `input` with the program in the folder and reads what it wrote; `names` are those of
-// the models that the input has, in their order. The folder is empty again afterwards. Throws
-// StartFailure where the program cannot be run, ends by a signal or with another status than 0, or
-// says on its standard output why it could not begin (its words are the reason).
+// Reads what a run that ended in good order left in its folder; `names` are those of the models
+// that its input has, in their order. All of the result is set but `err`.
+RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names);
+
+// Translates `input` with the program in the folder and reads what it wrote, as read_outputs does.
+// The folder is empty again afterwards. Throws StartFailure where the program cannot be run, ends
+// by a signal or with another status than 0, or says on its standard output why it could not begin
+// (its words are the reason), or where a file of the run cannot be removed.
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings);
 

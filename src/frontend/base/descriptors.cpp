@@ -1,0 +1,64 @@
+#include "frontend/base/descriptors.h"
+
+#include "frontend/base/interrupts.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvex::frontend {
+
+int open_file(const std::string& path, int flags, mode_t mode) {
+    int file = -1;
+    do {
+        file = ::open(path.c_str(), flags | O_CLOEXEC, mode);
+    } while (file == -1 && is_passing_interruption());
+    return file;
+}
+
+ssize_t read_some(int descriptor, char* to, std::size_t size) {
+    ssize_t count = 0;
+    do {
+        count = ::read(descriptor, to, size);
+    } while (count == -1 && is_passing_interruption());
+    return count;
+}
+
+bool read_all(int descriptor, std::string& bytes) {
+    constexpr std::size_t least_room = 4096;
+    struct stat status {};
+    const bool sized = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    // One byte more than the file has, so that the second read finds its end.
+    bytes.resize(sized ? static_cast<std::size_t>(status.st_size) + 1 : least_room);
+    std::size_t used = 0;
+    for (;;) {
+        if (used == bytes.size()) bytes.resize(2 * bytes.size() + least_room);
+        const ssize_t count = read_some(descriptor, bytes.data() + used, bytes.size() - used);
+        if (count <= 0) {
+            bytes.resize(used);
+            return count == 0;
+        }
+        used += static_cast<std::size_t>(count);
+    }
+}
+
+bool write_all(int descriptor, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = ::write(descriptor, text.data(), text.size());
+        if (count == 0) errno = EIO;
+        if (count == 0 || (count == -1 && !is_passing_interruption())) return false;
+        if (count > 0) text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+bool close_written(int descriptor, bool good) {
+    const int error = errno;
+    // After an interruption the descriptor is closed all the same, and nothing is lost.
+    if (::close(descriptor) != 0 && good && errno != EINTR) return false;
+    errno = error;
+    return good;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,65 @@
+#include "frontend/base/interrupts.h"
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+
+// Signals have no other way to tell the program that they came.
+volatile std::sig_atomic_t noted = 0;
+
+// A signal that comes between a look at `noted` and a system call that waits would be missed: the
+// alarm interrupts the call a second later, and again until the program has ended.
+extern "C" void note_interrupt(int signal);
+extern "C" void note_interrupt(int signal) {
+    const int error = errno;
+    if (signal != SIGALRM && noted == 0) noted = signal;
+    ::alarm(1);
+    errno = error;
+}
+
+void handle(int signal) {
+    struct sigaction action {};
+    action.sa_handler = note_interrupt;
+    ::sigaction(signal, &action, nullptr);
+}
+
+bool is_ignored(int signal) {
+    struct sigaction action {};
+    return ::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN;
+}
+
+}  // namespace
+
+void catch_interrupts() {
+    handle(SIGALRM);
+    for (const int signal : interrupts) {
+        if (!is_ignored(signal)) handle(signal);
+    }
+}
+
+int interrupt_signal() { return noted; }
+
+bool is_passing_interruption() { return errno == EINTR && noted == 0; }
+
+InterruptsHeld::InterruptsHeld() {
+    sigset_t held;
+    ::sigemptyset(&held);
+    for (const int signal : interrupts) ::sigaddset(&held, signal);
+    ::sigaddset(&held, SIGALRM);
+    ::pthread_sigmask(SIG_BLOCK, &held, &before_);
+}
+
+InterruptsHeld::~InterruptsHeld() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+void end_by_interrupt() {
+    ::alarm(0);
+    std::signal(noted, SIG_DFL);
+    std::raise(noted);
+}
+
+}  // namespace orvex::frontend
