@@ -317,6 +317,59 @@ TEST(Jobs, AKilledRunLeavesWholeOutputs) {
     EXPECT_EQ(result.out, "48\n");
 }
 
+std::string unused_names(int count) {
+    std::string names;
+    for (int i = 0; i < count; ++i) names += "\n Q" + std::to_string(i);
+    return names;
+}
+
+// A report that is too large for the limit leaves the older one.
+TEST(Translate, AFailedWriteLeavesTheOldFile) {
+    const Folder folder;
+    folder.write("many.zlm", model("M", unused_names(40)));
+    const Result result = folder.shell(
+        "echo old >r.json\n"
+        "(ulimit -f 16; \"$ORVEX\" check --report json=r.json many.zlm; echo $?) 2>&1 |\n"
+        "  grep -e '^error' -e '^2$'; cat r.json; ls -A");
+    EXPECT_EQ(result.out,
+              "error[output-write]: cannot write `r.json`: File too large\n2\nold\n"
+              "many.zlm\nr.json\n");
+}
+
+// What a command waits for, and the signal.
+const char* const waits[][2] = {
+    {"check --report json=fifo good.zlm", "INT"},
+    {"translate --header fifo good.zlm", "TERM"},
+    {"translate --depfile fifo --model N two.zlm", "HUP"},
+    {"check fifo good.zlm", "TERM"},
+    {"check -j 1 --translator ./silent good.zlm bad.zlm", "INT"},
+    {"check -j 2 --translator ./silent good.zlm bad.zlm", "HUP"},
+    {"check -j 2 --translator ./deaf good.zlm bad.zlm", "TERM"},
+    {"check --report json=full many.zlm", "INT"},
+};
+
+TEST(Jobs, ASignalEndsEveryWait) {
+    for (const auto& [command, signal] : waits) {
+        SCOPED_TRACE(command);
+        const Folder folder;
+        write_files(folder);
+        folder.write("silent", "#!/bin/sh\necho $$ >>\"$HERE/pids\"; exec sleep 9\n");
+        folder.write("deaf",
+                     "#!/bin/sh\ntrap '' TERM\nexec >&- 2>&-\necho $$ >>\"$HERE/pids\"\n"
+                     "while :; do sleep 0.1; done\n");
+        folder.write("M.GEN", "old");
+        folder.write("many.zlm", model("M", unused_names(200)));
+        const Result result = folder.shell(
+            "mkfifo fifo full; exec 9<>full; chmod +x silent deaf; mkdir tmp; export HERE=\"$PWD\" "
+            "TMPDIR=\"$PWD/tmp\"\n"
+            "timeout -k 5 --preserve-status -s " +
+            std::string(signal) + " 0.2 \"$ORVEX\" " + command +
+            " >out 2>&1; kill -l $?; cat M.GEN; grep error out; ls -A tmp; ls .orvex*\n"
+            "for p in $(cat pids); do kill -0 $p && echo $p stays; done");
+        EXPECT_EQ(result.out, signal + std::string("\nold"));
+    }
+}
+
 void fail_at_7(std::size_t index) {
     if (index == 7) throw std::runtime_error("seven");
 }

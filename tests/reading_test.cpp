@@ -280,6 +280,61 @@ TEST(Translator, LeavesTheOutputsOfTheModels) {
     EXPECT_NE(whole.generator.find("==\"1:2\" $EXIT"), std::string::npos);
 }
 
+// Of models A and B, of which B is right, has an unknown keyword, or a name that is too long.
+constexpr const char* right = "$SECTORS:\n Y";
+constexpr const char* stopped = "$PORD:Y";
+const std::string overflowing = "$SECTORS:\n " + std::string(66, 'N');
+
+struct Damage {
+    std::string model;  // B
+    const char* command;
+    std::string result;  // the cause; else the message and the models, "+" where they are complete
+};
+
+const Damage damages[] = {
+    {right, ":", "A+B+"},
+    {right, "rm B.HDR", "cannot read `B.HDR`: No such file or directory"},
+    {right, "rm B.HDR; mkdir B.HDR", "cannot read `B.HDR`: Is a directory"},
+    {right, "rm A.GEN; ln -s A.GEN A.GEN",
+     "cannot read `A.GEN`: Too many levels of symbolic links"},
+    {right, "rm ?.*", "it ended before it had read the model"},
+    {right, "sed -i '$d' B.HDR", "`B.HDR` is not complete, and no report says why"},
+    {right, "ln -s error error",
+     "cannot read the translator's report: Too many levels of symbolic links"},
+    {right, "mkdir error", "cannot read the translator's report: Is a directory"},
+    {right, "echo ' *** Cannot find file: input' >error",
+     "the translator's report is not complete: *** Cannot find file: input"},
+    {stopped, ":", " *** Unrecognized keyword: PORD A+B"},
+    {stopped, "rm B.*", " *** Unrecognized keyword: PORD A+B"},
+    {stopped, "rm A.HDR", "cannot read `A.HDR`: No such file or directory"},
+    {stopped, "rm error", "`B.HDR` is not complete, and no report says why"},
+    {stopped, "rm error B.HDR", "cannot read `B.HDR`: No such file or directory"},
+    {stopped, "sed -i 's/: B/: C/' error", "the translator's report is about another model, `C`"},
+    {stopped, ": >error", "the translator's report is not complete"},
+    {stopped, "sed -i '$d' error",
+     "the translator's report is not complete: Error preprocessing: B *** Unrecognized keyword: "
+     "PORD Last input record: $PORD:Y"},
+    {overflowing, ":",
+     " *** ADDSYM: symbol name length exceeds max of 65: " + std::string(66, 'N') + " A+B"},
+    {overflowing, "rm error", "`B.HDR` is not complete, and no report says why"},
+};
+
+TEST(Translator, IsRightOnlyWithAllOutputs) {
+    for (const Damage& damage : damages) {
+        const harness::Folder folder;
+        folder.write("input", "$MODEL:A\n$OFFTEXT\n$MODEL:B\n" + damage.model + "\n$OFFTEXT\n");
+        folder.write("control", "INP input\nERR error\n");
+        folder.run({"control"});
+        folder.shell(damage.command);
+        const RunResult result = read_outputs(folder.path(), {"A", "B"});
+        std::string models = result.cause + result.message + (result.failed ? " " : "");
+        for (const ModelOutput& model : result.models) {
+            models += model.name + (model.complete ? "+" : "");
+        }
+        EXPECT_EQ(models, damage.result) << damage.command;
+    }
+}
+
 std::string failure_of(const std::string& program, const RunSettings& settings = {}) {
     try {
         const Workplace place;

@@ -4,6 +4,7 @@
 #include "frontend/base/files.h"
 #include "frontend/base/streams.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <dirent.h>
@@ -34,30 +35,23 @@ void write_file(const std::string& path, std::string_view bytes) {
         throw StartFailure{"cannot write " + path + ": " + system_message(errno)};
 }
 
-// Removes the files of a folder. False, with errno set, where one is left.
-bool empty_folder(const std::string& path) {
+// Removes the files of a folder.
+void empty_folder(const std::string& path) {
     DIR* const folder = ::opendir(path.c_str());
-    if (folder == nullptr) return errno == ENOENT;
-    int error = 0;
-    for (errno = 0; const dirent* const entry = ::readdir(folder); errno = 0) {
+    if (folder == nullptr) return;
+    while (const dirent* const entry = ::readdir(folder)) {
         const std::string_view name = entry->d_name;
-        if (name == "." || name == "..") continue;
-        const bool gone = ::unlinkat(::dirfd(folder), entry->d_name, 0) == 0 || errno == ENOENT;
-        if (!gone) error = errno;
+        if (name != "." && name != "..") ::unlinkat(::dirfd(folder), entry->d_name, 0);
     }
-    if (errno != 0) error = errno;
     ::closedir(folder);
-    errno = error;
-    return error == 0;
 }
 
-// Leaves a folder empty on every way out of a run.
+// Removes the files of a run on every way out of it.
 class Cleaner {
   public:
-    explicit Cleaner(const std::string& path) : path_(path) {}
-    ~Cleaner() {
-        if (!cleaned_) empty_folder(path_);
-    }
+    Cleaner(const std::string& folder, const std::vector<std::string>& names)
+        : folder_(folder), names_(names) {}
+    ~Cleaner() { remove_all(); }
     Cleaner(const Cleaner&) = delete;
     Cleaner(Cleaner&&) = delete;
     Cleaner& operator=(const Cleaner&) = delete;
@@ -65,13 +59,30 @@ class Cleaner {
 
     // A file that stays could be taken for one of the next run.
     void clean() {
-        cleaned_ = true;
-        if (!empty_folder(path_))
-            throw StartFailure{"cannot empty " + path_ + ": " + system_message(errno)};
+        if (const int error = remove_all(); error != 0)
+            throw StartFailure{"cannot empty " + folder_ + ": " + system_message(error)};
     }
 
   private:
-    const std::string& path_;
+    // Returns 0, or the errno of a file that stays.
+    int remove_all() {
+        int error = 0;
+        const auto remove = [&](const std::string& name) {
+            const std::string path = folder_ + "/" + name;
+            if (::unlink(path.c_str()) != 0 && errno != ENOENT) error = errno;
+        };
+        if (cleaned_) return 0;
+        for (const char* const name : {control_file, input_file, error_file}) remove(name);
+        for (const std::string& name : names_) {
+            remove(name + ".GEN");
+            remove(name + ".HDR");
+        }
+        cleaned_ = error == 0;
+        return error;
+    }
+
+    const std::string& folder_;
+    const std::vector<std::string>& names_;
     bool cleaned_ = false;
 };
 
@@ -141,7 +152,7 @@ Found find(const std::string& path) {
 }
 
 std::string unread(const std::string& file, int error) {
-    return "cannot read `" + file + "`: " + system_message(error);
+    return "cannot read " + file + ": " + system_message(error);
 }
 
 // The report has ten lines: the second names the model, the fourth is the message, the eighth the
@@ -171,15 +182,22 @@ std::string take_model(const std::string& folder, const std::string& name, RunRe
     const std::string path = folder + "/" + name;
     Found generator = find(path + ".GEN");
     Found header = find(path + ".HDR");
-    if (generator.error == ENOENT && header.error == ENOENT)
-        return ended_early;
-    if (generator.error != 0) return unread(name + ".GEN", generator.error);
-    if (header.error != 0) return unread(name + ".HDR", header.error);
+    if (generator.error == ENOENT && header.error == ENOENT) return ended_early;
+    if (generator.error != 0) return unread("`" + name + ".GEN`", generator.error);
+    if (header.error != 0) return unread("`" + name + ".HDR`", header.error);
     // The last line of a header file: the error block would follow it.
     if (!header.text.ends_with(".INTEGER1=1;\n"))
         return "`" + name + ".HDR` is not complete, and no report says why";
     result.models.push_back({name, std::move(generator.text), std::move(header.text), true});
     return {};
+}
+
+std::string take_models(const std::string& folder, const std::vector<std::string>& names,
+                        RunResult& result) {
+    std::string cause;
+    for (std::size_t i = 0; i < names.size() && cause.empty(); ++i)
+        cause = take_model(folder, names[i], result);
+    return cause;
 }
 
 // Takes the report of the model that the run stopped in. What its files hold can help to explain
@@ -191,18 +209,17 @@ std::string take_report(const std::string& folder, const std::string& text,
         const std::string words = words_of(text);
         return "the translator's report is not complete" + (words.empty() ? "" : ": " + words);
     }
-    for (const std::string& name : names) {
-        if (name == report.model) {
-            const std::string path = folder + "/" + name;
-            result.failed = true;
-            result.message = std::move(report.message);
-            result.last_record = std::move(report.last_record);
-            result.models.push_back({name, find(path + ".GEN").text, find(path + ".HDR").text});
-            return {};
-        }
-        if (std::string cause = take_model(folder, name, result); !cause.empty()) return cause;
-    }
-    return "the translator's report is about another model, `" + report.model + "`";
+    const auto stopped = std::find(names.begin(), names.end(), report.model);
+    if (stopped == names.end())
+        return "the translator's report is about another model, `" + report.model + "`";
+    if (std::string cause = take_models(folder, {names.begin(), stopped}, result); !cause.empty())
+        return cause;
+    const std::string path = folder + "/" + *stopped;
+    result.failed = true;
+    result.message = std::move(report.message);
+    result.last_record = std::move(report.last_record);
+    result.models.push_back({*stopped, find(path + ".GEN").text, find(path + ".HDR").text});
+    return {};
 }
 
 std::string take_outputs(const std::string& folder, const std::vector<std::string>& names,
@@ -210,10 +227,7 @@ std::string take_outputs(const std::string& folder, const std::vector<std::strin
     const Found report = find(folder + "/" + error_file);
     if (report.error == 0) return take_report(folder, report.text, names, result);
     if (report.error != ENOENT) return unread("the translator's report", report.error);
-    for (const std::string& name : names) {
-        if (std::string cause = take_model(folder, name, result); !cause.empty()) return cause;
-    }
-    return {};
+    return take_models(folder, names, result);
 }
 
 std::string own_folder() {
@@ -265,7 +279,8 @@ Workplace::Workplace() {
     path_ += "/orvex-XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr) {
         path_.resize(path_.find_last_of('/'));
-        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " + system_message(errno)};
+        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " +
+                           system_message(errno)};
     }
     if (path_.front() != '/') path_ = absolute(path_);
 }
@@ -304,7 +319,7 @@ RunResult read_outputs(const std::string& folder, const std::vector<std::string>
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings) {
     const std::string& folder = place.path();
-    Cleaner cleaner(folder);
+    Cleaner cleaner(folder, names);
     write_file(folder + "/" + control_file, control_text(settings));
     write_file(folder + "/" + input_file, input);
     Ended ended = run_process({program, control_file}, folder);

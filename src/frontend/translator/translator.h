@@ -76,7 +76,7 @@ std::string find_translator(const std::string& given);
 RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names);
 
 // Translates `input` with the program in the folder and reads what it wrote, as read_outputs does.
-// The folder is empty again afterwards. Throws StartFailure where the program cannot be run, ends
+// The run's files are removed. Throws StartFailure where the program cannot be run, ends
 // by a signal or with another status than 0, or says on its standard output why it could not begin
 // (its words are the reason), or where a file of the run cannot be removed.
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
