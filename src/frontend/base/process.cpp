@@ -134,7 +134,7 @@ class Child {
     }
 
     // By the signal that ends this program, and by force where that does not end it soon.
-    void end() {
+    void end() const {
         constexpr int tries = 50;
         int status = 0;
         ::kill(process_, interrupt_signal() != 0 ? interrupt_signal() : SIGTERM);
