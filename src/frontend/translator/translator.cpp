@@ -186,7 +186,7 @@ std::string take_model(const std::string& folder, const std::string& name, RunRe
     if (generator.error != 0) return unread("`" + name + ".GEN`", generator.error);
     if (header.error != 0) return unread("`" + name + ".HDR`", header.error);
     // The last line of a header file: the error block would follow it.
-    if (!header.text.ends_with(".INTEGER1=1;\n"))
+    if (!header.text.ends_with("\n" + name + ".INTEGER1=1;\n"))
         return "`" + name + ".HDR` is not complete, and no report says why";
     result.models.push_back({name, std::move(generator.text), std::move(header.text), true});
     return {};
