@@ -286,9 +286,11 @@ constexpr const char* stopped = "$PORD:Y";
 const std::string overflowing = "$SECTORS:\n " + std::string(66, 'N');
 
 struct Damage {
-    std::string model;  // B
+    // The text of B.
+    std::string model;
     const char* command;
-    std::string result;  // the cause; else the message and the models, "+" where they are complete
+    // The cause; else the message and the models, "+" where they are complete.
+    std::string result;
 };
 
 const Damage damages[] = {

@@ -22,7 +22,8 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr int slice = 100;  // milliseconds after which a wait looks for a signal
+// Milliseconds after which a wait looks for a signal.
+constexpr int slice = 100;
 
 [[noreturn]] void fail(const std::string& what, int error) {
     throw StartFailure{what + ": " + system_message(error), error};

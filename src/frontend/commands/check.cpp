@@ -149,7 +149,8 @@ bool add_system_messages(Search& search, std::string_view text) {
     return any;
 }
 
-// The whole input, as far as it is not silenced. Where the outputs tell nothing, a finding says why.
+// The whole input, as far as it is not silenced. Where the outputs tell nothing, a finding says
+// why.
 RunResult translate_all(Search& search) {
     RunResult run = translate(search, search.input.bytes);
     const bool explained = add_system_messages(search, run.err);

@@ -142,7 +142,8 @@ void expect_orderly_end(const std::string& program, const Ended& ended) {
 // An output as it was found.
 struct Found {
     std::string text;
-    int error = 0;  // errno where it could not be read; ENOENT where it is not there
+    // errno where it could not be read; ENOENT where it is not there.
+    int error = 0;
 };
 
 Found find(const std::string& path) {
