@@ -5,6 +5,7 @@ generate.py mix MODELS LINES [NAMES]
                                models of NAMES lines have
 generate.py comments LINES     one model of nothing but comment lines
 generate.py full MODELS        models that fill the symbol table: 1,000 symbols, 10,000 references
+generate.py reports RECORDS    one model with that many report records
 generate.py good               the model of examples/closed, in which there is nothing to find
 """
 
@@ -250,7 +251,23 @@ def good(out):
     out.write(text[text.index("$MODEL:") : text.index("$OFFTEXT")] + "$OFFTEXT\n")
 
 
-KINDS = {"mix": mix, "comments": comments, "full": full, "good": good}
+def reports(out, count):
+    """A small model with that many report records, each of which needs a declared name."""
+    out.write("$MODEL:REPORTS\n$SECTORS:\n  Y\n$COMMODITIES:\n")
+    out.write("".join(f"  P{number}\n" for number in range(count)))
+    out.write("$CONSUMERS:\n  RA\n$PROD:Y\n  O:P0  Q:1\n  I:P1  Q:1\n$DEMAND:RA\n  D:P0\n")
+    out.write("  E:P1  Q:1\n$REPORT:\n")
+    out.write("".join(f"  V:V{number}  O:P{number}  PROD:Y\n" for number in range(count)))
+    out.write("$OFFTEXT\n")
+
+
+KINDS = {
+    "mix": mix,
+    "comments": comments,
+    "full": full,
+    "good": good,
+    "reports": reports,
+}
 
 if __name__ == "__main__":
     if len(sys.argv) < 2 or sys.argv[1] not in KINDS:

@@ -3,9 +3,9 @@
 #include "codegen/writer.h"
 #include "input/fields.h"
 #include "input/records.h"
-#include "numbers.h"
 #include "preproc.h"
 #include "symbols/table.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <benchmark/benchmark.h>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "notation/limits.h"
-#include "text.h"
+#include "text/text.h"
 
 #include <array>
 #include <cstddef>

@@ -7,7 +7,7 @@
 // the console or in a file of their own. The text itself is spelt only in the routine that stops.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

@@ -1,8 +1,8 @@
 #include "unit.h"
 
-#include "bytes.h"
-#include "numbers.h"
-#include "text.h"
+#include "text/bytes.h"
+#include "text/numbers.h"
+#include "text/text.h"
 
 #include <algorithm>
 #include <array>

@@ -11,7 +11,7 @@
 // that depends on it gets its name.
 #pragma once
 
-#include "bytes.h"
+#include "text/bytes.h"
 
 #include <initializer_list>
 

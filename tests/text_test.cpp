@@ -4,10 +4,10 @@
 #include "harness.h"
 #include "input/fields.h"
 #include "input/textops.h"
-#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/listing.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <cerrno>

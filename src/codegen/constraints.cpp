@@ -4,10 +4,10 @@
 #include "input/records.h"
 #include "notation/constraints.h"
 #include "notation/records.h"
-#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/table.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 namespace orvex {

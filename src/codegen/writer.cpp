@@ -1,7 +1,7 @@
 #include "codegen/writer.h"
 
-#include "numbers.h"
 #include "preproc.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 // The headers of the block writers show the lines that their blocks make, without that comment.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

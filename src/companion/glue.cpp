@@ -3,7 +3,7 @@
 // Invariant: the library is open as long as an object lives, and is closed with the last one.
 #include "companion/glue.h"
 
-#include "text.h"
+#include "text/text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,7 @@
 // system says reaches the caller's buffer through compose(), which cuts and terminates.
 #include "companion/loader.h"
 
-#include "text.h"
+#include "text/text.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,7 +3,7 @@
 // The library is opened with the first object and closed with the last one.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 #include <cstdint>
 

@@ -1,8 +1,8 @@
 #include "driver/files.h"
 
-#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 namespace orvex {

@@ -1,7 +1,7 @@
 // Opening files, and ending the run when one cannot be opened.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

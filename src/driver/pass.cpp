@@ -10,10 +10,10 @@
 #include "input/records.h"
 #include "notation/keywords.h"
 #include "notation/records.h"
-#include "numbers.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/listing.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 namespace orvex {

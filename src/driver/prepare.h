@@ -1,7 +1,7 @@
 // Everything before the first model: the audit line, the run control file and the input file.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

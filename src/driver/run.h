@@ -1,7 +1,7 @@
 // One run of the translator.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

@@ -3,8 +3,8 @@
 #include "driver/files.h"
 #include "input/textops.h"
 #include "notation/records.h"
-#include "numbers.h"
 #include "preproc.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <initializer_list>

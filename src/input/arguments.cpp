@@ -10,13 +10,12 @@ namespace orvex {
 
 namespace {
 
-// Stores the arguments of a list from slot `first` on, and returns their number.
-int keep_arguments(View list, const notation::ArgumentsCut& cut, int first) {
-    for (int i = 0; i < cut.count; ++i) {
-        arg[static_cast<std::size_t>(first + i)] =
-            cut.arguments[static_cast<std::size_t>(i)].in(list);
-    }
-    return cut.count;
+// Stores the arguments of a list of `field` from slot `first` on.
+auto keep_from(int first) {
+    Argument* const slots = &arg[static_cast<std::size_t>(first)];
+    return [slots, list = field.view()](int number, notation::Cut argument) {
+        slots[number] = argument.in(list);
+    };
 }
 
 [[noreturn]] void stop_extarg(notation::Fault fault) {
@@ -46,19 +45,20 @@ void extarg() {
     nxarg = 0;
     const int mark = field.find('#');
     if (mark == 0) return;
-    const auto cut = notation::cut_extra_indices(field, static_cast<std::size_t>(mark) - 1);
+    const notation::ListCut cut = notation::cut_extra_indices(
+        field, static_cast<std::size_t>(mark) - 1, keep_from(maxarg + 1));
     if (cut.fault != notation::Fault::none) stop_extarg(cut.fault);
-    nxarg = keep_arguments(field, cut, maxarg + 1);
+    nxarg = cut.count;
     field.blank_from(mark);
 }
 
 void rdarg() {
     narg = 0;
     if (!root.is_blank()) return;
-    const notation::ArgumentsCut cut = notation::cut_arguments(field);
+    const notation::ListCut cut = notation::cut_arguments(field, keep_from(1));
     if (cut.fault != notation::Fault::none) stop_rdarg(cut.fault);
     root = field.view().substr(0, cut.open);
-    narg = keep_arguments(field, cut, 1);
+    narg = cut.count;
 }
 
 }  // namespace orvex

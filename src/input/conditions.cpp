@@ -2,21 +2,11 @@
 
 #include "input/textops.h"
 #include "notation/conditions.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "stop.h"
 
 namespace orvex {
-
-namespace {
-
-// The field is written only where its value differs from zero.
-void set_implicit_condition() {
-    const View value = field.is_blank() ? View(" ") : field.view();
-    condtn = value.front() == '(' ? joined<maxline>({"(ABS", value, " GT ORVEPS)"})
-                                  : joined<maxline>({"(ABS(", value, ") GT ORVEPS)"});
-}
-
-}  // namespace
 
 void rdcond() {
     const notation::ConditionCut cut = notation::find_condition(field);
@@ -26,7 +16,7 @@ void rdcond() {
     if (cut.mark != View::npos) {
         chkcnd(static_cast<int>(cut.mark) + 1);
     } else if (notation::has_implicit_condition(label)) {
-        set_implicit_condition();
+        condtn = notation::implicit_condition(field);
     }
 }
 

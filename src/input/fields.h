@@ -2,7 +2,7 @@
 #pragma once
 
 #include "preproc.h"
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

@@ -2,8 +2,8 @@
 
 #include "input/textops.h"
 #include "notation/records.h"
-#include "numbers.h"
 #include "preproc.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <array>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "notation/statements.h"
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

@@ -3,7 +3,9 @@
 
 #include "notation/cut.h"
 #include "notation/fault.h"
+#include "notation/limits.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace orvex::notation {
@@ -15,10 +17,30 @@ struct ConditionCut {
     std::size_t mark = View::npos;  // the "$" of the condition, or npos
 };
 
+// The position after the ")" that closes the "(" in column 1, or 0. The last column is not
+// searched.
+inline std::size_t closing_end(View value) {
+    const std::size_t searched = std::min<std::size_t>(value.size(), record_columns - 1);
+    int depth = 0;
+    for (std::size_t at = 0; at < searched; ++at) {
+        if (value[at] == '(') ++depth;
+        if (value[at] == ')' && --depth == 0) return at + 1;
+    }
+    return 0;
+}
+
 // Where the condition of a value without leading and trailing blanks begins. A "$" in a
 // parenthesised expression that begins the value is a part of that expression.
 // Faults: rdcond-close.
-ConditionCut find_condition(View value);
+inline ConditionCut find_condition(View value) {
+    ConditionCut cut;
+    if (value.starts_with('(')) {
+        cut.expression_end = closing_end(value);
+        if (cut.expression_end == 0) cut.fault = Fault::rdcond_close;
+    }
+    if (cut.fault == Fault::none) cut.mark = value.find('$', cut.expression_end);
+    return cut;
+}
 
 // Does a condition without leading blanks get parentheses around it?
 constexpr bool is_wrapped(View condition) { return !condition.starts_with('('); }

@@ -1,7 +1,7 @@
 // A part of a text: positions from 0, the end exclusive.
 #pragma once
 
-#include "notation/characters.h"
+#include "text/characters.h"
 
 #include <cstddef>
 

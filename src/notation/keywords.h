@@ -1,7 +1,7 @@
 // The keywords that begin a record in column 1, behind its "$".
 #pragma once
 
-#include "notation/characters.h"
+#include "text/characters.h"
 
 #include <cstddef>
 #include <span>
@@ -22,10 +22,10 @@ constexpr bool is_variable(TypeCode type) { return View("ACPV").find(type) != Vi
 
 struct Keyword {
     View word;           // as it is usually written
+    View level;          // the default level of the names that it declares, or nothing
     std::size_t prefix;  // as many of its characters decide; 0: the whole word
     Opens opens;
     TypeCode type;    // of the names that it declares
-    View level;       // their default level, or nothing
     bool only_whole;  // with another ending it declares names without type and level
 };
 

@@ -10,26 +10,26 @@ namespace {
 constexpr unsigned any_entry = production_entry | demand_entry;
 
 constexpr Label table[] = {
-    // text type  later  begins            full   single reported owns
-    {"O", 'P', true, production_entry, false, false, true, false},
-    {"I", 'P', true, production_entry, false, false, true, false},
-    {"D", 'P', false, demand_entry, false, false, true, false},
-    {"E", 'P', false, demand_entry, false, false, false, false},
-    {"A", 'C', true, nothing, true, false, false, false},
-    {"N", 'V', true, nothing, true, false, false, false},
-    {"R", 'V', true, nothing, true, false, false, false},
-    {"S", 'D', false, nothing, true, true, false, false},
-    {report_label, 'R', false, report_record, false, false, false, false},
-    {"W", 'C', false, nothing, false, false, true, false},
-    {"Z", no_type, true, any_entry, true, false, false, false},
-    {"T", no_type, false, nothing, true, false, false, false},
-    {quantity_label, no_type, false, nothing, true, true, false, false},
-    {"P", no_type, false, nothing, true, true, false, false},
-    {guard_label, no_type, false, nothing, true, false, false, false},
-    {"PROD", no_type, true, nothing, false, false, false, true},
-    {"DEMAND", no_type, false, nothing, false, false, false, true},
-    {"$PROD", 'A', false, nothing, false, false, false, false},
-    {"$DEMAND", 'C', false, nothing, false, false, false, false},
+    // text type  later  begins            full   single reported owns  meaning
+    {"O", 'P', true, production_entry, false, false, true, false, Meaning::output},
+    {"I", 'P', true, production_entry, false, false, true, false, Meaning::input},
+    {"D", 'P', false, demand_entry, false, false, true, false, Meaning::demand},
+    {"E", 'P', false, demand_entry, false, false, false, false, Meaning::endowment},
+    {"A", 'C', true, nothing, true, false, false, false, Meaning::tax_receiver},
+    {"N", 'V', true, nothing, true, false, false, false, Meaning::tax_rate},
+    {"R", 'V', true, nothing, true, false, false, false, Meaning::none},
+    {"S", 'D', false, nothing, true, true, false, false, Meaning::none},
+    {report_label, 'R', false, report_record, false, false, false, false, Meaning::none},
+    {"W", 'C', false, nothing, false, false, true, false, Meaning::none},
+    {"Z", no_type, true, any_entry, true, false, false, false, Meaning::none},
+    {"T", no_type, false, nothing, true, false, false, false, Meaning::tax_rate},
+    {quantity_label, no_type, false, nothing, true, true, false, false, Meaning::none},
+    {"P", no_type, false, nothing, true, true, false, false, Meaning::none},
+    {guard_label, no_type, false, nothing, true, false, false, false, Meaning::none},
+    {"PROD", no_type, true, nothing, false, false, false, true, Meaning::none},
+    {"DEMAND", no_type, false, nothing, false, false, false, true, Meaning::none},
+    {"$PROD", 'A', false, nothing, false, false, false, false, Meaning::none},
+    {"$DEMAND", 'C', false, nothing, false, false, false, false, Meaning::none},
 };
 
 }  // namespace

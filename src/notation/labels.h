@@ -1,8 +1,8 @@
 // The labels of the fields: which symbols they name, and where they may be.
 #pragma once
 
-#include "notation/characters.h"
 #include "notation/keywords.h"
+#include "text/characters.h"
 
 #include <span>
 
@@ -16,6 +16,10 @@ enum Begins : unsigned {
     report_record = 1U << 2U,
 };
 
+// What a field with a label says of the economy: what is made, used, demanded or owned, and who
+// receives a tax at which rate.
+enum class Meaning { none, output, input, demand, endowment, tax_receiver, tax_rate };
+
 struct Label {
     View text;
     TypeCode type;     // of the name in a name field, or no_type
@@ -26,6 +30,7 @@ struct Label {
     bool single;       // an entry has one at most
     bool reported;     // may be the second field of a report record
     bool owns;         // may be the third
+    Meaning meaning;
 };
 
 std::span<const Label> labels();

@@ -1,8 +1,8 @@
 // Lines and records: what the translator reads of a line, and what its first column says.
 #pragma once
 
-#include "notation/characters.h"
 #include "notation/limits.h"
+#include "text/characters.h"
 
 namespace orvex::notation {
 

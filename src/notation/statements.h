@@ -1,9 +1,14 @@
 // The PUT statements that print one field, and whether they fit the columns of a statement.
 #pragma once
 
-#include "notation/characters.h"
+#include "notation/arguments.h"
+#include "notation/labels.h"
 #include "notation/limits.h"
-#include "text.h"
+#include "text/characters.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <cstddef>
 
 namespace orvex::notation {
 
@@ -16,21 +21,87 @@ enum class Put {
     same_line,     // "PUT"
 };
 
+constexpr View put_text(Put mode) {
+    switch (mode) {
+    case Put::new_line: return "PUT /,";
+    case Put::continuation: return "PUT /'+',";
+    case Put::same_line: break;
+    }
+    return "PUT";
+}
+
+// Appends to the statement what must have room as a whole.
+template <typename... Pieces>
+bool append_whole(Statement& statement, const Pieces&... pieces) {
+    if (!statement.has_room_for(pieces...)) return false;
+    statement.append(pieces...);
+    return true;
+}
+
+// The statement of a value, without a condition.
+inline bool append_value(Statement& statement, View label, View value) {
+    const bool negative = value.starts_with('-');
+    if (label == guard_label) {
+        return negative ? append_whole(statement, "PUT /,'+','K:'(", value, ");")
+                        : append_whole(statement, "PUT /,'+','K:'", value, ";");
+    }
+    const View name = label.empty() ? View(" ") : label;
+    if (find_in_short(label, '.') == View::npos) {
+        return negative ? append_whole(statement, "PUT /,'+','", name, ":'(", value, ");")
+                        : append_whole(statement, "PUT /,'+", name, ":'",
+                                       value.empty() ? View(" ") : value, ";");
+    }
+    const std::size_t open = label.find('(');
+    if (open == View::npos || label.find(element_label) == View::npos)
+        return append_whole(statement, "PUT /,'+',", name, ",':'", value, ";");
+    return append_whole(statement, "PUT /,'+',", label.substr(0, open), ",'", label.substr(open),
+                        "'':'", value, ";");
+}
+
 // Begins the statement of a name: its condition, if there is one, and 'LABEL:NAME', or what there
 // is of it. What has no room is cut.
-void begin_name(Statement& statement, View condition, Put mode, View head, View name);
+inline void begin_name(Statement& statement, View condition, Put mode, View head, View name) {
+    statement.clear();
+    if (condition.empty()) {
+        statement.append(put_text(mode));
+    } else {
+        statement.append("IF (", condition, ", ", put_text(mode));
+    }
+    if (head.empty() && name.empty()) return;
+    statement.append("'", head, View(head.empty() ? "" : ":"), name, "'");
+}
 
 // Appends what prints one argument when the generator file runs: a quoted element as it stands, the
 // element of a set by its text, a lead or lag by the text of the shifted element. False, with the
 // statement as it was, where it has no room.
-bool append_argument(Statement& statement, View argument);
+inline bool append_argument(Statement& statement, View argument) {
+    if (is_element(argument)) {
+        const View element = argument.substr(1, std::max<std::size_t>(argument.size(), 2) - 2);
+        return append_whole(statement, "'.", element, "'");
+    }
+    const std::size_t shift = shift_operator(argument);
+    if (shift == View::npos) return append_whole(statement, "'.'", argument, ".TL");
+    return append_whole(statement, "'.'", argument.substr(0, shift), ".TE(", argument, ")");
+}
 
 // Ends the statement of a name.
-void end_name(Statement& statement, View condition);
+inline void end_name(Statement& statement, View condition) {
+    statement.append(View(condition.empty() ? ";" : " );"));
+}
 
 // Makes the statement of a field with a value. False, with the statement in part, where it has no
 // room.
-bool make_value(Statement& statement, View condition, View label, View value);
+inline bool make_value(Statement& statement, View condition, View label, View value) {
+    statement.clear();
+    if (!condition.empty()) statement.append("IF (", condition, ",");
+    if (!append_value(statement, label, value)) return false;
+    if (!condition.empty()) statement.append("  );");
+    return true;
+}
+
+// The condition of a field that is written only where its value is not zero. What has no room is
+// cut.
+Statement implicit_condition(View value);
 
 // Does the value begin like a number?
 constexpr bool is_numeric(View value) {

@@ -1,7 +1,7 @@
 #include "symbols/listing.h"
 
-#include "bytes.h"
-#include "numbers.h"
+#include "text/bytes.h"
+#include "text/numbers.h"
 #include "unit.h"
 
 #include <algorithm>

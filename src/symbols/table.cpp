@@ -1,9 +1,9 @@
 #include "symbols/table.h"
 
-#include "bytes.h"
 #include "notation/keywords.h"
 #include "preproc.h"
 #include "stop.h"
+#include "text/bytes.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 // section.
 #pragma once
 
-#include "text.h"
+#include "text/text.h"
 
 namespace orvex {
 

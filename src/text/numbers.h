@@ -1,8 +1,8 @@
 // Numbers as text: in a fixed width, or in as many columns as they take.
 #pragma once
 
-#include "bytes.h"
-#include "text.h"
+#include "text/bytes.h"
+#include "text/text.h"
 
 #include <cstring>
 

@@ -6,7 +6,7 @@
 // without a message. Texts hold bytes: any value, NUL included.
 #pragma once
 
-#include "bytes.h"
+#include "text/bytes.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "numbers.h"
+#include "text/numbers.h"
 
 #include <charconv>
 

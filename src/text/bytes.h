@@ -2,7 +2,7 @@
 // times for each field, mostly with a few bytes: a call would take longer than the work.
 #pragma once
 
-#include "notation/characters.h"
+#include "text/characters.h"
 
 #include <array>
 #include <cstddef>
@@ -10,12 +10,6 @@
 #include <cstring>
 
 namespace orvex {
-
-using notation::blank_char;
-using notation::lower_letter;
-using notation::trimmed;
-using notation::upper_letter;
-using notation::View;
 
 template <int N>
 using Bytes = std::array<char, static_cast<std::size_t>(N)>;

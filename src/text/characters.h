@@ -1,9 +1,10 @@
 // The characters of the notation: bytes, whatever the encoding, with the 26 letters of ASCII.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
-namespace orvex::notation {
+namespace orvex {
 
 using View = std::string_view;
 
@@ -24,14 +25,23 @@ constexpr View trimmed(View view) {
     return view;
 }
 
-// The view without its leading blanks and TABs, for a text of `width` columns. One whose only other
-// character is in the last of these columns stays as it is.
+// The view without its leading blanks and TABs, for a text of `width` columns. One without another
+// character, or with one in the last of these columns alone, stays as it is.
 constexpr View left_justified(View view, std::size_t width) {
     std::size_t first = 0;
     while (first < view.size() && (view[first] == blank_char || view[first] == tab)) ++first;
-    return first + 1 < width ? view.substr(first) : view;
+    return first < view.size() && first + 1 < width ? view.substr(first) : view;
+}
+
+// Position of the first such character, or npos. For short texts, where a call would take longer
+// than the search.
+constexpr std::size_t find_in_short(View text, char wanted) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == wanted) return at;
+    }
+    return View::npos;
 }
 
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-}  // namespace orvex::notation
+}  // namespace orvex

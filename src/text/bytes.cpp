@@ -1,4 +1,4 @@
-#include "bytes.h"
+#include "text/bytes.h"
 
 #include <algorithm>
 #include <cstring>
