@@ -87,57 +87,59 @@ INSTANTIATE_TEST_SUITE_P(Index, Codes, testing::ValuesIn(caused_by_models()), []
 // Faults in all kinds of blocks, among them some that would cause others: names that are declared
 // on a wrong line, a block with a wrong keyword, rows that continue a wrong one.
 TEST(Check, ShowsEveryFaultAndNoConsequence) {
-    EXPECT_EQ(
-        check_text("SET R / N, S /;\n"
-                   "$MODEL:FAULTS\n"
-                   "$SECTORS:\n"
-                   "  Y(R)  X  Z\n"
-                   "  W(R\n"         // 5: no end; W is not known behind it
-                   "$COMODITIES:\n"  // 6: PA and PB are not declared
-                   "  PA(R)  PB\n"
-                   "$CONSUMERS:\n"
-                   "  RA  X\n"  // 9: X is a sector; RA is not known behind it
-                   "$AUXILIARY:\n"
-                   "  TAU\n"
-                   "$PROD:Y(R)  s:1\n"
-                   "  O:PA(R)  Q:1\n"
-                   "  I:PA(T)\n"  // 14: T is found out when line 15 was read: a set of its own
-                   "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is no consumer
-                   "+          N:TAU(R\n"                // goes with line 15
-                   "  I:PB     Q:1\n"
-                   "\n"
-                   "* a comment\n"
-                   "  I:PA(R)  Q:V(Q)\n"  // 20: Q is not active
-                   "$PROD:X$(A\n"         // 21: the condition is not closed
-                   "  O PB  Q 1\n"        // in the block of line 21
-                   "$PROD:Z\n"
-                   "  O PB  Q 1\n"  // 24
-                   "  I:PB  Q:1\n"
-                   "+ junk\n"  // 26
-                   "$DEMAND:RA\n"
-                   "  D:PB(S,,T#\n"      // 28
-                   "$CONSTRAINT:TAUX\n"  // 29
-                   "  TAU =E= 0;\n"
-                   "$CONSTRAINT:TAU\n"
-                   "  TAU =E= 0;\n"
-                   "$REPORT:\n"
-                   "  V:V1(R)  O:PA(R)  PROD:Y(R)\n"
-                   "  V:V2     O:PB     PROD:Z\n"
-                   "  V:V3     Q:PB\n"  // 36
-                   "  V:V4     W:RA\n"
-                   "  V:V5     O:W      PROD:Z\n"
-                   "$OFFTEXT\n"),
-        "5:3 freefd-end\n"
-        "6:1 keyword-unknown\n"
-        "9:7 addsym-type\n"
-        "15:23 addsym-type\n"
-        "20:16 chkset-inactive\n"
-        "21:8 chkcnd-parentheses\n"
-        "24:3 getfld-label\n"
-        "26:1 getfld-label\n"
-        "28:12 extarg-left\n"
-        "29:13 chksym-unknown\n"
-        "36:12 repblk-second\n");
+    EXPECT_EQ(check_text("SET R / N, S /;\n"
+                         "$MODEL:FAULTS\n"
+                         "$SECTORS:\n"
+                         "  Y(R)  X  Z\n"
+                         "  W(R\n"         // 5: no end; W is a sector all the same
+                         "$COMODITIES:\n"  // 6: declares PA and PB all the same
+                         "  PA(R)  PB\n"
+                         "$CONSUMERS:\n"
+                         "  RA  X\n"  // 9: X is a sector
+                         "$AUXILIARY:\n"
+                         "  TAU\n"
+                         "$PROD:Y(R)  s:1\n"
+                         "  O:PA(R)  Q:1\n"
+                         "  I:PA(T)\n"                         // 14: T is a set of its own
+                         "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is no consumer
+                         "+          N:TAU(R\n"                // 16: no end
+                         "  I:PB     Q:1\n"
+                         "\n"
+                         "* a comment\n"
+                         "  I:PA(R)  Q:V(Q)\n"  // 20: Q is not active
+                         "$PROD:X$(A\n"         // 21: the condition is not closed
+                         "  O PB  Q 1\n"        // 22: the block of line 21 is open
+                         "$PROD:Z\n"
+                         "  O PB  Q 1\n"  // 24
+                         "  I:PB  Q:1\n"
+                         "+ junk\n"  // 26
+                         "$DEMAND:RA\n"
+                         "  D:PB(S,,T#\n"      // 28
+                         "$CONSTRAINT:TAUX\n"  // 29
+                         "  TAU =E= 0;\n"
+                         "$CONSTRAINT:TAU\n"
+                         "  TAU =E= 0;\n"
+                         "$REPORT:\n"
+                         "  V:V1(R)  O:PA(R)  PROD:Y(R)\n"
+                         "  V:V2     O:PB     PROD:Z\n"
+                         "  V:V3     Q:PB\n"  // 36
+                         "  V:V4     W:RA\n"
+                         "  V:V5     O:W      PROD:Z\n"  // 38: W is a sector
+                         "$OFFTEXT\n"),
+              "5:3 freefd-end\n"
+              "6:1 keyword-unknown\n"
+              "9:7 addsym-type\n"
+              "15:23 addsym-type\n"
+              "16:17 rdarg-parentheses\n"
+              "20:16 chkset-inactive\n"
+              "21:8 chkcnd-parentheses\n"
+              "22:3 getfld-label\n"
+              "24:3 getfld-label\n"
+              "26:1 getfld-label\n"
+              "28:12 extarg-left\n"
+              "29:13 chksym-unknown\n"
+              "36:12 repblk-second\n"
+              "38:14 addsym-type\n");
 }
 
 // Behind a missing end nothing of a model can be judged.
@@ -168,7 +170,7 @@ TEST(Check, TellsRowsFromOddRows) {
         {"$PROD:Y\n  O:PY  Q:1  S:\n  I:PL  Q:1 A: T:1\n", "9:14 field-empty\n10:13 field-empty\n"},
         {"$PROD:Y  VA:  VB:  VA:1\n  O:PY\n  I:PL  VB:  VC:  VB:2\n",
          "8:10 field-empty\n8:15 field-empty\n8:20 label-twice\n"
-         "10:14 nest-undeclared\n10:9 label-unknown\n"},
+         "10:14 nest-undeclared\n10:19 label-unknown\n"},
         {"$PROD:Y\n  O:PY  Q:1\n  I:PL\n  Q:1\n  + T:1\n  VA:\n  D:PL\n",
          "11:3 entry-label\n12:3 line-indent\n13:3 entry-label\n14:3 entry-label\n"},
         {"$PROD:Y\n 1 O:PY  Q:1\n  I :PL\n+ a b Q:1\n  I:PL  Q :2\n",
@@ -231,12 +233,12 @@ TEST(Check, KnowsTheUsesOfNames) {
     EXPECT_EQ(check_text(model("1")), "5:7 commodity-unused\n");
 }
 
-// Beyond line 99999 the listing does not show where a name is used.
+// Beyond line 99999 the listing does not show where a name is used, the tree does.
 TEST(Check, CallsNoNameUnusedThatMayBeUsed) {
     string text = "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n";
     for (int line = 0; line < 100000; ++line) text += "*\n";
     text += "$PROD:Y\n  O:PY  Q:1\n  I:PL  Q:\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
-    EXPECT_EQ(check_text(text), " field-empty\n");
+    EXPECT_EQ(check_text(text), "100010:9 field-empty\n");
 }
 
 // A model that is left out and has no end has the next one in it, which is then not begun.

@@ -1,12 +1,13 @@
 // What the front end says: the index of messages in its words, findings in each format, spelling,
 // explain.
-#include "frontend/commands/diagnose.h"
+#include "frontend/base/spelling.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/finding.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/report.h"
-#include "frontend/findings/spelling.h"
 #include "frontend/findings/wording.h"
+#include "frontend/rules/rule.h"
+#include "frontend/syntax/meant_keyword.h"
 #include "harness.h"
 
 #include <algorithm>
@@ -54,6 +55,18 @@ TEST(Index, IsThePageAndKnowsEachMessage) {
         EXPECT_EQ(fault_of(entry, page), "") << entry.code;
     }
     EXPECT_EQ(find_code("no-such"), nullptr);
+}
+
+// The page has a level for each rule, and no other warnings.
+TEST(Index, HasTheLevelsOfTheRules) {
+    std::map<string, Severity> of_rules;
+    std::map<string, Severity> of_page;
+    for (const Rule& rule : rules()) of_rules[string(rule.code)] = rule.level;
+    for (const MessageEntry& entry : message_index()) {
+        if (entry.ends == "finding" && entry.level == "warning")
+            of_page[entry.code] = level_of(entry);
+    }
+    EXPECT_EQ(of_rules, of_page);
 }
 
 // Nothing else in the sources of the front end is written like a code but the blocks of an entry.
@@ -232,7 +245,7 @@ TEST(Github, EscapesWhatDividesACommand) {
 TEST(Json, IsAnObjectALine) {
     EXPECT_EQ(
         report_finding(Format::json, usual, true, true),
-        R"({"version":1,"type":"finding","severity":"error","code":"addsym-type",)"
+        R"({"version":2,"type":"finding","severity":"error","code":"addsym-type",)"
         R"("message":"symbol type mismatch: `PX`","spans":[{"path":"model.zlm","line":12,"column":7,)"
         R"("end_line":12,"end_column":9,"byte_start":120,"byte_end":122,"primary":true,)"
         R"("text":"    O:PX  Q:1"}],"children":[{"severity":"note",)"
@@ -245,8 +258,8 @@ TEST(Json, IsAnObjectALine) {
         R"(   |     ^^\n   = help: give the two things different names"})"
         "\n");
     EXPECT_EQ(
-        report_tail(Format::json, {3, 2, 1, true, 1}),
-        R"({"version":1,"type":"summary","files":3,"errors":2,"warnings":1,"more":true,"status":1})"
+        report_tail(Format::json, {3, 2, 1, 4, 1}),
+        R"({"version":2,"type":"summary","files":3,"errors":2,"warnings":1,"more":true,"hidden":4,"status":1})"
         "\n");
 }
 
@@ -279,7 +292,7 @@ TEST(Sarif, HasRelativeLocations) {
 }
 
 TEST(Github, SaysThatThereIsMore) {
-    const Summary summary{1, 1, 0, true, 1};
+    const Summary summary{1, 1, 0, 1, 1};
     EXPECT_TRUE(
         report_tail(Format::github, summary).starts_with("::notice::there are more errors"));
     EXPECT_NE(report_tail(Format::sarif, summary).find("there are more errors"), string::npos);
@@ -287,12 +300,12 @@ TEST(Github, SaysThatThereIsMore) {
 
 // Schemas.
 
-string report(Format format, const std::vector<Finding>& findings, bool more = false) {
+string report(Format format, const std::vector<Finding>& findings, std::size_t hidden = 0) {
     string text = report_head(format);
     for (const Finding& finding : findings) {
         text += report_finding(format, finding, &finding == findings.data(), false);
     }
-    return text + report_tail(format, {1, findings.size(), 0, more, findings.empty() ? 0 : 1});
+    return text + report_tail(format, {1, findings.size(), 0, hidden, findings.empty() ? 0 : 1});
 }
 
 const std::vector<Finding> all_kinds{usual,
@@ -309,7 +322,7 @@ const string check_schemas =
 "$python" -c 'import jsonschema' 2>/dev/null && break
 done; [ $python != none ] || exit 99
 for edit in 's/,"code":"[a-z-]*"//' 's/"line":12,//' 's/"line":12/"line":0/' \
-    's/,"more":false//' 's/"more":false/"more":0/' 's/"version":1/"version":2/'
+    's/,"more":false//' 's/"more":false/"more":0/' 's/"version":2/"version":1/'
 do sed "$edit" usual.json; done >wrong.json
 sed 's/%FF/ /' all.sarif >wrong.sarif
 valid() { "$python" ')" TESTS_DIR R"(/validate.py' "$@" | cut -d: -f1 | tr '\n' ' '; echo; }
@@ -327,7 +340,7 @@ TEST(Schemas, HoldForJsonAndSarif) {
     folder.write("all.json", report(Format::json, all_kinds));
     folder.write("none.json", report(Format::json, {}));
     folder.write("usual.json", report(Format::json, {usual}));
-    folder.write("all.sarif", report(Format::sarif, all_kinds, true));
+    folder.write("all.sarif", report(Format::sarif, all_kinds, 1));
     folder.write("none.sarif", report(Format::sarif, {}));
     const harness::Result result = folder.shell(check_schemas);
     if (result.status == 99)
@@ -376,7 +389,10 @@ TEST(Spelling, FindsAKeywordByItsStart) {
     const std::map<string, string> rows = {{"PRODUCTION", "PROD"}, {"COMM", "COMMODITIES"},
                                            {"PRO", "PROD"},        {"COM", ""},
                                            {"SECTOS", "SECTORS"},  {"MODELS", ""}};
-    for (const auto& [word, keyword] : rows) EXPECT_EQ(meant_keyword(word), keyword) << word;
+    for (const auto& [word, keyword] : rows) {
+        const orvex::notation::Keyword* const meant = meant_keyword(word);
+        EXPECT_EQ(meant == nullptr ? "" : string(meant->word), keyword) << word;
+    }
 }
 
 // explain and codes.

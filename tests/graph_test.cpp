@@ -1,6 +1,9 @@
 // What `orvex info` and `orvex graph` show of a model.
 #include "frontend/views/graph.h"
 
+#include "frontend/base/graphviz.h"
+#include "frontend/model/build.h"
+#include "frontend/syntax/source.h"
 #include "frontend/views/info.h"
 #include "frontend/views/json.h"
 #include "harness.h"
@@ -16,52 +19,54 @@ using std::string;
 
 namespace {
 
-Name name(const string& text, Kind kind, int declared, std::vector<string> arguments = {},
-          const string& description = "") {
-    Name result{
-        text,     kind, static_cast<int>(arguments.size()), std::move(arguments), description,
-        declared, {}};
-    if (declared > 0) result.references = {declared};
-    return result;
+struct ModelOfText {
+    Source source;
+    Model model;
+};
+
+// The first model of a text.
+ModelOfText build(const string& text, const string& path = "m.zlm") {
+    ModelOfText built;
+    built.source.path = path;
+    built.source.bytes = text;
+    parse_source(built.source);
+    built.model = build_model(built.source.bytes, built.source.tree, 0, false);
+    return built;
 }
 
-Field value(const string& label, const string& text) { return {label, text, "", 0}; }
-
-Entry entry(const string& label, const string& text, std::vector<Field> fields) {
-    return {label, text, text, std::move(fields), 0};
+Graph graph_of(const string& text) {
+    const ModelOfText built = build(text);
+    EXPECT_EQ(built.model.errors.size(), 0U);
+    return make_graph(built.source, built.model);
 }
 
 // A sector that buys its input twice, taxed both times, and a variable that is a tax rate and has a
 // constraint. PL is not declared.
-Economy small_economy() {
-    Economy economy;
-    economy.model = "M<1>";
-    economy.line = 3;
-    economy.names = {name("PL", Kind::commodity, 0), name("Y", Kind::sector, 5, {"S"}, "\"A\" & b"),
-                     name("PX", Kind::commodity, 7), name("RA", Kind::consumer, 9),
-                     name("T", Kind::auxiliary, 11), name("Q0", Kind::parameter, 0, {"S"})};
-    economy.names[0].references = {14, 15, 15, 18};
-    economy.names[5].dimension = -1;
-    economy.constraints = {"T"};
-    const Field taxed{"A", "RA", "RA", 0};
-    const Field rate{"N", "T", "T", 0};
-    const Entry bought =
-        entry("I", "PL", {value("Q", "2"), value("VA", ""), taxed, rate, value("P", "3")});
-    const Entry more = entry("I", "PL", {value("Q", "Q0(S)"), taxed, value("T", "0.1")});
-    const Entry owned = entry("E", "PL", {value("Q", "5"), {"R", "T", "T", 0}});
-    economy.blocks = {{"PROD",
-                       "Y",
-                       "Y(S)",
-                       {value("S", "1")},
-                       {entry("O", "PX", {value("Q", "1")}), bought, more},
-                       0},
-                      {"DEMAND", "RA", "RA", {}, {entry("D", "PX", {}), owned}, 0},
-                      {"REPORT", "", "", {}, {entry("V", "V", {{"O", "PX", "PX", 0}})}, 0}};
-    return economy;
-}
+const char* const small_model = R"~($MODEL:M<1>
+$SECTORS:
+  Y(S)  ! "A" & b
+$COMMODITIES:
+  PX
+$CONSUMERS:
+  RA
+$AUXILIARY:
+  T
+$PROD:Y(S)  S:1
+  O:PX  Q:1
+  I:PL  Q:2  VA:  A:RA  N:T
++       P:3
+  I:PL  Q:Q0(S)  A:RA  T:0.1
+$DEMAND:RA
+  D:PX
+  E:PL  Q:5  R:T
+$CONSTRAINT:T
+  T - 1;
+$REPORT:
+  V:V  O:PX  PROD:Y
+)~";
 
 TEST(Graph, Dot) {
-    const string text = draw(make_graph(small_economy()), "dot");
+    const string text = draw(graph_of(small_model), "dot");
     EXPECT_EQ(
         text.substr(text.find("    n1 [")),
         R"~(    n1 [label="Y(S)", shape=box, fillcolor="#DCE9F5", tooltip="sector: \"A\" &amp; b"];
@@ -80,13 +85,13 @@ TEST(Graph, Dot) {
 }
 )~");
     EXPECT_EQ(text.find("digraph \"M<1>\" {\n"), 0U);
-    const Graph parts{"", {{}, {}}, {{0, 1, Flow::uses, "Q:(A & B); P:\"x\""}}};
+    const Graph parts{"", {{}, {}}, {{0, 1, Flow::uses, "Q:(A & B); P:\"x\"", {}}}};
     EXPECT_NE(draw(parts, "dot").find(R"~([label="Q:(A &amp; B)\nP:\"x\"", )~"), string::npos);
     EXPECT_NE(text.find("<b>M&lt;1&gt;</b>"), string::npos);
 }
 
 TEST(Graph, Mermaid) {
-    Graph graph = make_graph(small_economy());
+    Graph graph = graph_of(small_model);
     graph.nodes[1].label = "a\"];#<b>`|";
     const string text = draw(graph, "mermaid");
     EXPECT_EQ(text.substr(0, text.find("    classDef")), R"~(flowchart LR
@@ -112,19 +117,32 @@ TEST(Graph, Mermaid) {
 }
 
 TEST(Graph, Json) {
-    Graph graph = make_graph(small_economy());
+    Graph graph = graph_of(small_model);
     ASSERT_TRUE(focus(graph, "px", 0));
     graph.nodes[0].description = "\xFF";
     EXPECT_EQ(
         draw(graph, "json"),
-        "{\"version\":1,\"type\":\"graph\",\"model\":\"M<1>\",\"nodes\":[{\"id\":\"n1\","
+        "{\"version\":2,\"type\":\"graph\",\"model\":\"M<1>\",\"nodes\":[{\"id\":\"n1\","
         "\"name\":\"PX\",\"kind\":\"commodity\",\"label\":\"PX\",\"description\":\"\xEF\xBF\xBD\","
         "\"constraint\":false}],\"edges\":[]}\n");
 }
 
+// A row of values and the entries after an option belong to what is before them.
+TEST(Graph, LinesOfEdges) {
+    const Graph graph = graph_of(
+        "$MODEL:M\n$PROD:Y\n I:PL  Q:1\n* no row\n K:LIMIT\n$PEPS:1\n O:PX\n I:PL  Q:2\n$PRICES:\n"
+        " PL\n");
+    const string text = draw(graph, "json");
+    EXPECT_EQ(
+        text.substr(text.find("\"edges\"")),
+        R"~("edges":[{"from":"n2","to":"n1","flow":"uses","label":"Q:1 K:LIMIT; Q:2","lines":[3,8]},)~"
+        R"~({"from":"n1","to":"n3","flow":"makes","label":"","lines":[7]}]})~"
+        "\n");
+}
+
 // The names and the number of arrows that are left around a node.
 string around(const string& middle, int depth) {
-    Graph graph = make_graph(small_economy());
+    Graph graph = graph_of(small_model);
     if (!focus(graph, middle, depth)) return "no such node";
     string names;
     for (const Node& node : graph.nodes) names += node.name + " ";
@@ -156,7 +174,7 @@ Graph wide_graph() {
         graph.nodes.push_back({"S" + digits, Kind::sector, "S" + digits, "", false});
         graph.nodes.push_back({"GOOD" + digits, Kind::commodity, "GOOD" + digits, "", false});
         const auto node = graph.nodes.size();
-        graph.edges.push_back({node - 2, node - 1, Flow::makes, ""});
+        graph.edges.push_back({node - 2, node - 1, Flow::makes, "", {}});
     }
     return graph;
 }
@@ -171,7 +189,7 @@ TEST(Graph, WideTable) {
     }
     EXPECT_LE(widest, 100U);
     EXPECT_EQ(marks, 60);
-    // The names of the columns stand upright: S01 to S45, then S46 to S60.
+    // The names of the columns are vertical: S01 to S45, then S46 to S60.
     EXPECT_EQ(lines[3].substr(0, 30) + "\n" + lines[4].substr(0, 30),
               "       | 0 0 0 0 0 0 0 0 0 1 1\n"
               "       | 1 2 3 4 5 6 7 8 9 0 1");
@@ -184,14 +202,14 @@ TEST(Graph, TableOfManyBytes) {
     Graph graph = wide_graph();
     graph.nodes[0].label = "\xC3\x84\xE2\x82\xAC";
     graph.nodes[1].label = "G\xC3\x9CTER1";
-    const std::vector<string> upright = harness::lines_of(draw(graph, "table"));
-    EXPECT_EQ(upright[2].substr(0, 12) + upright[3].substr(0, 13) + upright[4].substr(0, 14),
+    const std::vector<string> vertical = harness::lines_of(draw(graph, "table"));
+    EXPECT_EQ(vertical[2].substr(0, 12) + vertical[3].substr(0, 13) + vertical[4].substr(0, 14),
               "       |   S       | \xC3\x84 0       | \xE2\x82\xAC 2");
-    EXPECT_EQ(upright[6].substr(0, 13), "G\xC3\x9CTER1 | + .");
+    EXPECT_EQ(vertical[6].substr(0, 13), "G\xC3\x9CTER1 | + .");
     graph.nodes.resize(2);
     graph.edges.resize(1);
-    const string lying = draw(graph, "table");
-    EXPECT_EQ(lying.substr(0, lying.find("\nRows")),
+    const string horizontal = draw(graph, "table");
+    EXPECT_EQ(horizontal.substr(0, horizontal.find("\nRows")),
               "WIDE\n\n       | \xC3\x84\xE2\x82\xAC\n-------+---\nG\xC3\x9CTER1 |  +\n");
 }
 
@@ -199,7 +217,7 @@ TEST(Graph, Svg) {
     if (Folder().shell("command -v dot").status != 0) GTEST_SKIP() << "dot is not installed";
     string svg;
     string reason;
-    EXPECT_TRUE(draw_svg(draw(make_graph(small_economy()), "dot"), svg, reason)) << reason;
+    EXPECT_TRUE(draw_svg(draw(graph_of(small_model), "dot"), svg, reason)) << reason;
     EXPECT_NE(svg.find("<text"), string::npos);
     EXPECT_FALSE(draw_svg("no graph", svg, reason));
     EXPECT_EQ(reason.find("Graphviz's `dot` failed: "), 0U) << reason;
@@ -207,47 +225,105 @@ TEST(Graph, Svg) {
 
 // Columns of 28, 4, 36 and 24 characters, two blanks in front of each.
 TEST(Info, Text) {
-    Economy economy = small_economy();
-    economy.names[1].arguments = {"A_LONG_SET", "ANOTHER_LONG_SET"};
-    economy.names[2].description = "f\xC3\xBCnf W\xC3\xB6rter, more than one line has room for";
-    for (int line = 20; line < 30; ++line) economy.names[2].references.push_back(line);
-    const string text = info_text(economy, "a b.zlm", false);
-    EXPECT_EQ(text.substr(0, text.find("\nConsumers")), R"~(M<1>  a b.zlm:3
+    string text =
+        "$MODEL:M<1>\n$SECTORS:\n Y(A_LONG_SET,ANOTHER_LONG_SET)  ! \"A\" & b\n$PRICES:\n"
+        " PX ! fünf Wörter, more than one line has room for; this is cut off\n"
+        "$PROD:Y(A_LONG_SET,ANOTHER_LONG_SET)\n";
+    for (int line = 7; line < 17; ++line) text += " I:PX  Q:1\n";
+    text += " I:PL  Q:(H0+\"PX\")$H1\n I:PL\n$DEMAND:RA\n E:PL  E:PL\n";
+    const ModelOfText built = build("\n" + text, "a b.zlm");
+    const string shown = info_text(built.source, built.model, false);
+    EXPECT_EQ(shown.substr(0, shown.find("\nSets")), R"~(M<1>  a b.zlm:2
 
 Sectors                         Line  Description                           Used in lines
   Y(A_LONG_SET,ANOTHER_LONG_SET)
-                                   5  "A" & b
+                                   4  "A" & b                               7
 
 Commodities                     Line  Description                           Used in lines
-  PX                               7  fünf Wörter, more than one line has   20 21 22 23 24 25 26 27
-                                      room for                              28 29
-  PL                                                                        14 15 18
+  PX                               6  fünf Wörter, more than one line has   8 9 10 11 12 13 14 15 16
+                                      room for                              17
+  PL                                                                        18 19 21
+
+Consumers                       Line  Description                           Used in lines
+  RA                                                                        20
 )~");
 }
 
 TEST(Info, SendsNothingButTextToTheTerminal) {
-    Economy economy = small_economy();
-    economy.model = "M\x1b[2J";
-    economy.names = {name("Y\x9B", Kind::sector, 5, {}, "\xC3\xBC\x1b]0;x\x07\xC2\x9B")};
-    economy.constraints = {"T\r"};
+    const ModelOfText built = build(
+        "$MODEL:M\x1b[2J\n$AUXILIARY:\n T\b  ! \xC3\xBC\x1b]0:x\x07\xC2\x9B\n$CONSTRAINT:T\b\n 1;\n"
+        "$PROD:Y\x9B\n",
+        "a\x1b.zlm");
     const string odd = "\xEF\xBF\xBD";
-    EXPECT_EQ(info_text(economy, "a\x1b.zlm", false),
-              "M" + odd + "[2J  a" + odd + ".zlm:3\n\nSectors" + string(14, ' ') +
-                  "  Line  Description  Used in lines\n  Y" + odd + string(17, ' ') +
-                  "     5  \xC3\xBC" + odd + "]0;x" + odd + odd + "\n\nConstraints\n  T" + odd +
-                  "\n");
+    EXPECT_EQ(info_text(built.source, built.model, false),
+              "M" + odd + "[2J  a" + odd + ".zlm:1\n\nSectors" + string(14, ' ') +
+                  "  Line  Description  Used in lines\n  Y" + odd + string(38, ' ') +
+                  "6\n\nAuxiliary variables    Line  Description  Used in lines\n  T" + odd +
+                  string(17, ' ') + "     3  \xC3\xBC" + odd + "]0:x" + odd + odd +
+                  "\n\nConstraints\n  T" + odd + "\n");
 }
 
+// The ends of "é" are two bytes and one column apart.
+const char* const model_of_uses =
+    "$MODEL:M<1>\n"
+    "$AUXILIARY:\n"
+    " T(S)  ! \xC3\xA9\n"
+    "$PROD:Y\n"
+    " I:PX  Q:(A(\"\xC3\xA9\")*B)$C\n"
+    "$CONSTRAINT:T\n"
+    " T - A;\n";
+
 TEST(Info, Json) {
-    Economy economy = small_economy();
-    economy.names.erase(economy.names.begin() + 1, economy.names.begin() + 5);
-    EXPECT_EQ(info_json(economy, "\xE9.zlm"),
-              "{\"version\":1,\"type\":\"model\",\"model\":\"M<1>\",\"path\":\"\xC3\xA9.zlm\","
-              "\"line\":3,\"names\":[{\"name\":\"PL\",\"kind\":\"commodity\",\"dimension\":0,"
-              "\"arguments\":[],\"description\":\"\",\"declared\":null,"
-              "\"references\":[14,15,15,18]},{\"name\":\"Q0\",\"kind\":\"parameter\","
-              "\"dimension\":null,\"arguments\":[\"S\"],\"description\":\"\","
-              "\"declared\":null,\"references\":[]}],\"constraints\":[\"T\"]}\n");
+    const ModelOfText built = build(model_of_uses, "\xE9.zlm");
+    const string shown = info_json(built.source, built.model);
+    const string parts[] = {
+        R"~({"version":2,"type":"model","model":"M<1>","path":"é.zlm","line":1,"names":[)~",
+        R"~({"name":"Y","kind":"sector","dimension":0,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[4],"declaration":null,"uses":[)~",
+        R"~({"line":4,"column":7,"end_column":8,"byte_start":42,"byte_end":43,"role":"block"}]},)~",
+        R"~({"name":"PX","kind":"commodity","dimension":0,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[5],"declaration":null,"uses":[)~",
+        R"~({"line":5,"column":4,"end_column":6,"byte_start":47,"byte_end":49,"role":"used"}]},)~",
+        R"~({"name":"T","kind":"auxiliary variable","dimension":1,"arguments":["S"],)~",
+        R"~("description":"é","declared":3,"references":[3],"declaration":)~",
+        R"~({"line":3,"column":2,"end_column":3,"byte_start":25,"byte_end":26},"uses":[)~",
+        R"~({"line":3,"column":2,"end_column":3,"byte_start":25,"byte_end":26,"role":"declared"},)~",
+        R"~({"line":6,"column":13,"end_column":14,"byte_start":79,"byte_end":80,)~",
+        R"~("role":"constraint"},{"line":7,"column":2,"end_column":3,"byte_start":82,)~",
+        R"~("byte_end":83,"role":"constraint"}]},)~",
+        R"~({"name":"S","kind":"set","dimension":0,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[3],"declaration":null,"uses":[)~",
+        R"~({"line":3,"column":4,"end_column":5,"byte_start":27,"byte_end":28,"role":"set"}]},)~",
+        R"~({"name":"A","kind":"host","dimension":null,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[],"declaration":null,"uses":[)~",
+        R"~({"line":5,"column":11,"end_column":12,"byte_start":54,"byte_end":55,"role":"value"},)~",
+        R"~({"line":7,"column":6,"end_column":7,"byte_start":86,"byte_end":87,)~",
+        R"~("role":"constraint"}]},)~",
+        R"~({"name":"B","kind":"host","dimension":null,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[],"declaration":null,"uses":[)~",
+        R"~({"line":5,"column":18,"end_column":19,"byte_start":62,"byte_end":63,"role":"value"}]},)~",
+        R"~({"name":"C","kind":"host","dimension":null,"arguments":[],"description":"",)~",
+        R"~("declared":null,"references":[],"declaration":null,"uses":[{"line":5,"column":21,)~",
+        R"~("end_column":22,"byte_start":65,"byte_end":66,"role":"condition"}]}],)~",
+        R"~("constraints":["T"],"constraint_places":[)~",
+        R"~({"line":6,"column":13,"end_column":14,"byte_start":79,"byte_end":80}],"errors":0})~"};
+    string expected;
+    for (const string& part : parts) expected += part;
+    EXPECT_EQ(shown, expected + "\n");
+}
+
+// A name in a wrong place, a line that cannot be read, a line that is not UTF-8.
+TEST(Info, JsonOfModelWithErrors) {
+    const ModelOfText built =
+        build(model_of_uses + string("$PROD:PX\n O:T(S)  Q:1\n junk\n E:RA(\"\xE9\",B)\n"));
+    const string shown = info_json(built.source, built.model);
+    const string parts[] = {
+        R"~({"line":8,"column":7,"end_column":9,"byte_start":95,"byte_end":97,"role":"block"}]})~",
+        R"~({"line":9,"column":4,"end_column":5,"byte_start":101,"byte_end":102,"role":"produced"})~",
+        R"~({"line":11,"column":11,"end_column":12,"byte_start":127,"byte_end":128,"role":"set"}]})~",
+        R"~("errors":3})~",
+    };
+    for (const string& part : parts) EXPECT_NE(shown.find(part), string::npos) << part << shown;
 }
 
 string orvex(const string& arguments) {
@@ -287,11 +363,11 @@ WINE  |   -   *
 TEST(Examples, Facts) {
     const string facts[][2] = {
         {"graph --format json taxes/taxes.zlm",
-         R"~({"from":"n1","to":"n10","flow":"taxes","label":"PL N:TAU; PK T:TK(S)"})~"},
+         R"~({"from":"n1","to":"n10","flow":"taxes","label":"PL N:TAU; PK T:TK(S)")~"},
         {"graph --format json --model WORK three/three.zlm",
-         R"~({"from":"n5","to":"n3","flow":"endows","label":"Q:LS; Q:-75"})~"},
+         R"~({"from":"n5","to":"n3","flow":"endows","label":"Q:LS; Q:-75")~"},
         {"graph --format json dynamic/dynamic.zlm",
-         R"~({"from":"n5","to":"n3","flow":"uses","label":"Q:INV0 K:IMAX(T)"})~"},
+         R"~({"from":"n5","to":"n3","flow":"uses","label":"Q:INV0 K:IMAX(T)")~"},
         {"info taxes/taxes.zlm", "\nConstraints\n  TAU\n"},
         {"info regions/regions.zlm", "\n  BUY(RR,R)              71\n"},
     };

@@ -1,109 +1,28 @@
-// Whole runs: the cases of tests/cases, the examples, and several runs in one process.
-//
-// A case file begins with the reason why it is there. What follows are sections, each opened by one
-// of these lines and read in their order:
-//
-//     == given NAME     a file that stands in the folder before the run
-//     == setup          shell commands before the run
-//     == run            shell commands that make the run; without it, "$ORVEXPP" run.ctl
-//     == status N       the exit status; without it, 0
-//     == out, == err    all that is written on the two streams; without them, nothing
-//     == file NAME      a whole file
-//     == starts NAME, == ends NAME, == within NAME
-//                       the first lines of a file, its last, or lines that follow each other in it
-//
-// A file that the run makes and no section names is a fault. In the text of a section "·" is a
-// blank, \t, \r and \0 are these bytes, \(x*9) is nine times x, and a "\" at the end of a line
-// takes away its line end. A new case is found when this file's test is built again.
+// Whole runs: the cases of tests/cases, the examples, and several runs in one process. A new case
+// is found when this file's test is built again.
 #include "driver/run.h"
 
+#include "case_file.h"
 #include "harness.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <set>
-#include <sstream>
-#include <stdexcept>
+#include <map>
+#include <string>
+#include <vector>
 
 namespace fs = std::filesystem;
 using harness::Folder;
+using harness::lines_with_ends;
+using harness::malformed;
+using harness::names_in;
+using harness::read_case;
+using harness::Section;
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-struct Section {
-    std::string kind;
-    std::string name;
-    std::string text;
-    std::string origin;  // file that holds the section
-    int line = 0;        // its number there
-};
-
-[[noreturn]] void malformed(const std::string& origin, int line, const std::string& fault) {
-    throw std::runtime_error(origin + ":" + std::to_string(line) + ": " + fault);
-}
-
-Lines lines_of(const std::string& text) {
-    Lines lines;
-    for (std::size_t start = 0; start < text.size(); start += lines.back().size()) {
-        const auto end = text.find('\n', start);
-        lines.push_back(text.substr(start, end == std::string::npos ? end : end + 1 - start));
-    }
-    return lines;
-}
-
-std::string replaced(std::string text, const std::string& mark, const std::string& meaning) {
-    for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1))
-        text.replace(at, mark.size(), meaning);
-    return text;
-}
-
-// A line of a section as it is meant. A "\" that means nothing is left in it.
-std::string expanded(std::string line) {
-    for (auto at = line.find("\\("); at != std::string::npos; at = line.find("\\(")) {
-        const auto star = line.find('*', at);
-        const auto end = line.find(')', star);
-        std::string copies;
-        for (int i = std::stoi(line.substr(star + 1, end - star - 1)); i > 0; --i)
-            copies += line.substr(at + 2, star - at - 2);
-        line.replace(at, end + 1 - at, copies);
-    }
-    line = replaced(replaced(line, "·", " "), "\\t", "\t");
-    line = replaced(replaced(line, "\\r", "\r"), "\\0", std::string(1, '\0'));
-    return replaced(line, "\\\n", "");
-}
-
-Section opened_section(const std::string& origin, int number, const std::string& line) {
-    static const std::set<std::string> plain = {"setup", "run", "out", "err"};
-    static const std::set<std::string> named = {"given", "file",   "starts",
-                                                "ends",  "within", "status"};
-    Section section = {"", "", "", origin, number};
-    std::istringstream(line.substr(3)) >> section.kind >> section.name;
-    if (!(section.name.empty() ? plain : named).contains(section.kind))
-        malformed(origin, number, "no such section");
-    return section;
-}
-
-std::vector<Section> read_case(const std::string& path) {
-    std::vector<Section> sections;
-    const Lines lines = lines_of(harness::read_file(path));
-    int number = 0;
-    for (const std::string& line : lines) {
-        ++number;
-        if (line.starts_with("== ")) {
-            sections.push_back(opened_section(path, number, line));
-        } else if (!sections.empty()) {
-            sections.back().text += expanded(line);
-            if (sections.back().text.find('\\') != std::string::npos)
-                malformed(path, number, R"(a "\" without meaning)");
-        }
-    }
-    if (lines.empty() || lines.front().starts_with("== ")) malformed(path, 1, "no reason given");
-    if (sections.empty()) malformed(path, number, "no section");
-    return sections;
-}
 
 // How many of the wanted lines stand at an offset.
 std::size_t matching(const Lines& want, const Lines& got, std::size_t offset) {
@@ -122,8 +41,8 @@ std::size_t best_offset(const std::string& kind, const Lines& want, const Lines&
 }
 
 void expect_text(const Section& section, const std::string& text) {
-    const Lines want = lines_of(section.text);
-    const Lines got = lines_of(text);
+    const Lines want = lines_with_ends(section.text);
+    const Lines got = lines_with_ends(text);
     const auto offset = best_offset(section.kind, want, got);
     const auto same = matching(want, got, offset);
     const bool open_end = section.kind == "starts" || section.kind == "within";
@@ -135,17 +54,6 @@ void expect_text(const Section& section, const std::string& text) {
     ADD_FAILURE_AT(section.origin.c_str(), section.line)
         << section.kind << " " << section.name << ", line " << offset + same + 1 << "\n  expected "
         << shown(want, same) << "\n  got      " << shown(got, offset + same);
-}
-
-// The names of the files with this ending, or of the folders, in a folder.
-std::vector<std::string> names_in(const std::string& folder, const std::string& ending) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.is_directory() != ending.empty()) continue;
-        if (entry.path().extension() == ending) names.push_back(entry.path().stem().string());
-    }
-    if (names.empty()) malformed(folder, 0, "nothing to test");
-    return names;
 }
 
 // The examples that are run by a control file of their own.

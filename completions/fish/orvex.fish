@@ -29,7 +29,7 @@ set -l with_files '__fish_seen_subcommand_from translate check info graph'
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_files -l model -x -d 'Look at this model only'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github=' -d 'Write the findings to a file too'
-complete -c orvex -n $with_files -l max-errors -x -d 'Stop after so many errors in a file'
+complete -c orvex -n $with_files -l max-errors -x -d 'Show at most so many errors of a file'
 complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
 complete -c orvex -n $with_files -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'

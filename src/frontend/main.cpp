@@ -1,12 +1,15 @@
 // orvex, the program for people: it checks and translates ORVEX models and shows what is in them.
+#include "frontend/base/spelling.h"
 #include "frontend/base/streams.h"
 #include "frontend/cli/command_line.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/reporter.h"
+#include "frontend/commands/check.h"
 #include "frontend/commands/explain.h"
-#include "frontend/commands/session.h"
+#include "frontend/commands/graph.h"
+#include "frontend/commands/info.h"
+#include "frontend/commands/translate.h"
 #include "frontend/findings/messages.h"
-#include "frontend/findings/spelling.h"
 
 #include <exception>
 #include <string>
@@ -54,11 +57,16 @@ int run(int argc, char** argv) {
         switch (options.command) {
         case Command::explain: return explain_codes(options);
         case Command::codes: return print(list_codes(), 0);
-        default: return run_command(options);
+        case Command::check: return run_check(options);
+        case Command::translate: return run_translate(options);
+        case Command::info: return run_info(options);
+        case Command::graph: return run_graph(options);
+        case Command::none: break;
         }
     } catch (const UsageError& error) {
         return report_usage(options, error.text, error.hint);
     }
+    return 0;
 }
 
 }  // namespace

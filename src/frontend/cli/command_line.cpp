@@ -1,8 +1,8 @@
 #include "frontend/cli/command_line.h"
 
+#include "frontend/base/spelling.h"
 #include "frontend/cli/help.h"
 #include "frontend/cli/option_table.h"
-#include "frontend/findings/spelling.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -34,12 +34,11 @@ bool may_occur(const OptionRow& row, const std::vector<std::string>& arguments) 
     });
 }
 
-// Options that stand in the table twice, for different commands, are one to CLI11.
-Words split_words(const std::vector<std::string>& arguments) {
-    CLI::App app;
-    app.set_help_flag("");
-    app.allow_extras();
-    std::vector<std::pair<std::string, CLI::Option*>> known;
+using KnownOptions = std::vector<std::pair<std::string, CLI::Option*>>;
+
+// Options that are in the table twice, for different commands, are one to CLI11.
+KnownOptions add_options(CLI::App& app, const std::vector<std::string>& arguments) {
+    KnownOptions known;
     for (const OptionRow& row : option_table()) {
         const std::string name = long_name(row);
         const bool is_known = std::any_of(known.begin(), known.end(),
@@ -52,7 +51,28 @@ Words split_words(const std::vector<std::string>& arguments) {
     }
     known.emplace_back("--help", app.add_flag("-h,--help"));
     known.emplace_back("--version", app.add_flag("--version"));
+    return known;
+}
 
+// Sorts what is left over into options that are unknown and plain words.
+void sort_rest(const std::vector<std::string>& rest, Words& words) {
+    bool options_end = false;
+    for (const std::string& word : rest) {
+        if (!options_end && word == "--") {
+            options_end = true;
+        } else if (!options_end && word.size() > 1 && word.front() == '-') {
+            words.unknown.push_back(word);
+        } else {
+            words.plain.push_back(word);
+        }
+    }
+}
+
+Words split_words(const std::vector<std::string>& arguments) {
+    CLI::App app;
+    app.set_help_flag("");
+    app.allow_extras();
+    const KnownOptions known = add_options(app, arguments);
     Words words;
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -65,16 +85,7 @@ Words split_words(const std::vector<std::string>& arguments) {
     for (const auto& [name, option] : known) {
         if (option->count() > 0) words.options.emplace_back(name, option->results());
     }
-    bool options_end = false;
-    for (const std::string& word : app.remaining()) {
-        if (!options_end && word == "--") {
-            options_end = true;
-        } else if (!options_end && word.size() > 1 && word.front() == '-') {
-            words.unknown.push_back(word);
-        } else {
-            words.plain.push_back(word);
-        }
-    }
+    sort_rest(app.remaining(), words);
     return words;
 }
 

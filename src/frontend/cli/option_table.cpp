@@ -1,7 +1,8 @@
 #include "frontend/cli/option_table.h"
 
+#include "frontend/base/spelling.h"
 #include "frontend/findings/messages.h"
-#include "frontend/findings/spelling.h"
+#include "frontend/rules/rule.h"
 
 #include <algorithm>
 #include <array>
@@ -147,9 +148,7 @@ std::string take_report(Options& options, const std::string& value) {
 
 std::vector<std::string> warning_codes() {
     std::vector<std::string> codes;
-    for (const MessageEntry& entry : message_index()) {
-        if (entry.ends == "finding" && entry.level == "warning") codes.push_back(entry.code);
-    }
+    for (const Rule& rule : rules()) codes.emplace_back(rule.code);
     return codes;
 }
 
@@ -210,7 +209,7 @@ const OptionRow option_rows[] = {
          o.error_on_warnings = true;
          return std::string();
      }},
-    {"--max-errors", "N", with_files, "stop after N errors in a file (default: 20; 0: no limit)",
+    {"--max-errors", "N", with_files, "show at most N errors of a file (default: 20; 0: all)",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
     {"-j,--jobs", "N", with_warnings, "work on N files at once",
      [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},

@@ -64,9 +64,9 @@ std::string verdict(const Reporter& reporter) {
         text += (text.empty() ? "" : ", ") + counted(summary.warnings, "warning");
     }
     text += " in " + files;
-    if (summary.more) {
-        text += "; there are more: `--max-errors " + std::to_string(reporter.options.max_errors) +
-                "` ends the search in a file";
+    if (summary.hidden > 0) {
+        text += "; `--max-errors " + std::to_string(reporter.options.max_errors) +
+                "` shows no more of a file";
     }
     return text;
 }
@@ -79,6 +79,18 @@ void tell(Reporter& reporter, const std::string& news) {
     if (!news.empty()) put(reporter.err, news + "\n");
     const std::string text = verdict(reporter);
     if (!text.empty()) put(reporter.err, text + "\n");
+}
+
+void count(Reporter& reporter, const Finding& finding) {
+    Summary& summary = reporter.summary;
+    if (finding.severity == Severity::error) {
+        ++summary.errors;
+        summary.status = std::max(summary.status, status_of(finding.code));
+        if (reporter.first_code.empty()) reporter.first_code = finding.code;
+    } else if (finding.severity == Severity::warning) {
+        ++summary.warnings;
+        if (reporter.options.error_on_warnings) summary.status = std::max(summary.status, 1);
+    }
 }
 
 void write_report_files(Reporter& reporter) {
@@ -120,20 +132,22 @@ void begin(Reporter& reporter) {
 
 void show(Reporter& reporter, const Finding& finding) {
     hide_progress(reporter);
-    Summary& summary = reporter.summary;
-    if (finding.severity == Severity::error) {
-        ++summary.errors;
-        summary.status = std::max(summary.status, status_of(finding.code));
-        if (reporter.first_code.empty()) reporter.first_code = finding.code;
-    } else if (finding.severity == Severity::warning) {
-        ++summary.warnings;
-        if (reporter.options.error_on_warnings) summary.status = std::max(summary.status, 1);
-    }
+    count(reporter, finding);
     for (Report& report : reporter.reports) {
         write(reporter, report,
               report_finding(report.format, finding, report.first, report.colour));
         report.first = false;
     }
+}
+
+void put_output(Reporter& reporter, const std::string& output) {
+    if (!output.empty()) hide_progress(reporter);
+    put(reporter.out, output);
+}
+
+void count_hidden(Reporter& reporter, const Finding& finding) {
+    count(reporter, finding);
+    ++reporter.summary.hidden;
 }
 
 void show_usage(Reporter& reporter, const std::string& text, const std::string& hint) {

@@ -46,7 +46,13 @@ void begin(Reporter& reporter);
 // Shows a finding in all reports, and counts it.
 void show(Reporter& reporter, const Finding& finding);
 
-// The same for a wrong use that only the files have shown.
+// Puts what the command is for on standard output.
+void put_output(Reporter& reporter, const std::string& output);
+
+// Counts a finding that is not shown, as there are too many.
+void count_hidden(Reporter& reporter, const Finding& finding);
+
+// The same as show for a wrong use that only the files have shown.
 void show_usage(Reporter& reporter, const std::string& text, const std::string& hint);
 
 // Shows how far a long run is, on a terminal.

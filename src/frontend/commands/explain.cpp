@@ -1,7 +1,8 @@
 #include "frontend/commands/explain.h"
 
+#include "frontend/base/paint.h"
+#include "frontend/base/wrapping.h"
 #include "frontend/findings/messages.h"
-#include "frontend/findings/paint.h"
 #include "frontend/findings/report.h"
 #include "frontend/findings/wording.h"
 
@@ -27,21 +28,10 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 6> shown_blo
 }};
 
 // A paragraph in lines that fit a terminal.
-std::string wrapped(std::string_view paragraph) {
-    std::string text;
-    std::size_t column = 0;
-    while (!paragraph.empty()) {
-        const std::size_t end = std::min(paragraph.find(' '), paragraph.size());
-        if (column > 0) {
-            const bool fits = column + 1 + end <= text_width;
-            text += fits ? ' ' : '\n';
-            column = fits ? column + 1 : 0;
-        }
-        text += paragraph.substr(0, end);
-        column += end;
-        paragraph.remove_prefix(std::min(end + 1, paragraph.size()));
-    }
-    return text + '\n';
+std::string paragraph(std::string_view text) {
+    std::string lines;
+    for (const std::string& line : wrapped(text, text_width)) lines += line + '\n';
+    return lines;
 }
 
 std::string indented(std::string_view lines) {
@@ -72,7 +62,7 @@ std::string explain(std::string_view code, bool colour) {
     const MessageEntry* entry = find_code(code);
     if (entry == nullptr) return {};
     std::string text =
-        heading(*entry, colour) + '\n' + wrapped(entry->cause) + '\n' + wrapped(entry->cure);
+        heading(*entry, colour) + '\n' + paragraph(entry->cause) + '\n' + paragraph(entry->cure);
     if (entry->ends != "finding") {
         std::string lines;
         for (const std::string& message : entry->messages) {
@@ -81,7 +71,7 @@ std::string explain(std::string_view code, bool colour) {
         text += under("The translator's own words:", lines, colour);
     }
     if (!entry->unreachable.empty()) {
-        text += '\n' + wrapped("No model leads to this message: " + entry->unreachable + '.');
+        text += '\n' + paragraph("No model leads to this message: " + entry->unreachable + '.');
     }
     for (const auto& [kind, label] : shown_blocks) {
         for (const Example& example : entry->examples) {

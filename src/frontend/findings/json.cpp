@@ -117,7 +117,7 @@ Json rules() {
 }  // namespace
 
 std::string json_finding(const Finding& finding) {
-    Json json = {{"version", 1},
+    Json json = {{"version", 2},
                  {"type", "finding"},
                  {"severity", severity_name(finding.severity)},
                  {"code", finding.code},
@@ -134,12 +134,13 @@ std::string json_finding(const Finding& finding) {
 }
 
 std::string json_summary(const Summary& summary) {
-    return dumped({{"version", 1},
+    return dumped({{"version", 2},
                    {"type", "summary"},
                    {"files", summary.files},
                    {"errors", summary.errors},
                    {"warnings", summary.warnings},
-                   {"more", summary.more},
+                   {"more", summary.hidden > 0},
+                   {"hidden", summary.hidden},
                    {"status", summary.status}}) +
            '\n';
 }
@@ -181,7 +182,7 @@ std::string sarif_finding(const Finding& finding, bool first) {
 
 std::string sarif_tail(const Summary& summary) {
     Json invocation = {{"executionSuccessful", summary.status < 2}, {"exitCode", summary.status}};
-    if (summary.more) {
+    if (summary.hidden > 0) {
         invocation["toolExecutionNotifications"] = Json::array(
             {{{"level", "warning"}, {"message", {{"text", std::string(more_errors)}}}}});
     }

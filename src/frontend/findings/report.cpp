@@ -1,9 +1,9 @@
 #include "frontend/findings/report.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/paint.h"
+#include "frontend/base/printable.h"
 #include "frontend/findings/json.h"
-#include "frontend/findings/paint.h"
-#include "frontend/findings/printable.h"
 
 #include <algorithm>
 #include <array>
@@ -173,7 +173,7 @@ std::string report_finding(Format format, const Finding& finding, bool first, bo
 std::string report_tail(Format format, const Summary& summary) {
     if (format == Format::json) return json_summary(summary);
     if (format == Format::sarif) return sarif_tail(summary);
-    if (format == Format::github && summary.more)
+    if (format == Format::github && summary.hidden > 0)
         return "::notice::" + std::string(more_errors) + "\n";
     return {};
 }

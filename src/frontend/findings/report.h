@@ -20,15 +20,15 @@ struct Summary {
     std::size_t files = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    // Further errors were not looked for: the limit of a file was reached.
-    bool more = false;
+    // Errors that are counted and not shown: the limit of a file was reached.
+    std::size_t hidden = 0;
     // Exit status.
     int status = 0;
 };
 
 // What github and sarif end with where there is more.
 constexpr std::string_view more_errors =
-    "there are more errors: the search in a file ended at the limit of `--max-errors`";
+    "there are more errors: `--max-errors` limits what is shown of a file";
 
 // The text of each part of a report, to be written one after the other. A report without findings
 // is valid in its format. `colour` matters to text alone.

@@ -123,6 +123,28 @@ std::string plain_words(std::string_view message, const Values& values) {
     return text;
 }
 
+std::string words_of(const MessageEntry& entry, const Values& values) {
+    std::string text;
+    for (const std::string& message : entry.messages) {
+        if (!text.empty()) text += "; ";
+        text += sentence(pieces_of(message), values);
+    }
+    return text;
+}
+
+std::string line_list(const std::vector<int>& lines) {
+    constexpr std::size_t most = 10;
+    std::string text = lines.size() == 1 ? "line " : "lines ";
+    const std::size_t shown = std::min(lines.size(), most);
+    for (std::size_t i = 0; i < shown; ++i) {
+        const bool last = i + 1 == lines.size();
+        if (i > 0) text += last ? " and " : ", ";
+        text += std::to_string(lines[i]);
+    }
+    if (lines.size() > most) text += " and " + std::to_string(lines.size() - most) + " more";
+    return text;
+}
+
 std::string back_quoted(std::string_view text) { return "`" + std::string(text) + "`"; }
 
 std::string title(const MessageEntry& entry) {

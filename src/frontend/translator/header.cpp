@@ -18,25 +18,15 @@ constexpr std::size_t gap = 4;  // blanks between a variable and its description
 
 struct KindRow {
     Kind kind;
-    std::string_view label;  // in the symbol listing
-    std::string_view name;
-    std::string_view with_article;
+    // In the symbol listing.
+    std::string_view label;
 };
 
 constexpr KindRow kind_rows[] = {
-    {Kind::sector, "ACTIV", "sector", "a sector"},
-    {Kind::commodity, "PRICE", "commodity", "a commodity"},
-    {Kind::consumer, "CONSU", "consumer", "a consumer"},
-    {Kind::auxiliary, "AUXIL", "auxiliary variable", "an auxiliary variable"},
-    {Kind::parameter, "PARAM", "parameter", "a parameter"},
-    {Kind::report, "REPRT", "report variable", "a report variable"},
-    {Kind::set, "SET  ", "set", "a set"},
+    {Kind::sector, "ACTIV"},    {Kind::commodity, "PRICE"}, {Kind::consumer, "CONSU"},
+    {Kind::auxiliary, "AUXIL"}, {Kind::parameter, "PARAM"}, {Kind::report, "REPRT"},
+    {Kind::set, "SET  "},
 };
-
-const KindRow& row_of(Kind kind) {
-    return *std::find_if(std::begin(kind_rows), std::end(kind_rows),
-                         [=](const KindRow& row) { return row.kind == kind; });
-}
 
 // A text that is read line by line.
 class Lines {
@@ -170,7 +160,7 @@ void read_entries(Lines& lines, std::size_t width, Header& header) {
             std::find_if(std::begin(kind_rows), std::end(kind_rows),
                          [&](const KindRow& known) { return known.label == label; });
         if (row == std::end(kind_rows)) continue;
-        Symbol& symbol = header.symbols.emplace_back();
+        ListedSymbol& symbol = header.symbols.emplace_back();
         symbol.name = without_trailing_blanks(line.substr(0, width));
         symbol.kind = row->kind;
         read_references(references, header);
@@ -193,14 +183,6 @@ void read_symbols(Lines& lines, Header& header) {
 
 }  // namespace
 
-std::string_view kind_name(Kind kind) { return row_of(kind).name; }
-std::string_view kind_with_article(Kind kind) { return row_of(kind).with_article; }
-
-bool is_variable(Kind kind) {
-    return kind == Kind::sector || kind == Kind::commodity || kind == Kind::consumer ||
-           kind == Kind::auxiliary;
-}
-
 Header read_header(std::string_view text, int lines_before) {
     Header header;
     Lines lines(text);
@@ -214,9 +196,10 @@ Header read_header(std::string_view text, int lines_before) {
     return header;
 }
 
-const Symbol* find_symbol(const Header& header, std::string_view name) {
-    const auto found = std::find_if(header.symbols.begin(), header.symbols.end(),
-                                    [&](const Symbol& symbol) { return symbol.name == name; });
+const ListedSymbol* find_symbol(const Header& header, std::string_view name) {
+    const auto found =
+        std::find_if(header.symbols.begin(), header.symbols.end(),
+                     [&](const ListedSymbol& symbol) { return symbol.name == name; });
     return found == header.symbols.end() ? nullptr : &*found;
 }
 

@@ -2,21 +2,13 @@
 // input and the symbol listing.
 #pragma once
 
+#include "frontend/model/model.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvex::frontend {
-
-enum class Kind { sector, commodity, consumer, auxiliary, parameter, report, set };
-
-// "sector", "commodity", ...: as messages call it; and with its article, "a sector", "an auxiliary
-// variable".
-std::string_view kind_name(Kind kind);
-std::string_view kind_with_article(Kind kind);
-
-// A sector, commodity, consumer or auxiliary variable.
-bool is_variable(Kind kind);
 
 // A line of the list of variables, in the order of the declarations and report records.
 struct Variable {
@@ -26,7 +18,8 @@ struct Variable {
     std::string description;
 };
 
-struct Symbol {
+// A row of the symbol listing.
+struct ListedSymbol {
     std::string name;
     Kind kind = Kind::set;
     // Lines in the translator's count, ascending, repeated as listed.
@@ -43,7 +36,7 @@ struct Header {
     // there is none.
     int first_line = 0;
     int last_line = 0;
-    std::vector<Symbol> symbols;
+    std::vector<ListedSymbol> symbols;
     // More than the translator can list, or numbers too wide for it.
     bool references_lost = false;
 };
@@ -55,6 +48,6 @@ struct Header {
 Header read_header(std::string_view text, int lines_before);
 
 // The symbol of that name, or null.
-const Symbol* find_symbol(const Header& header, std::string_view name);
+const ListedSymbol* find_symbol(const Header& header, std::string_view name);
 
 }  // namespace orvex::frontend

@@ -178,9 +178,14 @@ Report read_report(std::string_view text) {
     return report;
 }
 
+struct Outputs {
+    const std::string& folder;
+    bool are_kept;
+};
+
 // Takes the model of a run that ended well, or says why nobody can tell whether it did.
-std::string take_model(const std::string& folder, const std::string& name, RunResult& result) {
-    const std::string path = folder + "/" + name;
+std::string take_model(const Outputs& outputs, const std::string& name, RunResult& result) {
+    const std::string path = outputs.folder + "/" + name;
     Found generator = find(path + ".GEN");
     Found header = find(path + ".HDR");
     if (generator.error == ENOENT && header.error == ENOENT) return ended_early;
@@ -189,21 +194,23 @@ std::string take_model(const std::string& folder, const std::string& name, RunRe
     // The last line of a header file: the error block would follow it.
     if (!header.text.ends_with("\n" + name + ".INTEGER1=1;\n"))
         return "`" + name + ".HDR` is not complete, and no report says why";
-    result.models.push_back({name, std::move(generator.text), std::move(header.text), true});
+    result.models.push_back({name, {}, {}, true});
+    if (!outputs.are_kept) return {};
+    result.models.back().generator = std::move(generator.text);
+    result.models.back().header = std::move(header.text);
     return {};
 }
 
-std::string take_models(const std::string& folder, const std::vector<std::string>& names,
+std::string take_models(const Outputs& outputs, const std::vector<std::string>& names,
                         RunResult& result) {
     std::string cause;
     for (std::size_t i = 0; i < names.size() && cause.empty(); ++i)
-        cause = take_model(folder, names[i], result);
+        cause = take_model(outputs, names[i], result);
     return cause;
 }
 
-// Takes the report of the model that the run stopped in. What its files hold can help to explain
-// the error, but does not change it.
-std::string take_report(const std::string& folder, const std::string& text,
+// Takes the report of the model that the run stopped in.
+std::string take_report(const Outputs& outputs, const std::string& text,
                         const std::vector<std::string>& names, RunResult& result) {
     Report report = read_report(text);
     if (!report.whole) {
@@ -213,22 +220,21 @@ std::string take_report(const std::string& folder, const std::string& text,
     const auto stopped = std::find(names.begin(), names.end(), report.model);
     if (stopped == names.end())
         return "the translator's report is about another model, `" + report.model + "`";
-    if (std::string cause = take_models(folder, {names.begin(), stopped}, result); !cause.empty())
+    if (std::string cause = take_models(outputs, {names.begin(), stopped}, result); !cause.empty())
         return cause;
-    const std::string path = folder + "/" + *stopped;
     result.failed = true;
     result.message = std::move(report.message);
     result.last_record = std::move(report.last_record);
-    result.models.push_back({*stopped, find(path + ".GEN").text, find(path + ".HDR").text});
+    result.models.push_back({*stopped, {}, {}, false});
     return {};
 }
 
-std::string take_outputs(const std::string& folder, const std::vector<std::string>& names,
+std::string take_outputs(const Outputs& outputs, const std::vector<std::string>& names,
                          RunResult& result) {
-    const Found report = find(folder + "/" + error_file);
-    if (report.error == 0) return take_report(folder, report.text, names, result);
+    const Found report = find(outputs.folder + "/" + error_file);
+    if (report.error == 0) return take_report(outputs, report.text, names, result);
     if (report.error != ENOENT) return unread("the translator's report", report.error);
-    return take_models(folder, names, result);
+    return take_models(outputs, names, result);
 }
 
 std::string own_folder() {
@@ -308,9 +314,10 @@ std::string find_translator(const std::string& given) {
     throw StartFailure{"the translator orvexpp is neither beside this program nor along PATH"};
 }
 
-RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names) {
+RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names,
+                       bool keeps_outputs) {
     RunResult result;
-    std::string cause = take_outputs(folder, names, result);
+    std::string cause = take_outputs({folder, keeps_outputs}, names, result);
     if (cause.empty()) return result;
     result = RunResult();
     result.cause = std::move(cause);
@@ -325,7 +332,7 @@ RunResult run_translator(const std::string& program, const Workplace& place, std
     write_file(folder + "/" + input_file, input);
     Ended ended = run_process({program, control_file}, folder);
     expect_orderly_end(program, ended);
-    RunResult result = read_outputs(folder, names);
+    RunResult result = read_outputs(folder, names, settings.keeps_outputs);
     cleaner.clean();
     if (result.cause == ended_early) result.cause.replace(0, 2, program);
     const std::string words = words_of(ended.err);

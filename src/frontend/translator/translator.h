@@ -37,6 +37,8 @@ struct RunSettings {
     int first_model = 0;
     // NCO
     int first_constraint = 0;
+    // Whether the texts of good models are wanted, or only that they are good.
+    bool keeps_outputs = true;
 };
 
 // The two files of one model.
@@ -45,7 +47,7 @@ struct ModelOutput {
     std::string generator;
     std::string header;
     // The translator accepted the model: both files were read, and the header file to its closing
-    // lines. Otherwise the run stopped in the model, and a file that could not be read is empty.
+    // lines. Otherwise the run stopped in the model, and the texts are empty.
     bool complete = false;
 };
 
@@ -72,8 +74,10 @@ struct RunResult {
 std::string find_translator(const std::string& given);
 
 // Reads what a run that ended in good order left in its folder; `names` are those of the models
-// that its input has, in their order. All of the result is set but `err`.
-RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names);
+// that its input has, in their order. All of the result is set but `err`; the texts of the outputs
+// only where they are wanted.
+RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names,
+                       bool keeps_outputs);
 
 // Translates `input` with the program in the folder and reads what it wrote, as read_outputs does.
 // The run's files are removed. Throws StartFailure where the program cannot be run, ends

@@ -1,15 +1,17 @@
 #include "frontend/views/graph.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/translator/generator.h"
-#include "frontend/views/graphviz.h"
+#include "frontend/views/dot.h"
 #include "frontend/views/incidence.h"
-#include "frontend/views/info.h"
 #include "frontend/views/json.h"
+#include "frontend/views/listed_names.h"
 #include "frontend/views/mermaid.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <span>
+#include <string>
 #include <tuple>
 #include <utility>
 
@@ -17,38 +19,48 @@ namespace orvex::frontend {
 
 namespace {
 
+using notation::Opens;
+
+constexpr std::string_view tax_rate_label = "T";
 constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
 
 // A graph in the making.
 struct Builder {
+    const Source& source;
+    const Model& model;
     Graph graph;
-    std::map<std::string, std::size_t> node_of;
+    std::vector<std::size_t> node_of;  // of each symbol
     std::map<std::tuple<std::size_t, std::size_t, Flow>, std::size_t> edge_of;
+    std::set<std::pair<std::size_t, std::string>> parts;  // of the labels of the edges
 };
 
-void add_nodes(const Economy& economy, Builder& builder) {
-    for (const Name* name : ordered_names(economy)) {
-        if (!is_variable(name->kind)) continue;
-        Node node;
-        node.name = as_utf8(name->name);
-        node.kind = name->kind;
-        node.label = as_utf8(reference(name->name, name->arguments));
-        node.description = as_utf8(name->description);
-        const auto& determined = economy.constraints;
-        node.constraint =
-            name->kind == Kind::auxiliary &&
-            std::find(determined.begin(), determined.end(), name->name) != determined.end();
-        builder.node_of.emplace(name->name, builder.graph.nodes.size());
-        builder.graph.nodes.push_back(node);
+std::vector<bool> constrained_symbols(const Model& model) {
+    std::vector<bool> constrained(model.symbols.size(), false);
+    for (const Constraint& constraint : model.constraints) constrained[constraint.symbol] = true;
+    return constrained;
+}
+
+void add_nodes(Builder& builder) {
+    const Model& model = builder.model;
+    const std::vector<bool> constrained = constrained_symbols(model);
+    builder.node_of.assign(model.symbols.size(), nowhere);
+    for (const Kind kind : listed_kinds) {
+        if (!is_variable(kind)) continue;
+        for (const Index symbol : known_names(model, kind)) {
+            builder.node_of[symbol] = builder.graph.nodes.size();
+            builder.graph.nodes.push_back(
+                {as_utf8(name_of(model, symbol)), kind, as_utf8(name_with_arguments(model, symbol)),
+                 as_utf8(description_of(model, builder.source.bytes, symbol)),
+                 kind == Kind::auxiliary && constrained[symbol]});
+        }
     }
 }
 
-// The node of a name of this kind. Names of other kinds can stand in a block where it is wrong in a
+// The node of a symbol of this kind. Names of other kinds can be in a block where it is wrong in a
 // way that the translator does not mind.
-std::size_t node_at(const Builder& builder, const std::string& name, Kind kind) {
-    const auto found = builder.node_of.find(name);
-    if (found == builder.node_of.end()) return nowhere;
-    return builder.graph.nodes[found->second].kind == kind ? found->second : nowhere;
+std::size_t node_at(const Builder& builder, Index symbol, Kind kind) {
+    if (symbol == no_index || builder.model.symbols[symbol].kind != kind) return nowhere;
+    return builder.node_of[symbol];
 }
 
 void append(std::string& list, std::string_view separator, std::string_view text) {
@@ -57,81 +69,142 @@ void append(std::string& list, std::string_view separator, std::string_view text
     list += text;
 }
 
-// Whether a label that was joined with "; " has this part already.
-bool has_part(std::string_view list, std::string_view part) {
-    for (std::size_t at = 0; at <= list.size();) {
-        const std::size_t end = std::min(list.find("; ", at), list.size());
-        if (list.substr(at, end - at) == part) return true;
-        at = end + 2;
-    }
-    return false;
-}
-
-// A second arrow of the same kind between the same two nodes joins the first.
-void add_edge(Builder& builder, std::size_t from, std::size_t to, Flow flow,
-              const std::string& label) {
-    if (from == nowhere || to == nowhere) return;
-    const std::string text = as_utf8(label);
-    const auto [place, is_new] =
-        builder.edge_of.try_emplace({from, to, flow}, builder.graph.edges.size());
-    if (is_new) {
-        builder.graph.edges.push_back({from, to, flow, text});
-        return;
-    }
-    std::string& joined = builder.graph.edges[place->second].label;
-    if (!has_part(joined, text)) append(joined, "; ", text);
-}
-
-// What the fields of an entry come to: the label of the flow itself, the taxes on it, and the
-// variables that determine it.
-struct Details {
-    struct Other {
-        Flow flow = Flow::taxes;
-        std::string name;
-        std::string label;
-    };
+// An arrow that an entry or a field stands for. One end of it is the owner of the block.
+struct Arrow {
+    Flow flow = Flow::makes;
+    Index symbol = no_index;  // at its other end
     std::string label;
-    std::vector<Other> others;
+    Index record = 0;
 };
 
-Details read_fields(const Entry& entry) {
-    Details details;
-    std::size_t tax = nowhere;  // index of the tax that T: and N: belong to
-    for (const Field& field : entry.fields) {
-        const bool is_rate = field.label == "N";
-        const std::string text = field.label + ':' + field.text;
-        if (field.label == "A") {
-            tax = details.others.size();
-            details.others.push_back({Flow::taxes, field.name, entry.reference});
-        } else if (is_rate || field.label == "R") {
-            if (is_rate && tax != nowhere) append(details.others[tax].label, " ", text);
-            details.others.push_back(
-                {Flow::sets, field.name, field.label + ": of " + entry.reference});
-        } else if (field.label == "T" && tax != nowhere) {
-            append(details.others[tax].label, " ", text);
-        } else if (!field.text.empty()) {
-            // A field without a value only says which nest the entry is in.
-            append(details.label, " ", text);
-        }
-    }
-    return details;
+// A second arrow of the same kind between the same two nodes joins the first.
+void add_edge(Builder& builder, std::size_t from, std::size_t to, const Arrow& arrow) {
+    if (from == nowhere || to == nowhere) return;
+    std::vector<Edge>& edges = builder.graph.edges;
+    const auto [found, is_new] = builder.edge_of.try_emplace({from, to, arrow.flow}, edges.size());
+    if (is_new) edges.push_back({from, to, arrow.flow, {}, {}});
+    Edge& edge = edges[found->second];
+    const std::string label = as_utf8(arrow.label);
+    if (builder.parts.emplace(found->second, label).second) append(edge.label, "; ", label);
+    const int line = line_of_record(arrow.record);
+    if (edge.lines.empty() || edge.lines.back() != line) edge.lines.push_back(line);
 }
 
-void add_entry(const Entry& entry, std::size_t owner, Builder& builder) {
-    const std::size_t good = node_at(builder, entry.name, Kind::commodity);
-    const Details details = read_fields(entry);
-    if (entry.label == "O") add_edge(builder, owner, good, Flow::makes, details.label);
-    if (entry.label == "I") add_edge(builder, good, owner, Flow::uses, details.label);
-    if (entry.label == "D") add_edge(builder, good, owner, Flow::demands, details.label);
-    if (entry.label == "E") add_edge(builder, owner, good, Flow::endows, details.label);
-    for (const Details::Other& other : details.others) {
-        if (other.flow == Flow::taxes)
-            add_edge(builder, owner, node_at(builder, other.name, Kind::consumer), Flow::taxes,
-                     other.label);
-        else
-            add_edge(builder, node_at(builder, other.name, Kind::auxiliary), owner, Flow::sets,
-                     other.label);
+// The kind of the node at the end of an arrow that is not the owner of the block.
+Kind kind_of_other(Flow flow) {
+    if (flow == Flow::taxes) return Kind::consumer;
+    return flow == Flow::sets ? Kind::auxiliary : Kind::commodity;
+}
+
+bool leaves_owner(Flow flow) {
+    return flow == Flow::makes || flow == Flow::endows || flow == Flow::taxes;
+}
+
+void add_arrow(Builder& builder, std::size_t owner, const Arrow& arrow) {
+    const std::size_t other = node_at(builder, arrow.symbol, kind_of_other(arrow.flow));
+    if (leaves_owner(arrow.flow))
+        add_edge(builder, owner, other, arrow);
+    else
+        add_edge(builder, other, owner, arrow);
+}
+
+Role role_of(const Model& model, const Field& field) {
+    const Index use = field.reference.use;
+    return use == no_index ? Role::other : model.uses[use].role;
+}
+
+// "Q:Y0(S)"; nothing for a field without a value, which only says which nest the entry is in.
+std::string field_text(const Builder& builder, const Field& field) {
+    if (field.text.empty()) return {};
+    const std::string_view bytes = builder.source.bytes;
+    return capitals(text_of(bytes, field.label)) + ':' +
+           (field.is_name ? reference_text(builder.model, bytes, field.reference)
+                          : capitals(text_of(bytes, field.text)));
+}
+
+// What the fields of an entry come to: the arrow of the entry itself, those of the taxes on it, and
+// those of the variables that set something in it.
+struct Arrows {
+    Arrow own;
+    std::vector<Arrow> others;
+    std::size_t tax = nowhere;  // index of the tax that T: and N: belong to
+};
+
+void add_field(const Builder& builder, const Field& field, const std::string& entry,
+               Arrows& arrows) {
+    const Role role = role_of(builder.model, field);
+    const bool is_rate =
+        role == Role::rate || (field.row != nullptr && field.row->text == tax_rate_label);
+    std::string& label =
+        is_rate && arrows.tax != nowhere ? arrows.others[arrows.tax].label : arrows.own.label;
+    const Index symbol = field.reference.symbol;
+    if (role == Role::receives_tax) {
+        arrows.tax = arrows.others.size();
+        arrows.others.push_back({Flow::taxes, symbol, entry, field.record});
+    } else if (role == Role::rate || role == Role::ration) {
+        if (is_rate && arrows.tax != nowhere) append(label, " ", field_text(builder, field));
+        arrows.others.push_back(
+            {Flow::sets, symbol, std::string(field.row->text) + ": of " + entry, field.record});
+    } else {
+        append(label, " ", field_text(builder, field));
     }
+}
+
+bool has_flow(Role role) {
+    return role == Role::produced || role == Role::used || role == Role::demanded ||
+           role == Role::endowed;
+}
+
+Flow flow_of(Role role) {
+    switch (role) {
+    case Role::used: return Flow::uses;
+    case Role::demanded: return Flow::demands;
+    case Role::endowed: return Flow::endows;
+    default: return Flow::makes;
+    }
+}
+
+using Entries = std::span<const Entry>;
+
+// Adds the first of the entries. Those after it that only have values, as K:LIMIT, are part of it.
+void add_entry(Builder& builder, Entries entries, std::size_t owner) {
+    const Model& model = builder.model;
+    const Field& head = entries.front().head;
+    const std::string reference = reference_text(model, builder.source.bytes, head.reference);
+    Arrows arrows;
+    for (const Entry& entry : entries) {
+        if (!entry.head.is_name) add_field(builder, entry.head, reference, arrows);
+        for (const Field& field : fields_of(model, entry))
+            add_field(builder, field, reference, arrows);
+    }
+    const Role role = role_of(model, head);
+    if (has_flow(role)) {
+        arrows.own.flow = flow_of(role);
+        arrows.own.symbol = head.reference.symbol;
+        arrows.own.record = head.record;
+        add_arrow(builder, owner, arrows.own);
+    }
+    for (const Arrow& other : arrows.others) add_arrow(builder, owner, other);
+}
+
+void add_entries(Builder& builder, Entries entries, std::size_t owner) {
+    while (!entries.empty()) {
+        const auto next = std::find_if(entries.begin() + 1, entries.end(),
+                                       [](const Entry& entry) { return entry.head.is_name; });
+        const auto count = static_cast<std::size_t>(next - entries.begin());
+        add_entry(builder, entries.first(count), owner);
+        entries = entries.subspan(count);
+    }
+}
+
+// The node of what a block is of. Entries after an option still belong to the block before it.
+std::size_t owner_of(const Builder& builder, const Block& block, std::size_t before) {
+    const Index symbol = block.head.reference.symbol;
+    if (is_opened_by(block, Opens::production)) return node_at(builder, symbol, Kind::sector);
+    if (is_opened_by(block, Opens::demand)) return node_at(builder, symbol, Kind::consumer);
+    const bool ends_it =
+        is_opened_by(block, Opens::declaration) || is_opened_by(block, Opens::report);
+    return ends_it ? nowhere : before;
 }
 
 // The number of arrows between a node and each other; -1 where nothing leads there.
@@ -157,17 +230,16 @@ std::vector<int> distances(const Graph& graph, std::size_t start) {
 
 }  // namespace
 
-Graph make_graph(const Economy& economy) {
-    Builder builder;
-    builder.graph.model = as_utf8(economy.model);
-    add_nodes(economy, builder);
-    for (const Block& block : economy.blocks) {
-        if (block.label == "REPORT") continue;
-        const Kind kind = block.label == "PROD" ? Kind::sector : Kind::consumer;
-        const std::size_t owner = node_at(builder, block.name, kind);
-        for (const Entry& entry : block.entries) add_entry(entry, owner, builder);
+Graph make_graph(const Source& source, const Model& model) {
+    Builder builder{source, model, {}, {}, {}, {}};
+    builder.graph.model = as_utf8(model.name);
+    add_nodes(builder);
+    std::size_t owner = nowhere;
+    for (const Block& block : model.blocks) {
+        owner = owner_of(builder, block, owner);
+        if (owner != nowhere) add_entries(builder, entries_of(model, block), owner);
     }
-    return builder.graph;
+    return std::move(builder.graph);
 }
 
 bool focus(Graph& graph, std::string_view name, int depth) {
@@ -191,7 +263,7 @@ bool focus(Graph& graph, std::string_view name, int depth) {
         const std::size_t from = place[edge.from];
         const std::size_t to = place[edge.to];
         if (from != nowhere && to != nowhere)
-            part.edges.push_back({from, to, edge.flow, edge.label});
+            part.edges.push_back({from, to, edge.flow, edge.label, edge.lines});
     }
     graph = std::move(part);
     return true;

@@ -1,7 +1,8 @@
 // A model as a picture: who makes, uses, demands, owns and taxes what.
 #pragma once
 
-#include "frontend/model/economy.h"
+#include "frontend/model/model.h"
+#include "frontend/syntax/source.h"
 
 #include <algorithm>
 #include <array>
@@ -50,8 +51,10 @@ struct Edge {
     std::size_t from = 0;
     std::size_t to = 0;
     Flow flow = Flow::makes;
-    // Of the fields: "Q:Y0(S)"; those of several entries parted by "; ".
+    // Its fields: "Q:Y0(S)"; those of several entries separated by "; ".
     std::string label;
+    // Of the entries or fields that it stands for, ascending.
+    std::vector<int> lines;
 };
 
 struct Graph {
@@ -60,16 +63,15 @@ struct Graph {
     std::vector<Edge> edges;
 };
 
-Graph make_graph(const Economy& economy);
+// The graph of a model of the source.
+Graph make_graph(const Source& source, const Model& model);
 
-// The part of the graph within `depth` arrows (in any direction) of a node; all that hangs together
-// with it where depth is negative. False where there is no node of that name.
+// The part of the graph within `depth` arrows (in any direction) of a node, or all that is
+// connected to it if depth is negative. False, with the graph unchanged, if there is no node of
+// that name.
 bool focus(Graph& graph, std::string_view name, int depth);
 
-// A picture in a format: dot, mermaid, json, table. (svg is dot, drawn by draw_svg.)
+// A picture in a format: dot, mermaid, json or table.
 std::string draw(const Graph& graph, std::string_view picture);
-
-// The dot text drawn by Graphviz. False, with the reason, where that cannot be run.
-bool draw_svg(const std::string& dot, std::string& svg, std::string& reason);
 
 }  // namespace orvex::frontend

@@ -1,6 +1,7 @@
 #include "frontend/views/incidence.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/views/page.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,7 +12,6 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr std::size_t page_width = 100;
 constexpr std::size_t least_columns = 10;  // of a band, however wide the names of the rows are
 
 // What a sector or consumer does with a commodity, or with taxes.
@@ -23,7 +23,7 @@ struct Sign {
 struct Table {
     std::vector<std::string> rows;  // labels
     std::vector<std::string> columns;
-    std::size_t sectors = 0;  // columns in front of the first consumer
+    std::size_t sectors = 0;  // columns before the first consumer
     std::vector<std::vector<Sign>> signs;
     bool taxes = false;  // the last row is that of the taxes
 };
@@ -73,16 +73,16 @@ char letter(Sign sign) {
     return sign.minus ? '-' : '.';
 }
 
-// The columns [begin, end) of a table, their heads upright or lying.
+// The columns [begin, end) of a table, their headings vertical or horizontal.
 struct Band {
     std::size_t begin = 0;
     std::size_t end = 0;
-    bool upright = false;
+    bool vertical = false;
     std::size_t margin = 0;  // width of the names of the rows
 };
 
-// The width of a column under its name: there is room for a sign even where the name is empty.
-std::size_t lying_width(const std::string& name) {
+// The width of a column under a horizontal heading: a sign fits even where the name is empty.
+std::size_t horizontal_width(const std::string& name) {
     return std::max<std::size_t>(width_of(name), 1);
 }
 
@@ -94,7 +94,7 @@ void put_line(const Table& table, const Band& band, std::string_view name, Cell 
     line.append(band.margin - width_of(name), ' ');
     for (std::size_t column = band.begin; column < band.end; ++column) {
         if (column == band.begin || column == table.sectors) line += " |";
-        const std::size_t width = band.upright ? 1 : lying_width(table.columns[column]);
+        const std::size_t width = band.vertical ? 1 : horizontal_width(table.columns[column]);
         const std::string text = cell(column);
         line += ' ';
         line.append(width - width_of(text), ' ');
@@ -104,7 +104,7 @@ void put_line(const Table& table, const Band& band, std::string_view name, Cell 
 }
 
 void put_heads(const Table& table, const Band& band, std::string& out) {
-    if (!band.upright) {
+    if (!band.vertical) {
         put_line(
             table, band, "", [&](std::size_t column) { return table.columns[column]; }, out);
         return;
@@ -150,13 +150,13 @@ void put_band(const Table& table, const Band& band, std::string& out) {
 }
 
 // The bands of a table: one where the names of the columns fit beside each other, else as many as
-// it takes with upright names.
+// it takes with vertical names.
 std::vector<Band> bands_of(const Table& table) {
     if (table.rows.empty() || table.columns.empty()) return {};
     std::size_t margin = 0;
     for (const std::string& row : table.rows) margin = std::max(margin, width_of(row));
     std::size_t width = margin + 4;  // two bars
-    for (const std::string& column : table.columns) width += 1 + lying_width(column);
+    for (const std::string& column : table.columns) width += 1 + horizontal_width(column);
     if (width <= page_width) return {{0, table.columns.size(), false, margin}};
 
     const std::size_t room = page_width - std::min(margin + 4, page_width);

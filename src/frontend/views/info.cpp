@@ -1,19 +1,23 @@
 #include "frontend/views/info.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/findings/paint.h"
-#include "frontend/findings/printable.h"
-#include "frontend/translator/generator.h"
+#include "frontend/base/paint.h"
+#include "frontend/base/printable.h"
+#include "frontend/base/wrapping.h"
+#include "frontend/views/listed_names.h"
+#include "frontend/views/page.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
 namespace {
 
-constexpr std::size_t page_width = 100;
 constexpr std::size_t widest_name = 28;
 constexpr std::size_t widest_description = 36;
 
@@ -23,35 +27,27 @@ constexpr std::size_t number_column = 1;  // its cells stand to the right
 using Cells = std::array<std::string, column_count>;
 using Widths = std::array<std::size_t, column_count>;
 
+// The names of one kind.
 struct Section {
     Kind kind;
-    std::string_view title;
+    std::vector<Cells> rows;
 };
 
-constexpr std::array<Section, 7> sections = {{{Kind::sector, "Sectors"},
-                                              {Kind::commodity, "Commodities"},
-                                              {Kind::consumer, "Consumers"},
-                                              {Kind::auxiliary, "Auxiliary variables"},
-                                              {Kind::report, "Report variables"},
-                                              {Kind::parameter, "Parameters"},
-                                              {Kind::set, "Sets"}}};
-
-// The words of a text in lines of this width. A longer word has a line for itself.
-std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
-    std::vector<std::string> lines(1);
-    for (std::size_t at = text.find_first_not_of(' '); at < text.size();) {
-        const std::size_t end = std::min(text.find(' ', at), text.size());
-        const std::string_view word = text.substr(at, end - at);
-        if (!lines.back().empty() && width_of(lines.back()) + 1 + width_of(word) > width)
-            lines.emplace_back();
-        if (!lines.back().empty()) lines.back() += ' ';
-        lines.back() += word;
-        at = text.find_first_not_of(' ', end);
+std::string_view title_of(Kind kind) {
+    switch (kind) {
+    case Kind::sector: return "Sectors";
+    case Kind::commodity: return "Commodities";
+    case Kind::consumer: return "Consumers";
+    case Kind::auxiliary: return "Auxiliary variables";
+    case Kind::report: return "Report variables";
+    case Kind::parameter: return "Parameters";
+    case Kind::set: return "Sets";
+    case Kind::host: break;  // not in the table
     }
-    return lines;
+    return {};
 }
 
-// A row, in as many lines as its cells need. The cells behind a name wider than its column begin
+// A row, in as many lines as its cells need. The cells after a name wider than its column begin
 // on the next line.
 void put_row(const Cells& cells, const Widths& widths, std::string& out) {
     std::array<std::vector<std::string>, column_count> lines;
@@ -81,11 +77,12 @@ void put_row(const Cells& cells, const Widths& widths, std::string& out) {
     }
 }
 
-std::string line_list(const Name& name) {
+std::string line_list(const Model& model, const Symbol& symbol) {
+    const int declared = declared_line(symbol);
     std::string list;
-    int last = name.declared;
-    for (const int line : name.references) {
-        if (line == last || line == name.declared) continue;
+    int last = declared;
+    for (const int line : reference_lines(model, symbol)) {
+        if (line == last || line == declared) continue;
         if (!list.empty()) list += ' ';
         list += std::to_string(line);
         last = line;
@@ -93,19 +90,32 @@ std::string line_list(const Name& name) {
     return list;
 }
 
-Cells cells_of(const Name& name) {
-    return {printable(reference(name.name, name.arguments)),
-            name.declared > 0 ? std::to_string(name.declared) : "", printable(name.description),
-            line_list(name)};
+Cells cells_of(const Model& model, std::string_view bytes, Index number) {
+    const Symbol& symbol = model.symbols[number];
+    return {printable(name_with_arguments(model, number)),
+            symbol.is_declared ? std::to_string(declared_line(symbol)) : "",
+            printable(description_of(model, bytes, number)), line_list(model, symbol)};
 }
 
-Widths widths_for(const std::vector<const Name*>& names) {
+std::vector<Section> sections_of(const Source& source, const Model& model) {
+    std::vector<Section> sections;
+    for (const Kind kind : listed_kinds) {
+        Section section{kind, {}};
+        for (const Index number : known_names(model, kind))
+            section.rows.push_back(cells_of(model, source.bytes, number));
+        if (!section.rows.empty()) sections.push_back(std::move(section));
+    }
+    return sections;
+}
+
+Widths widths_for(const std::vector<Section>& sections) {
     Widths widths = {19, 4, 11, 0};  // of the heads
-    for (const Name* name : names) {
-        const Cells cells = cells_of(*name);
-        widths[0] = std::max(widths[0], std::min(width_of(cells[0]), widest_name));
-        widths[1] = std::max(widths[1], cells[1].size());
-        widths[2] = std::max(widths[2], std::min(width_of(cells[2]), widest_description));
+    for (const Section& section : sections) {
+        for (const Cells& cells : section.rows) {
+            widths[0] = std::max(widths[0], std::min(width_of(cells[0]), widest_name));
+            widths[1] = std::max(widths[1], cells[1].size());
+            widths[2] = std::max(widths[2], std::min(width_of(cells[2]), widest_description));
+        }
     }
     widths[3] = page_width - (widths[0] + widths[1] + widths[2] + 2 * column_count);
     return widths;
@@ -113,47 +123,35 @@ Widths widths_for(const std::vector<const Name*>& names) {
 
 // What is under the head of a section is indented. The host declares and describes the parameters
 // and sets.
-void put_section(const Section& section, const std::vector<const Name*>& names,
-                 const Widths& widths, bool colour, std::string& out) {
+void put_section(const Section& section, const Widths& widths, bool colour, std::string& out) {
     const bool of_host = section.kind == Kind::parameter || section.kind == Kind::set;
-    std::string rows;
-    for (const Name* name : names)
-        if (name->kind == section.kind) put_row(cells_of(*name), widths, rows);
-    if (rows.empty()) return;
+    const std::string title(title_of(section.kind));
     std::string head;
     put_row({"", of_host ? "" : "Line", of_host ? "" : "Description", "Used in lines"}, widths,
             head);
-    out += '\n' + painted(Paint::bold, std::string(section.title), colour) +
-           head.substr(section.title.size()) + rows;
+    out += '\n' + painted(Paint::bold, title, colour) + head.substr(title.size());
+    for (const Cells& cells : section.rows) put_row(cells, widths, out);
+}
+
+void put_constraints(const Model& model, bool colour, std::string& out) {
+    if (model.constraints.empty()) return;
+    out += '\n' + painted(Paint::bold, "Constraints", colour) + '\n';
+    std::string list;
+    for (const Constraint& constraint : model.constraints)
+        list += ' ' + printable(name_of(model, constraint.symbol));
+    for (const std::string& line : wrapped(list, page_width - 2)) out += "  " + line + '\n';
 }
 
 }  // namespace
 
-std::vector<const Name*> ordered_names(const Economy& economy) {
-    std::vector<const Name*> result;
-    for (const Section& section : sections) {
-        const auto begin = static_cast<std::ptrdiff_t>(result.size());
-        for (const Name& name : economy.names)
-            if (name.kind == section.kind) result.push_back(&name);
-        std::stable_sort(result.begin() + begin, result.end(), [](const Name* a, const Name* b) {
-            if (a->declared == 0 && b->declared == 0) return a->name < b->name;
-            return b->declared == 0 || (a->declared != 0 && a->declared < b->declared);
-        });
-    }
-    return result;
-}
-
-std::string info_text(const Economy& economy, std::string_view path, bool colour) {
-    std::string out = painted(Paint::bold, printable(economy.model), colour);
-    out += "  " + printable(path) + ':' + std::to_string(economy.line) + '\n';
-    const std::vector<const Name*> names = ordered_names(economy);
-    const Widths widths = widths_for(names);
-    for (const Section& section : sections) put_section(section, names, widths, colour, out);
-    if (economy.constraints.empty()) return out;
-    out += '\n' + painted(Paint::bold, "Constraints", colour) + '\n';
-    std::string list;
-    for (const std::string& name : economy.constraints) list += ' ' + printable(name);
-    for (const std::string& line : wrapped(list, page_width - 2)) out += "  " + line + '\n';
+std::string info_text(const Source& source, const Model& model, bool colour) {
+    std::string out = painted(Paint::bold, printable(model.name), colour);
+    const int line = source.models[model.node].line;
+    out += "  " + printable(source.path) + ':' + std::to_string(line) + '\n';
+    const std::vector<Section> sections = sections_of(source, model);
+    const Widths widths = widths_for(sections);
+    for (const Section& section : sections) put_section(section, widths, colour, out);
+    put_constraints(model, colour, out);
     return out;
 }
 

@@ -1,7 +1,8 @@
 // info and graph as JSON.
 #pragma once
 
-#include "frontend/model/economy.h"
+#include "frontend/model/model.h"
+#include "frontend/syntax/source.h"
 #include "frontend/views/graph.h"
 
 #include <string>
@@ -9,8 +10,9 @@
 
 namespace orvex::frontend {
 
-// Each is one line with its end. docs/data.schema.json describes them.
-std::string info_json(const Economy& economy, std::string_view path);
+// Each is one line with its end. docs/data.schema.json describes them. The model is one of the
+// source, and may have errors.
+std::string info_json(const Source& source, const Model& model);
 std::string graph_json(const Graph& graph);
 
 // A text as UTF-8: one that is not is taken as Latin-1. Control characters become blanks.

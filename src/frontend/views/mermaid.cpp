@@ -40,8 +40,8 @@ std::string_view arrow_of(Flow flow) {
     return {};
 }
 
-// A text in double quotes. What means something to Mermaid or to the page stands as an entity; the
-// parts of a label stand under each other.
+// A text in double quotes. What means something to Mermaid or to the page is written as an entity;
+// each part of a label is on a line.
 std::string quoted(std::string_view text) {
     constexpr std::string_view special = "\"#&<>`;\\";
     std::string result = "\"";
@@ -58,7 +58,7 @@ std::string quoted(std::string_view text) {
             result += c;
         }
     }
-    if (text.empty()) result += ' ';  // nothing at all is refused
+    if (text.empty()) result += ' ';  // Mermaid refuses an empty text
     return result + '"';
 }
 

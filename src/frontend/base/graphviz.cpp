@@ -1,0 +1,42 @@
+#include "frontend/base/graphviz.h"
+
+#include "frontend/base/process.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Closer>;
+
+}  // namespace
+
+bool draw_svg(const std::string& dot, std::string& svg, std::string& reason) {
+    const File in(std::tmpfile());
+    if (!in || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
+        std::fflush(in.get()) != 0) {
+        reason = std::string("no temporary file: ") + std::strerror(errno);
+        return false;
+    }
+    std::rewind(in.get());
+    try {
+        Ended ended = run_process({"dot", "-Tsvg"}, "", fileno(in.get()));
+        svg = std::move(ended.out);
+        if (ended.status == 0 && !svg.empty()) return true;
+        reason = "Graphviz's `dot` failed: " + ended.err.substr(0, ended.err.find('\n'));
+    } catch (const StartFailure& failure) {
+        reason = failure.error == ENOENT ? "Graphviz's `dot` is not installed"
+                                         : "Graphviz's `dot`: " + failure.reason;
+    }
+    return false;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,53 @@
+#include "frontend/base/spelling.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace orvex::frontend {
+
+namespace {
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// The number of letters inserted, left out, replaced or swapped with their neighbour between two
+// words.
+std::size_t distance(std::string_view from, std::string_view to) {
+    std::vector<std::size_t> before;  // the row in front of the last one
+    std::vector<std::size_t> last(to.size() + 1);
+    std::vector<std::size_t> row(to.size() + 1);
+    for (std::size_t j = 0; j <= to.size(); ++j) last[j] = j;
+    for (std::size_t i = 1; i <= from.size(); ++i) {
+        row[0] = i;
+        for (std::size_t j = 1; j <= to.size(); ++j) {
+            const bool same = lower(from[i - 1]) == lower(to[j - 1]);
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
+            const bool swapped = i > 1 && j > 1 && lower(from[i - 1]) == lower(to[j - 2]) &&
+                                 lower(from[i - 2]) == lower(to[j - 1]);
+            if (swapped) row[j] = std::min(row[j], before[j - 2] + 1);
+        }
+        before = last;
+        last = row;
+    }
+    return last.back();
+}
+
+}  // namespace
+
+std::string nearest(std::string_view word, const std::vector<std::string>& candidates) {
+    const std::size_t limit = std::max<std::size_t>(word.size() / 3, 1);
+    std::string best;
+    std::size_t least = limit + 1;
+    for (const std::string& candidate : candidates) {
+        const std::size_t shorter = std::min(word.size(), candidate.size());
+        const std::size_t longer = std::max(word.size(), candidate.size());
+        if (candidate.empty() || longer - shorter > limit) continue;
+        const std::size_t steps = distance(word, candidate);
+        if (steps == 0) return {};
+        if (steps >= least || steps == longer) continue;
+        least = steps;
+        best = candidate;
+    }
+    return best;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,14 @@
+// What becomes of warnings.
+#pragma once
+
+#include "frontend/cli/options.h"
+#include "frontend/findings/finding.h"
+
+#include <vector>
+
+namespace orvex::frontend {
+
+// Gives each warning the level that the options ask for, and drops those that are off.
+void apply_levels(const Options& options, std::vector<Finding>& findings);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,11 @@
+// orvex graph: models as pictures.
+#pragma once
+
+#include "frontend/cli/options.h"
+
+namespace orvex::frontend {
+
+// Returns the exit status. Throws UsageError.
+int run_graph(const Options& options);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,13 @@
+// The faults of the notation as codes of docs/messages.md.
+#pragma once
+
+#include "notation/fault.h"
+
+#include <string_view>
+
+namespace orvex::frontend {
+
+// The code of a fault, "getfld-label"; empty for none.
+std::string_view code_of(notation::Fault fault);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,43 @@
+// The names of a model, each once, whatever the case it is written in.
+#pragma once
+
+#include "frontend/syntax/tree.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// A text as it is read: capitals, TABs as blanks.
+std::string capitals(std::string_view text);
+
+// A text without what is read as blanks at its end.
+std::string_view without_blanks_at_end(std::string_view text);
+
+// Are two texts the same as they are read?
+bool same_when_read(std::string_view a, std::string_view b);
+
+// A table from names to numbers from 0 on, in the order in which they are added.
+class NameTable {
+  public:
+    NameTable();
+
+    // The number of a name, which is added if it is new.
+    Index add(std::string_view name);
+
+    // The number of a name, or no_index.
+    Index find(std::string_view name) const;
+
+    const std::string& text(Index number) const { return texts_[number]; }
+    Index size() const { return static_cast<Index>(texts_.size()); }
+
+  private:
+    std::size_t slot_of(std::string_view name) const;
+    void grow();
+
+    std::vector<std::string> texts_;
+    std::vector<Index> slots_;  // a power of two of them, at least half of them no_index
+};
+
+}  // namespace orvex::frontend

@@ -1,0 +1,23 @@
+// Whether the statement of a field fits the columns that the translator has for it.
+#pragma once
+
+#include "frontend/model/model.h"
+#include "notation/statements.h"
+
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// The condition of a field's own statement, in its parentheses; empty where it has none.
+// `value` includes further indices, `condition` is the text after "$", `has_condition` says whether
+// there is one.
+std::string condition_of(std::string_view label, std::string_view value, std::string_view condition,
+                         bool has_condition);
+
+// Precondition: `label` is in capitals.
+bool value_fits(std::string_view label, std::string_view value, std::string_view condition);
+bool name_fits(const Model& model, std::string_view bytes, const Field& field,
+               std::string_view label, std::string_view condition, notation::Put put);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,74 @@
+// The functions of the rules, each beside its like in the file that is named after them.
+#pragma once
+
+#include "frontend/rules/rule.h"
+
+#include <vector>
+
+namespace orvex::frontend {
+
+using Findings = std::vector<Finding>;
+
+// models.cpp
+void check_model_none(const Subject& subject, Findings& findings);
+void check_model_name(const Subject& subject, Findings& findings);
+void check_model_open(const Subject& subject, Findings& findings);
+
+// lines.cpp
+void check_line_indent_outside(const Subject& subject, Findings& findings);
+void check_line_indent(const Subject& subject, Findings& findings);
+void check_line_plus(const Subject& subject, Findings& findings);
+void check_line_long(const Subject& subject, Findings& findings);
+
+// keywords.cpp
+void check_keyword_auxiliary(const Subject& subject, Findings& findings);
+void check_keyword_text(const Subject& subject, Findings& findings);
+
+// names.cpp
+void check_name_undeclared(const Subject& subject, Findings& findings);
+void check_name_unused(const Subject& subject, Findings& findings);
+
+// flows.cpp
+void check_commodity_unused(const Subject& subject, Findings& findings);
+void check_commodity_unmade(const Subject& subject, Findings& findings);
+void check_sector_output(const Subject& subject, Findings& findings);
+void check_sector_input(const Subject& subject, Findings& findings);
+void check_consumer_demand(const Subject& subject, Findings& findings);
+void check_consumer_endowment(const Subject& subject, Findings& findings);
+
+// blocks.cpp
+void check_block_missing(const Subject& subject, Findings& findings);
+
+// constraints.cpp
+void check_auxiliary_constraint(const Subject& subject, Findings& findings);
+void check_constraint_twice(const Subject& subject, Findings& findings);
+
+// declarations.cpp
+void check_name_odd(const Subject& subject, Findings& findings);
+void check_name_missing(const Subject& subject, Findings& findings);
+void check_name_twice(const Subject& subject, Findings& findings);
+
+// entries.cpp
+void check_entry_text(const Subject& subject, Findings& findings);
+void check_entry_outside(const Subject& subject, Findings& findings);
+void check_entry_label(const Subject& subject, Findings& findings);
+void check_entry_joined(const Subject& subject, Findings& findings);
+
+// fields.cpp
+void check_field_empty(const Subject& subject, Findings& findings);
+void check_value_odd(const Subject& subject, Findings& findings);
+void check_label_unknown(const Subject& subject, Findings& findings);
+void check_label_twice(const Subject& subject, Findings& findings);
+
+// nests.cpp
+void check_nest_undeclared(const Subject& subject, Findings& findings);
+
+// taxes.cpp
+void check_tax_rate(const Subject& subject, Findings& findings);
+void check_tax_receiver(const Subject& subject, Findings& findings);
+
+// arguments.cpp
+void check_argument_blank(const Subject& subject, Findings& findings);
+void check_argument_quotes(const Subject& subject, Findings& findings);
+
+}  // namespace orvex::frontend

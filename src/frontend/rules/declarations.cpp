@@ -1,0 +1,66 @@
+#include "frontend/findings/wording.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/warn.h"
+#include "frontend/syntax/tree.h"
+
+#include <string>
+
+namespace orvex::frontend {
+
+namespace {
+
+void warn_of_repeated(const Subject& subject, const Field& field, Findings& findings) {
+    const Index symbol = field.reference.symbol;
+    const bool is_known = symbol != no_index && subject.model->symbols[symbol].entered;
+    if (!is_known || field.faulty || has(*subject.facts, symbol, is_odd)) return;
+    warn(subject, findings, field.reference.name,
+         back_quoted(name_of(*subject.model, symbol)) + " is declared already");
+}
+
+// A report variable is declared by the first record that it begins.
+bool is_declared_before(const Subject& subject, const Field& head) {
+    if (head.reference.symbol == no_index || head.row == nullptr) return false;
+    const Symbol& symbol = subject.model->symbols[head.reference.symbol];
+    return head.row->begins == notation::report_record && symbol.kind == Kind::report &&
+           symbol.is_declared && symbol.declared_record != head.record;
+}
+
+}  // namespace
+
+// One for each line: all its words are there for the same reason.
+void check_name_odd(const Subject& subject, Findings& findings) {
+    Index last = no_index;
+    for (const Index index : subject.model->declared) {
+        const Symbol& symbol = subject.model->symbols[index];
+        const bool is_found = has(*subject.facts, index, is_odd) && symbol.entered;
+        if (!is_found || symbol.touched || symbol.declared_record == last) continue;
+        last = symbol.declared_record;
+        warn(subject, findings, symbol.declaration,
+             back_quoted(name_of(*subject.model, index)) + " is declared as a name");
+    }
+}
+
+void check_name_missing(const Subject& subject, Findings& findings) {
+    const Tree& tree = subject.source.tree;
+    for (const Field& field : subject.model->nameless) {
+        if (field.faulty) continue;
+        const Range place = range_of(tree, tree.fields[field.node].token,
+                                     end_of_field(tree, field.record, field.node));
+        warn(subject, findings, place, "a declaration has no name");
+    }
+}
+
+void check_name_twice(const Subject& subject, Findings& findings) {
+    const Model& model = *subject.model;
+    for (const Field& field : model.repeated) warn_of_repeated(subject, field, findings);
+    for (const Block& block : model.blocks) {
+        if (!is_opened_by(block, notation::Opens::report)) continue;
+        for (const Entry& entry : entries_of(model, block)) {
+            if (is_declared_before(subject, entry.head))
+                warn_of_repeated(subject, entry.head, findings);
+        }
+    }
+}
+
+}  // namespace orvex::frontend

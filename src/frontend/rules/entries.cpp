@@ -1,0 +1,120 @@
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/rows.h"
+#include "frontend/rules/warn.h"
+#include "notation/records.h"
+#include "text/characters.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orvex::frontend {
+
+namespace {
+
+using notation::Opens;
+
+// What is in a record before its first label, which begins after the last blank before its colon;
+// empty where there is nothing, or no colon.
+Range text_before_label(const Subject& subject, Index record) {
+    const Tree& tree = subject.source.tree;
+    Range text;
+    Offset last = 0;  // the end of what is not blank
+    for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
+         ++token) {
+        const Range range = range_of(tree, token);
+        switch (tree.tokens[token].kind) {
+        case TokenKind::colon: return text;
+        case TokenKind::plus: break;
+        case TokenKind::blank: text.end = last; break;
+        default:
+            if (last == 0) text.begin = range.begin;
+            last = range.end;
+        }
+    }
+    return {};
+}
+
+// A "+" in column 1 that is joined to a label is no text.
+Range without_plus(const Subject& subject, Range text) {
+    const bool has_plus = !text.empty() && text_in(subject, text).starts_with('+');
+    return has_plus ? Range{text.begin + 1, text.end} : text;
+}
+
+void check_before_label(const Subject& subject, Index record, Findings& findings) {
+    const Tree& tree = subject.source.tree;
+    const RecordNode& node = tree.records[record];
+    const bool is_labelled = node.kind == RecordKind::entry ||
+                             node.kind == RecordKind::continuation ||
+                             node.kind == RecordKind::report;
+    if (!is_labelled || node.fault != Fault::none) return;
+    if (tree.fields[node.field].fault != Fault::none) return;
+    if (is_indented(text_in(subject, line_range(tree, record)))) return;
+    const Range text = without_plus(subject, text_before_label(subject, record));
+    if (!text.empty()) warn(subject, findings, text, "what stands here is not read");
+}
+
+// Up to the first blank.
+Range first_word(const Subject& subject, Range text) {
+    const std::string read = capitals(text_in(subject, text));
+    const std::size_t size = std::min(read.find(orvex::blank_char), read.size());
+    return {text.begin, text.begin + static_cast<Offset>(size)};
+}
+
+// Calls work(row) for the row of each entry of a production or demand block.
+template <typename Work>
+void for_each_entry(const Subject& subject, const Work& work) {
+    for (const Row& row : subject.facts->rows.rows) {
+        if (row.entry != nullptr && !row.entry->head.faulty) work(row);
+    }
+}
+
+}  // namespace
+
+// Text before the first label of a line, and after the sets of a block's or an entry's name.
+void check_entry_text(const Subject& subject, Findings& findings) {
+    const Tree& tree = subject.source.tree;
+    const Index end = tree.models[subject.model->node].end;
+    for (const Block& block : subject.model->blocks) {
+        if (!is_function(block) && !is_opened_by(block, Opens::report)) continue;
+        for (Index record = block.record + 1; record < end; ++record) {
+            if (tree.records[record].kind == RecordKind::opening) break;
+            check_before_label(subject, record, findings);
+        }
+    }
+    for (const Row& row : subject.facts->rows.rows) {
+        const Field& head = head_of(row);
+        if (head.ignored.empty() || head.faulty) continue;
+        warn(subject, findings, first_word(subject, head.ignored), "what stands here is not read");
+    }
+}
+
+void check_entry_outside(const Subject& subject, Findings& findings) {
+    for_each_entry(subject, [&](const Row& row) {
+        if (!row.outside) return;
+        warn(subject, findings, label_place(subject, row.entry->head),
+             "an option has ended the block of this entry");
+    });
+}
+
+// That its "$" or "+" is in a wrong column is found already.
+void check_entry_label(const Subject& subject, Findings& findings) {
+    for_each_entry(subject, [&](const Row& row) {
+        if (!row.stray || row.indented) return;
+        const Field& head = row.entry->head;
+        warn(subject, findings, label_place(subject, head),
+             "no entry of a `$" + std::string(row.keyword->word) + "` block begins with " +
+                 quoted_label(subject, head));
+    });
+}
+
+void check_entry_joined(const Subject& subject, Findings& findings) {
+    for (const Row& row : subject.facts->rows.rows) {
+        const Field* const joined = joined_field(subject.facts->rows, row);
+        if (joined == nullptr || joined->faulty) continue;
+        warn(subject, findings, label_place(subject, *joined),
+             quoted_label(subject, *joined) + " begins an entry, which needs a line of its own");
+    }
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,247 @@
+#include "frontend/rules/facts.h"
+
+#include "frontend/syntax/expressions.h"
+#include "text/characters.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+namespace {
+
+using notation::Meaning;
+
+constexpr std::string_view odd_characters = ":,;+=*/'\"";
+
+// Collects the facts, one after another.
+class Reader {
+  public:
+    Reader(const Source& source, const Model& model, Facts& facts)
+        : source_(source), model_(model), facts_(facts) {}
+
+    void read() {
+        facts_.rows = read_rows(source_, model_);
+        facts_.names.resize(model_.symbols.size());
+        facts_.blocks.resize(model_.symbols.size());
+        read_rows_of_names();
+        read_blocks();
+        read_declared();
+        read_text_not_read();
+        read_type_errors();
+        read_names_by_spelling();
+        collect_judged();
+    }
+
+  private:
+    void add(Index symbol, unsigned fact) {
+        if (symbol != no_index) facts_.names[symbol] |= fact;
+    }
+    bool has_fact(Index symbol, Fact fact) const { return has(facts_, symbol, fact); }
+
+    // Rows.
+
+    void read_rows_of_names() {
+        for (const Row& row : facts_.rows.rows) {
+            const Index owner = row.owner->reference.symbol;
+            if (row.entry == nullptr) {
+                add_block(*row.owner);
+                continue;
+            }
+            add_flow(owner, row, row.entry->head);
+            for (const Field* const field : fields_of(facts_.rows, row))
+                add_field(owner, row, *field);
+            if (row.entry->refused || row.entry->head.faulty) add_refused(owner, row.entry->head);
+            if (row.stray) add_stray(owner, row.entry->head);
+        }
+    }
+
+    void add_block(const Field& head) {
+        const Index owner = head.reference.symbol;
+        if (owner != no_index && facts_.blocks[owner] == nullptr) facts_.blocks[owner] = &head;
+    }
+
+    // An entry that is joined to another one is meant to be one.
+    void add_field(Index owner, const Row& row, const Field& field) {
+        if (begins_entry(field)) add_flow(owner, row, field);
+        if (meaning_of(field) == Meaning::tax_receiver) add(field.reference.symbol, has_income);
+    }
+
+    void add_flow(Index owner, const Row& row, const Field& field) {
+        const Index commodity = field.reference.symbol;
+        switch (meaning_of(field)) {
+        case Meaning::output: add(commodity, made | supplied); return add(owner, has_output);
+        case Meaning::input: add(commodity, wanted); return add(owner, has_input);
+        case Meaning::demand: add(commodity, wanted); return add(owner, has_demand);
+        case Meaning::endowment:
+            add(commodity, may_take(row) ? supplied | taken : supplied);
+            return add(owner, has_income);
+        default: return;
+        }
+    }
+
+    // A consumer with an endowment of less than nothing takes what others make. That of a parameter
+    // may be so.
+    bool may_take(const Row& row) const {
+        const auto fields = fields_of(facts_.rows, row);
+        return row.unclear || std::any_of(fields.begin(), fields.end(), [&](const Field* field) {
+                   const bool is_quantity =
+                       field->row != nullptr && field->row->text == notation::quantity_label;
+                   return is_quantity && may_be_negative(*field);
+               });
+    }
+
+    bool may_be_negative(const Field& field) const {
+        const std::string_view text = text_of(source_.bytes, field.text);
+        const std::size_t first = text.find_first_not_of("( ");
+        const bool is_known =
+            first == std::string_view::npos || orvex::is_digit(text[first]) || text[first] == '.';
+        return field.faulty || !is_known;
+    }
+
+    // A name of another kind may stand for any commodity; one with wrong sets is known.
+    void add_refused(Index owner, const Field& head) {
+        add(owner, block_unclear);
+        const Index symbol = head.reference.symbol;
+        const bool is_known = symbol != no_index && model_.symbols[symbol].is_declared &&
+                              model_.symbols[symbol].kind == Kind::commodity;
+        if (is_known) return;
+        const Meaning meaning = meaning_of(head);
+        const bool supplies = meaning == Meaning::output || meaning == Meaning::endowment;
+        (supplies ? facts_.any_supplied : facts_.any_wanted) = true;
+    }
+
+    void add_stray(Index owner, const Field& head) {
+        add(owner, block_unclear);
+        add(head.reference.symbol, is_stray);
+    }
+
+    // Blocks and declarations.
+
+    void read_blocks() {
+        for (const Field* const owner : facts_.rows.unclear_owners)
+            add(owner->reference.symbol, block_unclear);
+        for (const Constraint& constraint : model_.constraints)
+            add(constraint.symbol, has_constraint);
+    }
+
+    void read_declared() {
+        for (const Index symbol : model_.declared) {
+            facts_.is_declared[static_cast<std::size_t>(model_.symbols[symbol].kind)] = true;
+            const std::string& name = name_of(model_, symbol);
+            if (name.find_first_of(odd_characters) == std::string::npos) continue;
+            add(symbol, is_odd);
+            excuse_words(name);
+        }
+        for (Index symbol = 0; symbol < model_.symbols.size(); ++symbol) {
+            if (model_.symbols[symbol].touched) add(symbol, is_excused);
+        }
+    }
+
+    void excuse_words(std::string_view text) {
+        for (std::size_t at = 0; at < text.size();) {
+            const Lexeme next = next_lexeme(text, at);
+            if (next.kind == TokenKind::word) excuse(text.substr(at, next.end - at));
+            at = next.end;
+        }
+    }
+
+    void excuse(std::string_view name) {
+        if (!name.empty()) add(model_.names.find(name), is_excused);
+    }
+
+    // What is ignored, or after the last column that is read, has a finding there.
+    void read_text_not_read() {
+        const ModelNode& node = source_.tree.models[model_.node];
+        for (Index record = node.record; record < node.end; ++record) {
+            const Index end = source_.tree.records[record + 1].token;
+            for (Index token = source_.tree.records[record].token; token < end; ++token)
+                take_token(token);
+        }
+    }
+
+    void take_token(Index token) {
+        const Tree& tree = source_.tree;
+        const TokenKind kind = tree.tokens[token].kind;
+        if (kind == TokenKind::ignored) excuse_words(text_of(source_.bytes, range_of(tree, token)));
+        if (kind != TokenKind::unread || token == 0) return;
+        if (tree.tokens[token - 1].kind == TokenKind::description) return;
+        excuse_words(text_of(source_.bytes, range_of(tree, token - 1)));
+        excuse_words(text_of(source_.bytes, range_of(tree, token - 1, token + 1)));
+    }
+
+    // Errors, and names that are nearly those of others.
+
+    void read_type_errors() {
+        for (const Error& error : model_.errors) {
+            if (error.fault != Fault::addsym_type) continue;
+            facts_.is_doubtful[static_cast<std::size_t>(error.expected)] = true;
+        }
+    }
+
+    void read_names_by_spelling() {
+        std::vector<bool> left_out(model_.symbols.size());
+        for (Index symbol = 0; symbol < left_out.size(); ++symbol)
+            left_out[symbol] = has_fact(symbol, is_odd);
+        Suggestions suggestions(model_, left_out);
+        facts_.undeclared = read_undeclared(source_.bytes, model_, suggestions);
+        for (const Undeclared& name : facts_.undeclared) excuse(name.near);
+        std::erase_if(facts_.undeclared, [&](const Undeclared& name) {
+            return model_.lost || has_fact(name.symbol, is_excused);
+        });
+        read_faulty_names(suggestions);
+        read_refused_constraints(suggestions);
+    }
+
+    // A word in a faulty place may be any name, misspelt.
+    void read_faulty_names(Suggestions& suggestions) {
+        for (Index symbol = 0; symbol < model_.symbols.size(); ++symbol) {
+            const std::string& name = name_of(model_, symbol);
+            const bool is_unknown =
+                model_.symbols[symbol].touched && model_.symbols[symbol].kind == Kind::host;
+            if (!is_unknown || notation::find_label(name) != nullptr) continue;
+            for (const Kind kind : {Kind::sector, Kind::commodity, Kind::consumer, Kind::auxiliary})
+                excuse(suggestions.near(name, kind));
+        }
+    }
+
+    void read_refused_constraints(Suggestions& suggestions) {
+        for (const Error& error : model_.errors) {
+            if (error.fault != Fault::chksym_unknown && error.fault != Fault::chksym_type) continue;
+            const std::string near =
+                suggestions.near(name_of(model_, error.symbol), Kind::auxiliary);
+            excuse(near);
+            if (near.empty()) facts_.any_constrained = true;
+        }
+    }
+
+    void collect_judged() {
+        for (const Index index : model_.declared) {
+            const Symbol& symbol = model_.symbols[index];
+            const bool is_known = symbol.entered && is_variable(symbol.kind) && !model_.lost;
+            constexpr unsigned unclear = is_odd | is_stray | is_excused;
+            if (is_known && (facts_.names[index] & unclear) == 0) facts_.judged.push_back(index);
+        }
+    }
+
+    const Source& source_;
+    const Model& model_;
+    Facts& facts_;
+};
+
+}  // namespace
+
+bool is_used(const Model& model, const Symbol& symbol) {
+    Index use = symbol.first_use;
+    while (use != no_index && model.uses[use].role == Role::declared) use = model.uses[use].next;
+    return use != no_index;
+}
+
+Facts read_facts(const Source& source, const Model& model) {
+    Facts facts;
+    Reader(source, model, facts).read();
+    return facts;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,60 @@
+// What several rules ask about a model: who makes, uses and owns what, which names have a block or
+// a constraint, which are not declared, and where an error or another finding leaves that open.
+#pragma once
+
+#include "frontend/model/model.h"
+#include "frontend/rules/rows.h"
+#include "frontend/rules/undeclared.h"
+#include "frontend/syntax/source.h"
+
+#include <array>
+#include <vector>
+
+namespace orvex::frontend {
+
+// What is known of a name.
+enum Fact : unsigned {
+    made = 1U << 0U,        // a commodity: has a row O
+    supplied = 1U << 1U,    // has a row O or E
+    wanted = 1U << 2U,      // has a row I or D
+    taken = 1U << 3U,       // has a row E that may be negative
+    has_output = 1U << 4U,  // a sector
+    has_input = 1U << 5U,
+    has_demand = 1U << 6U,      // a consumer
+    has_income = 1U << 7U,      // an endowment, or a tax
+    block_unclear = 1U << 8U,   // a row of its block cannot be judged
+    has_constraint = 1U << 9U,  // an auxiliary variable
+    is_odd = 1U << 10U,         // not meant to be a name
+    is_stray = 1U << 11U,       // begins a row with a label that begins none
+    is_excused = 1U << 12U,     // what is missing for it has an error, or a finding of its own
+};
+
+struct Facts {
+    Rows rows;
+    std::vector<unsigned> names;       // a set of Fact for each symbol
+    std::vector<const Field*> blocks;  // the head of each symbol's first block, or null
+    std::vector<Index> judged;         // declared variables for which all that counts can be read
+    std::vector<Undeclared> undeclared;
+    std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
+    // A name of another kind is refused where a name of this kind must be: any may be meant.
+    std::array<bool, kind_count> is_doubtful{};
+    bool any_supplied = false;     // any commodity may be made or owned where a name is refused
+    bool any_wanted = false;       // used or demanded
+    bool any_constrained = false;  // any auxiliary variable may be that of a refused constraint
+};
+
+inline bool has(const Facts& facts, Index symbol, Fact fact) {
+    return (facts.names[symbol] & fact) != 0;
+}
+
+inline bool is_doubtful(const Facts& facts, Kind kind) {
+    return facts.is_doubtful[static_cast<std::size_t>(kind)];
+}
+
+// Is a declared name anywhere but in declarations?
+bool is_used(const Model& model, const Symbol& symbol);
+
+// Both must outlive the facts.
+Facts read_facts(const Source& source, const Model& model);
+
+}  // namespace orvex::frontend

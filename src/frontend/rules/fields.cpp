@@ -1,0 +1,133 @@
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/rows.h"
+#include "frontend/rules/warn.h"
+#include "notation/records.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+// Calls work(row, field) for each field after the first one of each row; not for those that belong
+// to an entry in the middle of a line, nor for those with an error.
+template <typename Work>
+void for_each_field(const Subject& subject, const Work& work) {
+    const Rows& rows = subject.facts->rows;
+    for (const Row& row : rows.rows) {
+        for (const Field* const field : own_fields_of(rows, row)) {
+            if (!field->faulty) work(row, *field);
+        }
+    }
+}
+
+// Does the field mean something only with a value? In an opening record any one does.
+bool needs_value(const Row& row, const Field& field) {
+    return row.entry == nullptr || (field.row != nullptr && field.row->full);
+}
+
+// Outside of parentheses a value has neither blanks nor commas.
+bool is_odd_value(std::string_view value) {
+    int depth = 0;
+    for (const char c : value) {
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        const bool separates = notation::as_blank(c) == orvex::blank_char || c == ',' || c == ';';
+        if (depth < 0 || (depth == 0 && separates)) return true;
+    }
+    return depth != 0;
+}
+
+// The labels of a row so far. An opening record has each at most once, an entry some of them.
+class Labels {
+  public:
+    void start_row() {
+        ++row_;
+        in_opening_.clear();
+    }
+
+    // Notes the label of a field. Has the row it already?
+    bool is_repeated(const Subject& subject, const Row& row, const Field& field) {
+        if (row.entry != nullptr) return field.row != nullptr && is_second(*field.row);
+        return !is_made_by_host(subject.source, field) &&
+               !in_opening_.insert(capitals(text_in(subject, field.label))).second;
+    }
+
+  private:
+    bool is_second(const notation::Label& label) {
+        if (!label.single) return false;
+        Index& last = last_row_[static_cast<std::size_t>(&label - notation::labels().data())];
+        const bool second = last == row_;
+        last = row_;
+        return second;
+    }
+
+    Index row_ = 0;
+    std::vector<Index> last_row_ = std::vector<Index>(notation::labels().size());
+    std::unordered_set<std::string> in_opening_;
+};
+
+void check_owner_empty(const Subject& subject, const Field& field, Findings& findings) {
+    const bool names_owner = field.row != nullptr && field.row->owns && !field.faulty;
+    if (!names_owner || !field.text.empty()) return;
+    warn(subject, findings, label_place(subject, field),
+         quoted_label(subject, field) + " has no value");
+}
+
+}  // namespace
+
+void check_field_empty(const Subject& subject, Findings& findings) {
+    for_each_field(subject, [&](const Row& row, const Field& field) {
+        if (!needs_value(row, field) || !field.text.empty()) return;
+        warn(subject, findings, label_place(subject, field),
+             quoted_label(subject, field) + " has no value");
+    });
+    for (const Block& block : subject.model->blocks) {
+        if (!is_opened_by(block, notation::Opens::report)) continue;
+        for (const Entry& entry : entries_of(*subject.model, block)) {
+            for (const Field& field : fields_of(*subject.model, entry))
+                check_owner_empty(subject, field, findings);
+        }
+    }
+}
+
+void check_value_odd(const Subject& subject, Findings& findings) {
+    for_each_field(subject, [&](const Row& row, const Field& field) {
+        if (!needs_value(row, field) || field.is_name) return;
+        if (!is_odd_value(text_in(subject, field.text))) return;
+        warn(subject, findings, label_place(subject, field),
+             quoted_label(subject, field) + " has a value that is none");
+    });
+}
+
+// A label that is not known is that of a nest, which has no value in an entry.
+void check_label_unknown(const Subject& subject, Findings& findings) {
+    for_each_field(subject, [&](const Row& row, const Field& field) {
+        if (needs_value(row, field) || field.text.empty()) return;
+        const bool is_explained =
+            is_made_by_host(subject.source, field) || has_joined_plus(subject.source, field);
+        if (is_explained) return;
+        warn(subject, findings, label_place(subject, field),
+             quoted_label(subject, field) + " is no label of a value");
+    });
+}
+
+void check_label_twice(const Subject& subject, Findings& findings) {
+    const Rows& rows = subject.facts->rows;
+    Labels labels;
+    for (const Row& row : rows.rows) {
+        if (joined_field(rows, row) != nullptr) continue;
+        labels.start_row();
+        for (const Field* const field : fields_of(rows, row)) {
+            if (field->faulty || !labels.is_repeated(subject, row, *field)) continue;
+            warn(subject, findings, label_place(subject, *field),
+                 quoted_label(subject, *field) + " stands here twice");
+        }
+    }
+}
+
+}  // namespace orvex::frontend

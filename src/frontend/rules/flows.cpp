@@ -1,0 +1,83 @@
+#include "frontend/findings/wording.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/warn.h"
+
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+namespace {
+
+// Calls work(symbol) for each name of the kind that is declared and used.
+template <typename Work>
+void for_each_used(const Subject& subject, Kind kind, const Work& work) {
+    for (const Index index : subject.facts->judged) {
+        const Symbol& symbol = subject.model->symbols[index];
+        if (symbol.kind == kind && is_used(*subject.model, symbol)) work(index);
+    }
+}
+
+void warn_of(const Subject& subject, Index symbol, Range place, std::string_view what,
+             Findings& findings) {
+    const std::string_view kind = kind_name(subject.model->symbols[symbol].kind);
+    warn(subject, findings, place,
+         std::string(kind) + " " + back_quoted(name_of(*subject.model, symbol)) + " " +
+             std::string(what));
+}
+
+// A sector or a consumer whose blocks all have not what they need.
+void warn_of_block(const Subject& subject, Kind kind, Fact needed, std::string_view what,
+                   Findings& findings) {
+    const Facts& facts = *subject.facts;
+    for_each_used(subject, kind, [&](Index symbol) {
+        const Field* const block = facts.blocks[symbol];
+        if (block == nullptr || has(facts, symbol, block_unclear) || has(facts, symbol, needed))
+            return;
+        warn_of(subject, symbol, block->reference.name, what, findings);
+    });
+}
+
+}  // namespace
+
+void check_commodity_unused(const Subject& subject, Findings& findings) {
+    const Facts& facts = *subject.facts;
+    if (facts.any_wanted) return;
+    for_each_used(subject, Kind::commodity, [&](Index symbol) {
+        const bool is_taken = has(facts, symbol, made) && has(facts, symbol, taken);
+        if (!has(facts, symbol, supplied) || has(facts, symbol, wanted) || is_taken) return;
+        warn_of(subject, symbol, subject.model->symbols[symbol].declaration,
+                "is made or owned, and never used or demanded", findings);
+    });
+}
+
+void check_commodity_unmade(const Subject& subject, Findings& findings) {
+    const Facts& facts = *subject.facts;
+    if (facts.any_supplied) return;
+    for_each_used(subject, Kind::commodity, [&](Index symbol) {
+        if (!has(facts, symbol, wanted) || has(facts, symbol, supplied)) return;
+        warn_of(subject, symbol, subject.model->symbols[symbol].declaration,
+                "is used or demanded, and never made or owned", findings);
+    });
+}
+
+void check_sector_output(const Subject& subject, Findings& findings) {
+    warn_of_block(subject, Kind::sector, has_output, "has no output", findings);
+}
+
+void check_sector_input(const Subject& subject, Findings& findings) {
+    warn_of_block(subject, Kind::sector, has_input, "has no input", findings);
+}
+
+void check_consumer_demand(const Subject& subject, Findings& findings) {
+    warn_of_block(subject, Kind::consumer, has_demand, "demands nothing", findings);
+}
+
+void check_consumer_endowment(const Subject& subject, Findings& findings) {
+    if (is_doubtful(*subject.facts, Kind::consumer)) return;
+    warn_of_block(subject, Kind::consumer, has_income, "owns nothing and receives no tax",
+                  findings);
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,121 @@
+#include "frontend/rules/checks.h"
+#include "frontend/rules/rows.h"
+#include "frontend/rules/warn.h"
+#include "notation/limits.h"
+#include "notation/records.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+std::string_view line_of(const Subject& subject, Index record) {
+    return text_in(subject, line_range(subject.source.tree, record));
+}
+
+// A part of a line, by its positions from 0.
+Range part_of(const Subject& subject, Index record, std::size_t begin, std::size_t end) {
+    const Offset start = line_range(subject.source.tree, record).begin;
+    return {start + static_cast<Offset>(begin), start + static_cast<Offset>(end)};
+}
+
+// Calls work(record) for each record of the model that is read, but for the first one.
+template <typename Work>
+void for_each_record(const Subject& subject, const Work& work) {
+    const Tree& tree = subject.source.tree;
+    const ModelNode& node = tree.models[subject.model->node];
+    for (Index record = node.record + 1; record < node.end; ++record) {
+        const RecordKind kind = tree.records[record].kind;
+        if (kind != RecordKind::blank && kind != RecordKind::comment) work(record);
+    }
+}
+
+// The first word of a text: up to a blank, a TAB or a colon.
+std::string_view first_word(std::string_view text) {
+    return text.substr(0, text.find_first_of(" \t:"));
+}
+
+// An error of a line without labels says itself what is wrong with it.
+bool has_error(const Tree& tree, Index record) {
+    const RecordNode& node = tree.records[record];
+    if (node.fault != Fault::none) return true;
+    if (node.field == tree.records[record + 1].field) return false;
+    const Fault fault = tree.fields[node.field].fault;
+    return fault == Fault::getfld_label || fault == Fault::getfld_blank;
+}
+
+void check_hidden_model(const Subject& subject, Index record, Findings& findings) {
+    const std::string line = capitals(line_of(subject, record));
+    const bool is_marked = line.starts_with(byte_order_mark);
+    const std::size_t at = line.find_first_not_of(' ', is_marked ? byte_order_mark.size() : 0);
+    const std::string_view keyword = notation::model_keyword;
+    if (at == std::string::npos || at == 0 || line.compare(at, keyword.size(), keyword) != 0)
+        return;
+    const std::string_view why =
+        is_marked ? ", but behind a byte order mark, which no editor shows" : "";
+    warn(subject, findings, part_of(subject, record, at, at + keyword.size() - 1),
+         "`$MODEL` does not stand in column 1" + std::string(why));
+}
+
+}  // namespace
+
+// A model that the translator passes over because its line is not in column 1. An editor's byte
+// order mark hides the first one.
+void check_line_indent_outside(const Subject& subject, Findings& findings) {
+    const Tree& tree = subject.source.tree;
+    for (Index record = 0; record < line_count(tree); ++record) {
+        if (tree.records[record].kind == RecordKind::outside)
+            check_hidden_model(subject, record, findings);
+    }
+}
+
+void check_line_indent(const Subject& subject, Findings& findings) {
+    for_each_record(subject, [&](Index record) {
+        const std::string_view line = line_of(subject, record);
+        const bool is_body = subject.source.tree.records[record].kind == RecordKind::body;
+        if (is_body || !is_indented(line) || has_error(subject.source.tree, record)) return;
+        const std::size_t at = line.find_first_not_of(" \t");
+        const bool is_keyword = line[at] == notation::keyword_mark;
+        const std::size_t size = is_keyword ? first_word(line.substr(at)).size() : 1;
+        warn(subject, findings, part_of(subject, record, at, at + size),
+             "`" + std::string(line.substr(at, size)) + "` does not stand in column 1");
+    });
+}
+
+// A "+" directly before a label becomes a part of it.
+void check_line_plus(const Subject& subject, Findings& findings) {
+    for_each_record(subject, [&](Index record) {
+        const std::string_view line = line_of(subject, record);
+        const bool is_body = subject.source.tree.records[record].kind == RecordKind::body;
+        if (is_body || !line.starts_with(notation::continuation_mark)) return;
+        const std::string_view label = first_word(line);
+        const bool is_label =
+            label.size() >= 2 && label.size() < line.size() && line[label.size()] == ':';
+        if (!is_label || has_error(subject.source.tree, record)) return;
+        const Range place = part_of(subject, record, 0, label.size());
+        warn(subject, findings, place,
+             "the label is " + quoted(subject, place) + ", with the plus sign");
+    });
+}
+
+// Something is after the last column that is read, and it is not in a comment.
+void check_line_long(const Subject& subject, Findings& findings) {
+    constexpr std::size_t columns = notation::record_columns;
+    for_each_record(subject, [&](Index record) {
+        const std::string_view line = line_of(subject, record);
+        if (line.size() <= columns) return;
+        const std::string_view read = line.substr(0, line.find(notation::description_mark));
+        const std::size_t size = read.find_last_not_of(" \t") + 1;
+        if (size <= columns) return;
+        warn(subject, findings, part_of(subject, record, columns, size),
+             "line has " + std::to_string(size) + " bytes, and only " + std::to_string(columns) +
+                 " are read");
+    });
+}
+
+}  // namespace orvex::frontend

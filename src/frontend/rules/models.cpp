@@ -1,0 +1,60 @@
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+#include "frontend/findings/wording.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/warn.h"
+#include "frontend/syntax/expressions.h"
+#include "notation/records.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orvex::frontend {
+
+namespace {
+
+Range name_place(const Subject& subject, const ModelNode& node, std::size_t size) {
+    const Tree& tree = subject.source.tree;
+    Index token = tree.records[node.record].token;
+    while (tree.tokens[token].kind != TokenKind::model_name) ++token;
+    const Offset begin = tree.tokens[token].begin;
+    return {begin, begin + static_cast<Offset>(size)};
+}
+
+// Is the line that ends the model there, but not in column 1?
+bool has_indented_end(const Subject& subject, const ModelNode& node) {
+    const Tree& tree = subject.source.tree;
+    for (Index record = node.record + 1; record < node.end; ++record) {
+        if (tree.records[record].kind == RecordKind::comment) continue;
+        const std::string text = capitals(text_in(subject, record_range(tree, record)));
+        if (text.starts_with(notation::keyword_mark) && notation::ends_model(text.substr(1)))
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void check_model_none(const Subject& subject, Findings& findings) {
+    if (!subject.source.models.empty()) return;
+    findings.push_back(warning(std::string(subject.code), "file has no `$MODEL:` line",
+                               whole_file(subject.source.path)));
+}
+
+// The name goes into file names and statements.
+void check_model_name(const Subject& subject, Findings& findings) {
+    const std::string& name = subject.model->name;
+    if (std::all_of(name.begin(), name.end(), is_name_byte)) return;
+    const ModelNode& node = subject.source.tree.models[subject.model->node];
+    warn(subject, findings, name_place(subject, node, name.size()),
+         back_quoted(name) + " is the whole name of the model");
+}
+
+void check_model_open(const Subject& subject, Findings& findings) {
+    const ModelNode& node = subject.source.tree.models[subject.model->node];
+    if (node.closed || subject.model->lost || has_indented_end(subject, node)) return;
+    warn(subject, findings, record_range(subject.source.tree, node.record),
+         "model " + back_quoted(subject.model->name) + " has no `$OFFTEXT`");
+}
+
+}  // namespace orvex::frontend

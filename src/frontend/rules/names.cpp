@@ -1,0 +1,123 @@
+#include "frontend/findings/wording.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/warn.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr std::size_t most_listed = 10;
+
+// "A, B, C", or the first ones "and 5 more".
+class List {
+  public:
+    void add(const std::string& item) {
+        if (++count_ > most_listed) return;
+        text_.append(count_ == 1 ? "" : ", ").append(item);
+    }
+    std::size_t count() const { return count_; }
+    std::string text() const {
+        if (count_ <= most_listed) return text_;
+        return text_ + " and " + std::to_string(count_ - most_listed) + " more";
+    }
+
+  private:
+    std::string text_;
+    std::size_t count_ = 0;
+};
+
+// "line 12", "lines 12, 14": the lines of a name's uses but for `line`; nothing where there is
+// none.
+std::string lines_of_uses(const Model& model, const Undeclared& name, int line) {
+    List list;
+    int last = line;
+    for (const Index use : name.uses) {
+        const int at = line_of_record(model.uses[use].record);
+        if (at == line || at == last) continue;
+        last = at;
+        list.add(std::to_string(at));
+    }
+    if (list.count() == 0) return {};
+    return (list.count() == 1 ? "line " : "lines ") + list.text();
+}
+
+int line_of_first(const Model& model, const Undeclared& name) {
+    return line_of_record(model.uses[name.first_use].record);
+}
+
+// The names of a kind that are one finding, at the first of them.
+using Group = std::vector<const Undeclared*>;
+
+void add_note(Finding& finding, std::size_t& place, Severity severity, std::string message) {
+    finding.remarks.insert(finding.remarks.begin() + static_cast<std::ptrdiff_t>(place),
+                           {severity, std::move(message), {}});
+    ++place;
+}
+
+std::string others_of(const Model& model, const Group& group) {
+    List list;
+    for (std::size_t i = 1; i < group.size(); ++i) {
+        list.add(back_quoted(name_of(model, group[i]->symbol)) + " (" +
+                 lines_of_uses(model, *group[i], 0) + ")");
+    }
+    return list.text();
+}
+
+void warn_of(const Subject& subject, const Group& group, Findings& findings) {
+    const Model& model = *subject.model;
+    const Undeclared& first = *group.front();
+    Finding& finding =
+        warn(subject, findings, model.uses[first.first_use].range,
+             std::string(kind_name(first.kind)) + " " + back_quoted(name_of(model, first.symbol)) +
+                 " is used and not declared");
+    std::size_t place = 0;
+    if (!first.near.empty())
+        add_note(finding, place, Severity::help, "did you mean `" + first.near + "`?");
+    const std::string lines = lines_of_uses(model, first, line_of_first(model, first));
+    if (!lines.empty()) add_note(finding, place, Severity::note, "also used in " + lines);
+    if (group.size() > 1) {
+        add_note(finding, place, Severity::note, "not declared either: " + others_of(model, group));
+    }
+}
+
+}  // namespace
+
+// Where the model declares no name of the kind, all of them have one cause.
+void check_name_undeclared(const Subject& subject, Findings& findings) {
+    const Model& model = *subject.model;
+    Group names;
+    for (const Undeclared& name : subject.facts->undeclared) names.push_back(&name);
+    std::stable_sort(names.begin(), names.end(), [&](const Undeclared* a, const Undeclared* b) {
+        return model.uses[a->first_use].range.begin < model.uses[b->first_use].range.begin;
+    });
+    std::array<Group, kind_count> joined;
+    for (const Undeclared* const name : names) {
+        const auto kind = static_cast<std::size_t>(name->kind);
+        if (subject.facts->is_declared[kind]) {
+            warn_of(subject, {name}, findings);
+        } else {
+            joined[kind].push_back(name);
+        }
+    }
+    for (const Group& group : joined) {
+        if (!group.empty()) warn_of(subject, group, findings);
+    }
+}
+
+void check_name_unused(const Subject& subject, Findings& findings) {
+    for (const Index index : subject.facts->judged) {
+        const Symbol& symbol = subject.model->symbols[index];
+        if (is_used(*subject.model, symbol) || is_doubtful(*subject.facts, symbol.kind)) continue;
+        warn(subject, findings, symbol.declaration,
+             std::string(kind_name(symbol.kind)) + " " +
+                 back_quoted(name_of(*subject.model, index)) + " is declared and never used");
+    }
+}
+
+}  // namespace orvex::frontend

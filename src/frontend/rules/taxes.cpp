@@ -1,0 +1,51 @@
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/rows.h"
+#include "frontend/rules/warn.h"
+
+namespace orvex::frontend {
+
+namespace {
+
+using notation::Meaning;
+
+// A tax takes two labels: who receives it, and how high it is. The last ones of a row.
+struct Tax {
+    const Field* receiver = nullptr;
+    const Field* rate = nullptr;
+};
+
+// Calls work(tax) for each entry that can be read in all its lines.
+template <typename Work>
+void for_each_tax(const Subject& subject, const Work& work) {
+    const Rows& rows = subject.facts->rows;
+    for (const Row& row : rows.rows) {
+        if (row.entry == nullptr || row.unclear || joined_field(rows, row) != nullptr) continue;
+        Tax tax;
+        for (const Field* const field : fields_of(rows, row)) {
+            if (meaning_of(*field) == Meaning::tax_receiver) tax.receiver = field;
+            if (meaning_of(*field) == Meaning::tax_rate) tax.rate = field;
+        }
+        work(tax);
+    }
+}
+
+}  // namespace
+
+void check_tax_rate(const Subject& subject, Findings& findings) {
+    for_each_tax(subject, [&](const Tax& tax) {
+        if (tax.receiver == nullptr || tax.rate != nullptr || tax.receiver->faulty) return;
+        warn(subject, findings, label_place(subject, *tax.receiver),
+             quoted_label(subject, *tax.receiver) + " receives a tax without a rate");
+    });
+}
+
+void check_tax_receiver(const Subject& subject, Findings& findings) {
+    for_each_tax(subject, [&](const Tax& tax) {
+        if (tax.rate == nullptr || tax.receiver != nullptr || tax.rate->faulty) return;
+        warn(subject, findings, label_place(subject, *tax.rate),
+             quoted_label(subject, *tax.rate) + " is a tax that nobody receives");
+    });
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,41 @@
+// Names that are used and not declared, and the declared names that may be meant.
+#pragma once
+
+#include "frontend/model/model.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Undeclared {
+    Index symbol;
+    Kind kind;        // what it is used as
+    Index first_use;  // in Model::uses, by which the translator comes to know it
+    std::vector<Index> uses;
+    std::string near;  // a declared name of the kind that may be meant; empty where none is near
+};
+
+// Finds declared names that are near to others.
+class Suggestions {
+  public:
+    // `is_left_out` says for each symbol whether it is never meant.
+    Suggestions(const Model& model, const std::vector<bool>& is_left_out);
+
+    // The declared name of the kind that is near to a name, or nothing.
+    std::string near(std::string_view name, Kind kind);
+
+  private:
+    std::array<std::vector<std::string>, kind_count> declared_;
+    std::size_t left_;  // names that may still be compared: a model can have too many
+};
+
+// The names of the model that are not declared, a name for each kind that it is used as, in the
+// order in which they first occur; those of owners in reports at the end. Names in faulty places
+// are among them.
+std::vector<Undeclared> read_undeclared(std::string_view bytes, const Model& model,
+                                        Suggestions& suggestions);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,55 @@
+#include "frontend/rules/warn.h"
+
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+#include "frontend/findings/wording.h"
+#include "notation/records.h"
+
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+Range colon_of(const Tree& tree, const Field& field) {
+    Index token = tree.fields[field.node].token;
+    while (tree.tokens[token].kind != TokenKind::colon) ++token;
+    return range_of(tree, token);
+}
+
+// After the first field of a record, a label may be a blank.
+Range label_of(const Subject& subject, const Field& field) {
+    if (!field.label.empty()) return field.label;
+    const Tree& tree = subject.source.tree;
+    const Offset colon = colon_of(tree, field).begin;
+    const bool is_first = tree.records[field.record].field == field.node;
+    const bool is_blank =
+        !is_first && notation::as_blank(subject.source.bytes[colon - 1]) == orvex::blank_char;
+    return {is_blank ? colon - 1 : colon, colon};
+}
+
+}  // namespace
+
+Finding& warn(const Subject& subject, std::vector<Finding>& findings, Range place,
+              std::string message) {
+    return findings.emplace_back(
+        warning(std::string(subject.code), std::move(message), span_of(subject.source, place)));
+}
+
+std::string_view text_in(const Subject& subject, Range range) {
+    return text_of(subject.source.bytes, range);
+}
+
+std::string quoted(const Subject& subject, Range range) {
+    return back_quoted(capitals(text_in(subject, range)));
+}
+
+Range label_place(const Subject& subject, const Field& field) {
+    return {label_of(subject, field).begin, colon_of(subject.source.tree, field).end};
+}
+
+std::string quoted_label(const Subject& subject, const Field& field) {
+    return back_quoted(capitals(text_in(subject, label_of(subject, field))) + ":");
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,145 @@
+#include "frontend/session/check_file.h"
+
+#include "frontend/cli/levels.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/messages.h"
+#include "frontend/findings/place.h"
+#include "frontend/findings/wording.h"
+#include "frontend/model/build.h"
+#include "frontend/rules/errors.h"
+#include "frontend/rules/rule.h"
+#include "frontend/rules/selection.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <future>
+#include <iterator>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+// What was found in the models of a file.
+struct Findings {
+    std::vector<Expectation> expectations;
+    std::vector<std::vector<Finding>> errors;  // of each model
+    std::vector<Finding> warnings;
+};
+
+// Builds the models of the selection, one after another, and looks for what is wrong with each. One
+// without an error passes on whether its last fields belong to a block's opening record.
+Findings check_models(const Source& source, const Selection& selection, bool keeps_models,
+                      std::vector<Model>& models) {
+    Findings found;
+    bool opening_is_open = false;
+    for (const Index index : selection.models) {
+        Model model = build_model(source.bytes, source.tree, index, opening_is_open);
+        if (model.errors.empty()) opening_is_open = model.opening_is_open;
+        found.expectations.push_back(expectation_of(model));
+        add_errors(source, model, found.errors.emplace_back());
+        run_model_rules(source, model, found.warnings);
+        if (keeps_models) models.push_back(std::move(model));
+    }
+    run_file_rules(source, found.warnings);
+    return found;
+}
+
+// The file's name without its folder and its extension, with that of the file that the host's
+// program writes.
+std::string usual_put_file(const std::string& path) {
+    std::string name = path.substr(path.rfind('/') + 1);
+    if (path == "<stdin>") name = "stdin";
+    if (const std::size_t dot = name.rfind('.'); dot != std::string::npos && dot > 0)
+        name.resize(dot);
+    return name + ".scr";
+}
+
+RunSettings settings_of(const Source& source, const Options& options, bool keeps_outputs) {
+    return {options.put_file.empty() ? usual_put_file(source.path) : options.put_file, options.time,
+            options.first_model, options.first_constraint, keeps_outputs};
+}
+
+bool has_finding(const Checked& checked, const std::string& message) {
+    return std::any_of(checked.findings.begin(), checked.findings.end(),
+                       [&](const Finding& finding) { return finding.message == message; });
+}
+
+// What the system kept the translator from: a full disk, an unreadable file.
+void add_system_messages(const Source& source, const Verdict& verdict, Checked& checked) {
+    bool explained = false;
+    for (const std::string& line : verdict.messages) {
+        const auto known = recognise(line);
+        if (!known) continue;
+        explained = true;
+        const std::string message = plain_words(line, known->values);
+        if (has_finding(checked, message)) continue;
+        checked.findings.push_back(failure(known->entry->code, message, whole_file(source.path)));
+    }
+    if (verdict.cause.empty() || explained) return;
+    checked.findings.push_back(failure("result-unknown",
+                                       "the translator's result is unknown: " + verdict.cause,
+                                       whole_file(source.path)));
+}
+
+// A stop that the tree does not know.
+void add_stops(const Source& source, const Verdict& verdict, Checked& checked) {
+    for (const UnknownStop& stop : verdict.stops) {
+        const auto known = recognise(stop.message);
+        const std::string message = plain_words(stop.message, known ? known->values : Values());
+        checked.findings.push_back(failure("judge-differs", "only the translator stops: " + message,
+                                           record_span(source, stop.line)));
+    }
+}
+
+// Errors that the translator does not have are no errors.
+void soften(std::vector<Finding>& errors) {
+    for (Finding& error : errors) {
+        error =
+            warning("judge-differs", "the translator accepts this: " + error.message, error.span);
+    }
+}
+
+void move_to(std::vector<Finding>& findings, std::vector<Finding>& from) {
+    findings.insert(findings.end(), std::make_move_iterator(from.begin()),
+                    std::make_move_iterator(from.end()));
+}
+
+void add_model_errors(const Verdict& verdict, Findings& found, Checked& checked) {
+    for (std::size_t i = 0; i < found.errors.size(); ++i) {
+        const auto& accepted = verdict.accepted;
+        const bool is_accepted = std::find(accepted.begin(), accepted.end(),
+                                           found.expectations[i].model) != accepted.end();
+        if (is_accepted) soften(found.errors[i]);
+        move_to(checked.findings, found.errors[i]);
+    }
+}
+
+void order_by_place(std::vector<Finding>& findings) {
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
+}
+
+}  // namespace
+
+Checked check_file(const Source& source, const Options& options, Wanted wanted,
+                   const std::string& program, const Workplace& place) {
+    Checked checked;
+    const Selection selection = select_models(source, options.model, checked.findings);
+    checked.model_count = selection.models.size();
+    const Court court{source, selection.models, program, place,
+                      settings_of(source, options, wanted.outputs)};
+    std::future<RunResult> run = start_judging(court);
+    Findings found = check_models(source, selection, wanted.models, checked.models);
+    Verdict verdict = judge(court, found.expectations, std::move(run));
+    add_system_messages(source, verdict, checked);
+    add_model_errors(verdict, found, checked);
+    add_stops(source, verdict, checked);
+    move_to(checked.findings, found.warnings);
+    apply_levels(options, checked.findings);
+    order_by_place(checked.findings);
+    checked.outputs = std::move(verdict.outputs);
+    return checked;
+}
+
+}  // namespace orvex::frontend

@@ -1,0 +1,33 @@
+// All errors and warnings of one file.
+#pragma once
+
+#include "frontend/cli/options.h"
+#include "frontend/findings/finding.h"
+#include "frontend/model/model.h"
+#include "frontend/syntax/source.h"
+#include "frontend/translator/judge.h"
+
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Checked {
+    std::vector<Finding> findings;    // ordered by line
+    std::size_t model_count = 0;      // of the models that are to be translated
+    std::vector<Model> models;        // these, where they are wanted
+    std::vector<Translated> outputs;  // of models without an error, in the order of the file
+};
+
+// What is wanted of a file besides its findings.
+struct Wanted {
+    bool models = false;
+    bool outputs = false;
+};
+
+// Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
+// translator cannot be run.
+Checked check_file(const Source& source, const Options& options, Wanted wanted,
+                   const std::string& program, const Workplace& place);
+
+}  // namespace orvex::frontend

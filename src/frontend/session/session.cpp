@@ -1,0 +1,241 @@
+#include "frontend/session/session.h"
+
+#include "frontend/base/interrupts.h"
+#include "frontend/base/jobs.h"
+#include "frontend/cli/inputs.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+
+namespace orvex::frontend {
+
+namespace {
+
+struct Session {
+    const Options& options;
+    const Steps& steps;
+    std::string program;
+    Inputs inputs;
+    std::vector<File> files;
+    std::vector<bool> is_read;
+    std::vector<std::unique_ptr<Workplace>> places;  // of each thread
+    Reporter reporter;
+    std::vector<Finding> unknown_models;  // of the files without the model of --model
+    std::size_t known_models = 0;         // files that have it
+};
+
+// A signal is to end the program: first the temporary folders are removed.
+struct Interrupt {};
+
+struct OutputFailure {};
+
+Finding start_failure(const std::string& path, const StartFailure& error) {
+    return failure("translator-start", "the translator cannot be run: " + error.reason,
+                   whole_file(path));
+}
+
+std::string shown_path(const Session& session, std::size_t index) {
+    const std::string& path = session.inputs.paths[index];
+    return path == "-" ? session.options.stdin_filename : path;
+}
+
+// Reads a file, once; false with a finding where that cannot be done.
+bool read(Session& session, std::size_t index) {
+    File& file = session.files[index];
+    if (session.is_read[index]) return file.source != nullptr;
+    session.is_read[index] = true;
+    const std::string path = shown_path(session, index);
+    file.source = std::make_unique<Source>();
+    if (read_source(session.inputs.paths[index], *file.source)) {
+        file.source->path = path;
+        return true;
+    }
+    const int error = errno;
+    file.source.reset();
+    file.checked.findings.push_back(failure("file-unreadable",
+                                            "cannot read `" + path + "`: " + system_message(error),
+                                            whole_file(path)));
+    return false;
+}
+
+// On any thread.
+void work_on(Session& session, std::size_t index, std::size_t worker) {
+    stop_if_interrupted();
+    File& file = session.files[index];
+    if (!read(session, index)) return;
+    try {
+        auto& place = session.places[worker];
+        if (place == nullptr) place = std::make_unique<Workplace>();
+        file.checked = check_file(*file.source, session.options, session.steps.wanted,
+                                  session.program, *place);
+    } catch (const StartFailure& error) {
+        stop_if_interrupted();
+        file.checked.findings.push_back(start_failure(file.source->path, error));
+        return;
+    }
+    if (session.steps.work) session.steps.work(file);
+}
+
+// A model that --model asks for need not be in every file.
+void keep_unknown_models(Session& session, std::vector<Finding>& findings) {
+    const auto unknown = std::stable_partition(
+        findings.begin(), findings.end(),
+        [](const Finding& finding) { return finding.code != "model-unknown"; });
+    if (unknown == findings.end()) ++session.known_models;
+    session.unknown_models.insert(session.unknown_models.end(), unknown, findings.end());
+    findings.erase(unknown, findings.end());
+}
+
+// All errors are counted, but not more of a file are shown than the options ask for.
+void show_findings(Session& session, const File& file) {
+    const std::size_t most = session.options.max_errors;
+    std::size_t errors = 0;
+    for (const Finding& finding : file.checked.findings) {
+        errors += static_cast<std::size_t>(finding.severity == Severity::error);
+        const bool hidden = finding.severity == Severity::error && most != 0 && errors > most;
+        if (hidden) {
+            count_hidden(session.reporter, finding);
+        } else {
+            show(session.reporter, finding);
+        }
+    }
+}
+
+// On one thread, in the order of the files.
+void finish(Session& session, std::size_t index) {
+    stop_if_interrupted();
+    File& file = session.files[index];
+    Reporter& reporter = session.reporter;
+    ++reporter.summary.files;
+    if (!session.options.model.empty() && file.source != nullptr)
+        keep_unknown_models(session, file.checked.findings);
+    if (session.steps.finish && file.source != nullptr) {
+        session.steps.finish(file, session.inputs);
+        stop_if_interrupted();
+    }
+    show_findings(session, file);
+    if (session.steps.before_output) session.steps.before_output(file);
+    put_output(reporter, file.output);
+    file = File();
+    if (!flush(reporter.out)) throw OutputFailure();
+    flush(reporter.err);
+    show_progress(reporter, index + 1, session.files.size());
+}
+
+// A file that is given twice, or by itself and in its folder, is read once.
+void take_paths(Inputs& inputs, const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        if (path != "-" && has_file(inputs.files, path)) continue;
+        inputs.paths.push_back(path);
+        if (path != "-") add_file(inputs.files, path);
+    }
+    if (std::find(paths.begin(), paths.end(), "-") != paths.end())
+        add_file(inputs.files, "/dev/stdin");
+}
+
+void refuse_folders(const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        if (is_folder(path))
+            throw UsageError{"`" + path + "` is a folder", "`orvex check` searches folders"};
+    }
+}
+
+// What the command writes besides its outputs must not be one of its inputs, nor the same twice.
+void reserve_paths(const Options& options, Inputs& inputs) {
+    std::vector<std::string> written;
+    for (const auto& [format, path] : options.reports) written.push_back(path);
+    if (!options.depfile.empty()) written.push_back(options.depfile);
+    for (const std::string& path : written) {
+        if (has_file(inputs.files, path))
+            throw UsageError{"`" + path + "` is an input and would be written over", ""};
+        if (!inputs.reserved.insert(without_detours(path)).second)
+            throw UsageError{"`" + path + "` is given for two files", ""};
+    }
+}
+
+void find_files(Session& session) {
+    const std::vector<std::string>& given = session.options.files;
+    if (!session.steps.searches_folders) refuse_folders(given);
+    take_paths(session.inputs, session.steps.searches_folders ? expand_folders(given) : given);
+    reserve_paths(session.options, session.inputs);
+    session.files.resize(session.inputs.paths.size());
+    session.is_read.resize(session.files.size());
+}
+
+// Files whose reading may wait are read before the signals are caught: until then these end the
+// program at once.
+void read_first(Session& session) {
+    for (std::size_t i = 0; i < session.files.size(); ++i) {
+        if (session.steps.needs_all || may_wait(session.inputs.paths[i])) read(session, i);
+    }
+    if (session.steps.start) session.steps.start(session.files);
+}
+
+void run_files(Session& session) {
+    try {
+        session.program = find_translator(session.options.program);
+    } catch (const StartFailure& error) {
+        show(session.reporter, start_failure(shown_path(session, 0), error));
+        return;
+    }
+    in_order(
+        session.files.size(), static_cast<int>(session.places.size()),
+        [&](std::size_t index, int worker) {
+            work_on(session, index, static_cast<std::size_t>(worker));
+        },
+        [&](std::size_t index) { finish(session, index); });
+    if (session.known_models == 0) {
+        for (const Finding& finding : session.unknown_models) show(session.reporter, finding);
+    }
+    if (session.steps.end) session.steps.end(session.reporter, session.inputs);
+}
+
+// Returns the exit status.
+int run_and_end(Session& session) {
+    try {
+        run_files(session);
+    } catch (const UsageError& error) {
+        show_usage(session.reporter, error.text, error.hint);
+    } catch (const OutputFailure&) {
+        // Nobody reads on: the end says why.
+    }
+    stop_if_interrupted();
+    const std::string line = session.steps.summary_line ? session.steps.summary_line() : "";
+    const int status = end(session.reporter, line);
+    stop_if_interrupted();
+    return status;
+}
+
+}  // namespace
+
+void stop_if_interrupted() {
+    if (interrupt_signal() != 0) throw Interrupt();
+}
+
+std::string without_detours(const std::string& path) {
+    return std::filesystem::path(path).lexically_normal().string();
+}
+
+int run_session(const Options& options, const Steps& steps) {
+    Session session{options, steps, {}, {}, {}, {}, {}, {}, {}, 0};
+    find_files(session);
+    session.places.resize(std::min(static_cast<std::size_t>(options.jobs), session.files.size()));
+    read_first(session);
+    session.reporter.options = options;
+    begin(session.reporter);
+    catch_interrupts();
+    try {
+        return run_and_end(session);
+    } catch (const Interrupt&) {
+        session.places.clear();
+        hide_progress(session.reporter);
+        end_by_interrupt();
+        return 2;
+    }
+}
+
+}  // namespace orvex::frontend

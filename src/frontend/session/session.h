@@ -1,0 +1,63 @@
+// A command over all its files: they are read, checked on several threads, and shown in their
+// order.
+#pragma once
+
+#include "frontend/base/files.h"
+#include "frontend/cli/options.h"
+#include "frontend/cli/reporter.h"
+#include "frontend/session/check_file.h"
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+// What was made of a file, until it is shown.
+struct File {
+    std::unique_ptr<Source> source;  // null where it cannot be read
+    Checked checked;
+    std::string output;  // what the command prints for it
+};
+
+// The files of a command line, and what it writes besides.
+struct Inputs {
+    std::vector<std::string> paths;
+    FileSet files;
+    // Paths of reports and the depfile, without detours.
+    std::set<std::string> reserved;
+};
+
+// What a command does with its files. Steps that are left out do nothing.
+struct Steps {
+    // Folders are searched for *.zlm files; else they are wrong.
+    bool searches_folders = false;
+    Wanted wanted;
+    // With all files that can be read, before any is checked: is the command line right for them?
+    bool needs_all = false;
+    std::function<void(const std::vector<File>&)> start;
+    // With a file that has been checked, on any thread.
+    std::function<void(File&)> work;
+    // With each file in their order, before its findings are shown.
+    std::function<void(File&, const Inputs&)> finish;
+    // With each file, after its findings are shown and before its output is.
+    std::function<void(File&)> before_output;
+    // After the last file.
+    std::function<void(Reporter&, const Inputs&)> end;
+    // What begins the closing line.
+    std::function<std::string()> summary_line;
+};
+
+// Runs a command. Returns the exit status. Throws UsageError where the command line is seen to be
+// wrong before anything is shown.
+int run_session(const Options& options, const Steps& steps);
+
+// Ends the session where a signal that ends the program has come.
+void stop_if_interrupted();
+
+// A path as it is compared: without "." and "..".
+std::string without_detours(const std::string& path);
+
+}  // namespace orvex::frontend

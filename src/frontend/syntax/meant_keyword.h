@@ -1,0 +1,19 @@
+// Keywords that are written wrong.
+#pragma once
+
+#include "notation/keywords.h"
+
+#include <string_view>
+
+namespace orvex::frontend {
+
+// The keyword that was meant by a word that is none, "$" and colon left out: the nearest one, or
+// one that begins alike, as with PRODUCTION or COMM; null where there is none.
+const notation::Keyword* meant_keyword(std::string_view word);
+
+// Does the word, without its "$", belong outside of models: does it begin one, or the text around
+// it, or is it the host's, as the one that takes in the outputs? Inside of a model it shows that
+// the $OFFTEXT is missing.
+bool belongs_outside(std::string_view word);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,10 @@
+// The page that tables are made for.
+#pragma once
+
+#include <cstddef>
+
+namespace orvex::frontend {
+
+constexpr std::size_t page_width = 100;  // in columns
+
+}  // namespace orvex::frontend

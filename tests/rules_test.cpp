@@ -1,0 +1,196 @@
+// What the rules say of models with errors, and how findings with one cause are joined.
+#include "frontend/model/build.h"
+#include "frontend/rules/rule.h"
+#include "frontend/syntax/source.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+using orvex::frontend::Finding;
+using orvex::frontend::Index;
+using orvex::frontend::Model;
+using orvex::frontend::Severity;
+using orvex::frontend::Source;
+using std::string;
+
+namespace {
+
+std::vector<Finding> find(const string& text) {
+    Source source;
+    source.bytes = text;
+    orvex::frontend::parse_source(source);
+    std::vector<Finding> findings;
+    orvex::frontend::run_file_rules(source, findings);
+    for (Index i = 0; i < orvex::frontend::model_count(source.tree); ++i) {
+        const Model model = orvex::frontend::build_model(source.bytes, source.tree, i, false);
+        orvex::frontend::run_model_rules(source, model, findings);
+    }
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
+    return findings;
+}
+
+// "LINE:COLUMN CODE", a line each.
+string places(const string& text) {
+    string shown;
+    for (const Finding& finding : find(text)) {
+        shown += std::to_string(finding.span.line) + ":" + std::to_string(finding.span.column) +
+                 " " + finding.code + "\n";
+    }
+    return shown;
+}
+
+// The notes and suggestions of the first finding with that code.
+string remarks(const string& text, const string& code) {
+    string shown;
+    for (const Finding& finding : find(text)) {
+        if (finding.code != code) continue;
+        for (const auto& remark : finding.remarks) {
+            const bool is_own =
+                remark.severity == Severity::note || remark.message.starts_with("did you mean");
+            if (is_own) shown += remark.message + "\n";
+        }
+        break;
+    }
+    return shown;
+}
+
+// A model in which nothing is wrong, with names in line 9 that are declared as auxiliary variables,
+// the rows of Y from line 11 on, those of RA after them, and the rest at the end.
+string model(const string& declared = "", const string& rows = "  O:PY  Q:1\n  I:PL  Q:1\n",
+             const string& rest = "", const string& demand = "  D:PY\n  E:PL  Q:1\n") {
+    return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n$AUXILIARY:\n  " +
+           declared + "\n$PROD:Y\n" + rows + "$DEMAND:RA\n" + demand + rest + "$OFFTEXT\n";
+}
+
+struct Row {
+    string text;
+    string findings;
+};
+
+TEST(Rules, SayNothingOfWhatAnErrorTouches) {
+    const Row rows[] = {
+        {model(), ""},
+        // A row that is not closed, or has no colon: it may be the input.
+        {model("", "  O:PY  Q:1\n  I:PL(\n"), ""},
+        {model("", "  O:PY  Q:1\n  I PL Q 1\n"), ""},
+        // An input of a consumer: it may be PL; that RA has an endowment is known.
+        {model("", "  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
+        // An output of a consumer: it may be PY.
+        {model("", "  O:RA  Q:1\n  I:PL  Q:1\n"), ""},
+        // TAU is not declared: the error is all; T is no auxiliary variable that is near.
+        {model("ABCDEF", "  O:PY  Q:(ABCDEF)\n  I:PL  Q:1\n", "$CONSTRAINT:TAU\n  TAU =E= 1;\n"),
+         ""},
+        // TAUX is TAU, and BETA has no constraint all the same.
+        {model("TAU  BETA", "  O:PY  Q:(TAU)\n  I:PL  Q:(BETA)\n",
+               "$CONSTRAINT:TAUX\n  TAU =E= 1;\n"),
+         "9:8 auxiliary-constraint\n"},
+        // After an unknown keyword the name may be declared.
+        {"$MODEL:M\n$SECTORS:\n  Y\n$XQWZ:\n  PY  PL\n$CONSUMERS:\n  RA\n$PROD:Y\n  O:PY  Q:1\n"
+         "  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         ""},
+        // After a missing end nothing is judged, and that $OFFTEXT is missing is the error.
+        {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$ONTEXT\n", ""},
+        // A continuation that cannot be read may be the rate; an entry may have what follows it.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+ T 0.1\n"), ""},
+        {model("", "  O:PY  Q:1\n  I PL\n+ Q:1\n"), ""},
+        // The nest may be in the part of the opening line that cannot be read.
+        {model("", "+ VA 1\n  O:PY  Q:1\n  I:PL  Q:1  VA:\n"), ""},
+    };
+    for (const Row& row : rows) EXPECT_EQ(places(row.text), row.findings) << row.text;
+}
+
+TEST(Rules, JudgeTheRestOfAModelWithErrors) {
+    const Row rows[] = {
+        // Line 12 has no end; Q: and T: of the row before it are judged.
+        {model("TAU", "  O:PY  Q:  T:0.1\n  I:PL(\n"),
+         "9:3 name-unused\n11:9 field-empty\n11:13 tax-receiver\n"},
+        // PX has an error, and PZ is not used.
+        {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAPITAL\n$CONSUMERS:\n  RA\n$PROD:Y\n"
+         "  O:PY  Q:1\n  I:PL  Q:W(R)\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         "5:11 name-unused\n"},
+        // The wrong sets of PL leave other commodities as they are.
+        {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAP\n$CONSUMERS:\n  RA\n$PROD:Y\n"
+         "  O:PY  Q:1\n  I:PL(R)  Q:1\n  I:KAP  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         "5:11 commodity-unmade\n"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(places(row.text), row.findings) << row.text;
+}
+
+TEST(Rules, JoinFindingsWithOneCause) {
+    const Row rows[] = {
+        // Line 14: RA demands PYY, a misspelt PY, which so is not unused.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1\n", "", "  D:PYY\n  E:PL  Q:1\n"),
+         "14:5 name-undeclared\n"},
+        // A misspelt block: Y is not without one.
+        {"$MODEL:M\n$SECTORS:\n  STEEL\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n"
+         "$PROD:STEAL\n  O:PY  Q:(STEEL)\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         "8:7 name-undeclared\n"},
+        // Of each kind that is not declared at all, one name: PY of line 3.
+        {"$MODEL:M\n$PROD:Y\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         "2:7 name-undeclared\n3:5 name-undeclared\n5:9 name-undeclared\n"},
+        // Names after the keyword, with a comma, and a joined entry are as they were meant.
+        {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY, PL\n$CONSUMERS: RA\n$PROD:Y\n"
+         "  O:PY  Q:1  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
+         "5:3 name-odd\n6:13 keyword-text\n8:14 entry-joined\n"},
+        // A misspelt label, and a "+" that is indented or joined to its label.
+        {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label\n"},
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indent\n"},
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 line-plus\n"},
+        // The same owner in two reports is one finding.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1\n",
+               "$REPORT:\n V:V1  O:PY  PROD:YYY\n V:V2  O:PY  PROD:YYY\n"),
+         "17:19 name-undeclared\n"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(places(row.text), row.findings) << row.text;
+}
+
+// Names that occur only in expressions, conditions and constraints are used; in quotes or after a
+// point they are not.
+TEST(Rules, KnowNamesInExpressions) {
+    const auto with = [](const string& rows, const string& constraint) {
+        return model("TAU  BETA", rows,
+                     "$CONSTRAINT:TAU\n  " + constraint + ";\n$CONSTRAINT:BETA\n  1 =E= 0;\n");
+    };
+    const string plain = "  O:PY  Q:1\n  I:PL  Q:1\n";
+    EXPECT_EQ(places(with(plain, "TAU =E= BETA")), "");
+    EXPECT_EQ(places(model("TAU", "  O:PY$(TAU GT 0)  Q:1\n  I:PL  Q:1\n")),
+              "9:3 auxiliary-constraint\n");
+    EXPECT_EQ(places(model("TAU", "  O:PY  Q:(1+TAU)\n  I:PL  Q:1\n")),
+              "9:3 auxiliary-constraint\n");
+    EXPECT_EQ(places(model("TAU", "  O:PY  Q:W(\"TAU\")\n  I:PL  Q:(1+W.TAU)\n")),
+              "9:3 name-unused\n");
+}
+
+TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
+    EXPECT_EQ(remarks(model("", "  O:PY  Q:1\n  I:PL  Q:1\n  I:PLL  Q:1\n  I:PLL  Q:(PLL)\n", "",
+                            "  D:PY\n  E:PLL  Q:1\n"),
+                      "name-undeclared"),
+              "did you mean `PL`?\nalso used in lines 14, 17\n");
+    string rows;
+    for (int i = 10; i < 22; ++i) rows += "  I:P" + std::to_string(i) + "  Q:1\n";
+    // P10 to P21 are in lines 3 to 14; P10 is the finding, and of the others 10 are listed.
+    const std::vector<Finding> found =
+        find("$MODEL:M\n$PROD:Y\n" + rows + "  I:P11  Q:1\n$OFFTEXT\n");
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[1].remarks.front().message,
+              "not declared either: `P11` (lines 4, 15), `P12` (line 5), `P13` (line 6), "
+              "`P14` (line 7), `P15` (line 8), `P16` (line 9), `P17` (line 10), `P18` (line 11), "
+              "`P19` (line 12), `P20` (line 13) and 1 more");
+}
+
+// The table has each code once for a scope.
+TEST(Rules, HaveOneRowForACodeAndScope) {
+    const auto rules = orvex::frontend::rules();
+    for (const auto& rule : rules) {
+        EXPECT_EQ(1, std::count_if(rules.begin(), rules.end(),
+                                   [&](const auto& other) {
+                                       return other.code == rule.code && other.scope == rule.scope;
+                                   }))
+            << rule.code;
+    }
+}
+
+}  // namespace
