@@ -156,6 +156,20 @@ const CommandLine command_lines[] = {
     {"check --translator /bin/true good.zlm", 2, "true ended before it had read the model",
      "1 error in 1 file\n"},
     {"translate - <good.zlm; grep stdin.scr M.HDR", 0, "stdin.scr", "wrote 2 files\n"},
+    // A translator that reads another model than it is given: it accepts an error, or stops at
+    // none.
+    {"--version; printf '#!/bin/sh\nsed -i s/PORD/PROD/ input\nexec \"$ORVEXPP\" \"$@\"\n' >kind; "
+     "chmod +x kind; \"$ORVEX\" translate --translator ./kind --format short bad.zlm",
+     0, "orvex 0.1.0\n",
+     "bad.zlm:8:1: warning: the translator accepts this: unrecognized keyword: `PORD` "
+     "[judge-differs]\nwrote 2 files\n1 warning in 1 file\n"},
+    {"--version; printf '#!/bin/sh\nsed -i s/DEMAND/DAMAND/ input\nexec \"$ORVEXPP\" \"$@\"\n' "
+     ">hard; "
+     "chmod +x hard; \"$ORVEX\" check --translator ./hard --format short good.zlm",
+     1,
+     "good.zlm:1:1: error: only the translator stops: unrecognized keyword: `DAMAND` "
+     "[judge-differs]\n",
+     "1 error in 1 file\n"},
 };
 
 void expect_text(const std::string& stream, const char* text, const char* name) {

@@ -13,6 +13,8 @@ struct ErrorCase {
     const Source& source;
     const Model& model;
     const Error& error;
+    // Whether its name is compared with others.
+    bool is_compared = true;
 };
 
 // What may have been meant, as it is to be written; empty where nothing is near.

@@ -103,7 +103,7 @@ void add_remarks(const ErrorCase& at, Finding& finding) {
     default: break;
     }
     add_places(at, finding);
-    if (const std::string name = meant(at); !name.empty())
+    if (const std::string name = at.is_compared ? meant(at) : ""; !name.empty())
         add_help(finding, "did you mean " + back_quoted(name) + "?");
     const std::string help = own_help(at);
     const MessageEntry* const entry = find_code(finding.code);
@@ -161,10 +161,12 @@ class MissingDeclarations {
 }  // namespace
 
 void add_errors(const Source& source, const Model& model, std::vector<Finding>& findings) {
+    // To compare each wrong name with all others would take too long where nearly all are wrong.
+    constexpr std::size_t most_compared = 1000;
     MissingDeclarations missing(source, model);
     for (const Error& error : model.errors) {
         if (missing.takes(error, findings)) continue;
-        findings.push_back(finding_of({source, model, error}));
+        findings.push_back(finding_of({source, model, error, findings.size() < most_compared}));
     }
 }
 

@@ -26,7 +26,7 @@ void comment_out(std::string& bytes, const Source& source, Index record) {
 }
 
 bool is_selected(const std::vector<Index>& selected, Index node) {
-    return std::find(selected.begin(), selected.end(), node) != selected.end();
+    return std::binary_search(selected.begin(), selected.end(), node);
 }
 
 // A model that is left out is not begun; nor is one that begins in it, as its end is missing.
