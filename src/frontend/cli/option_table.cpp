@@ -3,6 +3,7 @@
 #include "frontend/base/spelling.h"
 #include "frontend/findings/messages.h"
 #include "frontend/rules/rule.h"
+#include "frontend/translator/translator.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +61,6 @@ constexpr int most_errors = 1'000'000;
 constexpr int most_depth = 1'000'000;
 constexpr int most_models_before = 98;  // generated names show a model's number with two digits
 constexpr int most_constraints_before = 998;  // and a constraint's with three
-constexpr std::size_t longest_value = 255;    // of a line of the control file
 
 // "a, b or c".
 std::string listed(const std::vector<std::string>& names) {
@@ -111,8 +111,8 @@ std::string take_control_text(const std::string& value, std::string& text) {
     if (std::any_of(value.begin(), value.end(), is_control)) {
         return "wants a text without control characters";
     }
-    if (value.size() > longest_value) {
-        return "wants at most " + std::to_string(longest_value) + " characters";
+    if (value.size() > longest_setting) {
+        return "wants at most " + std::to_string(longest_setting) + " characters";
     }
     return take_text(value, text);
 }

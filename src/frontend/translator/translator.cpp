@@ -27,7 +27,6 @@ constexpr char error_file[] = "error";
 
 constexpr char ended_early[] = "it ended before it had read the model";
 
-constexpr std::size_t longest_value = 255;  // of an entry of the control file
 constexpr std::size_t longest_number = 4;
 
 void write_file(const std::string& path, std::string_view bytes) {
@@ -89,8 +88,9 @@ class Cleaner {
 void add_text(std::string& control, std::string_view label, const std::string& value,
               const char* meaning) {
     if (value.empty()) return;
-    if (value.size() > longest_value)
-        throw StartFailure{std::string("the ") + meaning + " is longer than 255 characters"};
+    if (value.size() > longest_setting)
+        throw StartFailure{std::string("the ") + meaning + " is longer than " +
+                           std::to_string(longest_setting) + " characters"};
     if (value.find_first_of(std::string_view("\n\r\0", 3)) != std::string::npos)
         throw StartFailure{std::string("the ") + meaning + " holds a line end or a NUL"};
     control.append(label).append(" ").append(value).append("\n");

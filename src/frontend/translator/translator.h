@@ -3,7 +3,9 @@
 #pragma once
 
 #include "frontend/base/process.h"
+#include "notation/limits.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +28,9 @@ class Workplace {
   private:
     std::string path_;
 };
+
+// The longest value of a line of the control file.
+constexpr std::size_t longest_setting = notation::record_columns;
 
 // What the control file says beside the input and the error file.
 struct RunSettings {
