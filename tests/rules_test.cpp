@@ -76,6 +76,8 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         // A row that is not closed, or has no colon: it may be the input.
         {model("", "  O:PY  Q:1\n  I:PL(\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL Q 1\n"), ""},
+        // The first colon alone is missing: the row is no entry Q, but an input.
+        {model("", "  O:PY  Q:1\n  I PL  Q:1\n"), "12:3 entry-text\n"},
         // An input of a consumer: it may be PL; that RA has an endowment is known.
         {model("", "  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
         // An output of a consumer: it may be PY.

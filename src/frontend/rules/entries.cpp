@@ -97,11 +97,12 @@ void check_entry_outside(const Subject& subject, Findings& findings) {
     });
 }
 
-// That its "$" or "+" is in a wrong column is found already.
+// That its "$" or "+" is in a wrong column is found already, and so is text before its label, in
+// which the label of the entry may be.
 void check_entry_label(const Subject& subject, Findings& findings) {
     for_each_entry(subject, [&](const Row& row) {
-        if (!row.stray || row.indented) return;
         const Field& head = row.entry->head;
+        if (!row.stray || row.indented || !head.before.empty()) return;
         warn(subject, findings, label_place(subject, head),
              "no entry of a `$" + std::string(row.keyword->word) + "` block begins with " +
                  quoted_label(subject, head));
