@@ -55,6 +55,7 @@ class Builder {
           reader_(bytes, tree, model, symbols_) {}
 
     void build() {
+        reserve();
         next_block_ = node_.block;
         for (record_ = node_.record + 1; record_ < node_.end && !model_.lost; ++record_) {
             errors_.start_record(record_);
@@ -64,6 +65,16 @@ class Builder {
     }
 
   private:
+    // As much as the lists of a usual model take: to grow them costs more than the rest where a model
+    // has a million lines.
+    void reserve() {
+        const Index fields = tree_.records[node_.end].field - tree_.records[node_.record].field;
+        model_.fields.reserve(fields);
+        model_.entries.reserve(fields);
+        model_.arguments.reserve(fields);
+        model_.uses.reserve(2 * std::size_t{fields});
+    }
+
     void take_record(const RecordNode& record) {
         switch (record.kind) {
         case RecordKind::opening: return take_keyword(record);

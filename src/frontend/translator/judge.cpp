@@ -161,8 +161,10 @@ std::future<RunResult> start_judging(const Court& court) {
     const bool alone = court.source.bytes.size() < large;
     const InterruptsHeld held;
     return std::async(alone ? std::launch::deferred : std::launch::async, [court] {
-        return court.selected.empty() ? RunResult()
-                                      : run(court, first_input(court.source, court.selected));
+        if (court.selected.empty()) return RunResult();
+        const bool is_whole = court.selected.size() == court.source.models.size();
+        if (is_whole) return run(court, court.source.bytes);
+        return run(court, first_input(court.source, court.selected));
     });
 }
 
