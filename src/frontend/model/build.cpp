@@ -65,8 +65,8 @@ class Builder {
     }
 
   private:
-    // As much as the lists of a usual model take: to grow them costs more than the rest where a model
-    // has a million lines.
+    // As much as the lists of a usual model take: to grow them costs more than the rest where a
+    // model has a million lines.
     void reserve() {
         const Index fields = tree_.records[node_.end].field - tree_.records[node_.record].field;
         model_.fields.reserve(fields);
