@@ -46,8 +46,10 @@ int conblk() {
     endblk();
     ++nconst;
     const auto number = joined<6>({"EQ_", zero_filled<3>(nconst)});
-    const notation::ConstraintCut cut = notation::cut_constraint(record);
-    if (cut.fault != notation::Fault::none) pperror(" *** CONBLK: SYNTAX ERROR IN $CONSTRAINT.");
+    const int colon = record.find(':');
+    if (colon == 0) pperror(" *** CONBLK: SYNTAX ERROR IN $CONSTRAINT.");
+    const notation::ConstraintCut cut =
+        notation::cut_constraint(record, static_cast<std::size_t>(colon));
     const Line variable = cut.variable.in(record);
     const Line arguments = cut.arguments.in(record);
     const Line condition = cut.condition.in(record);

@@ -79,7 +79,7 @@ void apply_line() {
 void read_control_file() {
     View line;
     while (read_line(kctl, line)) {
-        if (line.ends_with(orvex::carriage_return) && line_was_ended(kctl)) line.remove_suffix(1);
+        if (line.ends_with(carriage_return) && line_was_ended(kctl)) line.remove_suffix(1);
         label = line.substr(0, label_columns);
         field = line.size() < value_column ? View() : line.substr(value_column - 1);
         apply_line();

@@ -18,7 +18,7 @@ void lower(Text<N>& text) {
 // Carriage returns become blanks, so that CR LF files read like LF files.
 template <int N>
 void strip(Text<N>& text) {
-    text.map([](char c) { return c == orvex::carriage_return ? blank_char : c; });
+    text.map([](char c) { return c == carriage_return ? blank_char : c; });
 }
 
 template <int N>
@@ -30,12 +30,12 @@ void stripup(Text<N>& text) {
 // TABs become blanks.
 template <int N>
 void notab(Text<N>& text) {
-    text.map([](char c) { return c == orvex::tab ? blank_char : c; });
+    text.map([](char c) { return c == tab ? blank_char : c; });
 }
 
 template <int N>
 void uppernotab(Text<N>& text) {
-    text.map([](char c) { return c == orvex::tab ? blank_char : upper_letter(c); });
+    text.map([](char c) { return c == tab ? blank_char : upper_letter(c); });
 }
 
 // Position of the first character that is not a blank (a TAB is none), or 0.
@@ -50,7 +50,7 @@ int firstnonblank(const Text<N>& text) {
 template <int N>
 void lftjst(Text<N>& text) {
     const View view = text;
-    const View justified = orvex::left_justified(view, N);
+    const View justified = left_justified(view, N);
     if (justified.size() != view.size()) text = justified;
 }
 

@@ -4,18 +4,13 @@
 
 namespace orvex::notation {
 
-ConstraintCut cut_constraint(View record) {
+ConstraintCut cut_constraint(View record, std::size_t start) {
+    const std::size_t mark = std::min(record.find('$', start), record.size());
+    const std::size_t open = std::min(record.find('(', start), mark);
     ConstraintCut cut;
-    const std::size_t colon = record.find(':');
-    if (colon == View::npos) {
-        cut.fault = Fault::conblk_colon;
-        return cut;
-    }
-    const std::size_t mark = std::min(record.find('$', colon), record.size());
-    const std::size_t open = std::min(record.find('(', colon), mark);
     cut.condition = {mark, record.size()};
     cut.arguments = without_blanks(record, {open, mark});
-    cut.variable = without_blanks(record, {colon + 1, open});
+    cut.variable = without_blanks(record, {start, open});
     return cut;
 }
 

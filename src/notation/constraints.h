@@ -2,18 +2,18 @@
 #pragma once
 
 #include "notation/cut.h"
-#include "notation/fault.h"
+
+#include <cstddef>
 
 namespace orvex::notation {
 
 struct ConstraintCut {
-    Fault fault = Fault::none;
     Cut variable;   // the auxiliary variable, without blanks around it
     Cut arguments;  // from its "(" on
     Cut condition;  // from its "$" on
 };
 
-// Faults: conblk-colon.
-ConstraintCut cut_constraint(View record);
+// What follows the keyword and its colon, which end at `start`.
+ConstraintCut cut_constraint(View record, std::size_t start);
 
 }  // namespace orvex::notation

@@ -262,7 +262,7 @@ class Builder {
     // Up to the first ";", which ends a description, and without blanks around it.
     Range trimmed(Range range) const {
         const auto is_blank = [this](Offset at) {
-            return notation::as_blank(bytes_[at]) == orvex::blank_char;
+            return notation::as_blank(bytes_[at]) == blank_char;
         };
         const std::size_t semicolon = text(range).find(';');
         if (semicolon != string_view::npos)

@@ -29,8 +29,7 @@ std::string capitals(std::string_view text) {
 }
 
 std::string_view without_blanks_at_end(std::string_view text) {
-    while (!text.empty() && notation::as_blank(text.back()) == orvex::blank_char)
-        text.remove_suffix(1);
+    while (!text.empty() && notation::as_blank(text.back()) == blank_char) text.remove_suffix(1);
     return text;
 }
 

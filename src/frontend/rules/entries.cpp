@@ -57,7 +57,7 @@ void check_before_label(const Subject& subject, Index record, Findings& findings
 // Up to the first blank.
 Range first_word(const Subject& subject, Range text) {
     const std::string read = capitals(text_in(subject, text));
-    const std::size_t size = std::min(read.find(orvex::blank_char), read.size());
+    const std::size_t size = std::min(read.find(blank_char), read.size());
     return {text.begin, text.begin + static_cast<Offset>(size)};
 }
 

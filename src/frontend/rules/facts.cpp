@@ -96,7 +96,7 @@ class Reader {
         const std::string_view text = text_of(source_.bytes, field.text);
         const std::size_t first = text.find_first_not_of("( ");
         const bool is_known =
-            first == std::string_view::npos || orvex::is_digit(text[first]) || text[first] == '.';
+            first == std::string_view::npos || is_digit(text[first]) || text[first] == '.';
         return field.faulty || !is_known;
     }
 

@@ -36,7 +36,7 @@ bool is_odd_value(std::string_view value) {
     int depth = 0;
     for (const char c : value) {
         depth += c == '(' ? 1 : c == ')' ? -1 : 0;
-        const bool separates = notation::as_blank(c) == orvex::blank_char || c == ',' || c == ';';
+        const bool separates = notation::as_blank(c) == blank_char || c == ',' || c == ';';
         if (depth < 0 || (depth == 0 && separates)) return true;
     }
     return depth != 0;

@@ -24,7 +24,7 @@ Range label_of(const Subject& subject, const Field& field) {
     const Offset colon = colon_of(tree, field).begin;
     const bool is_first = tree.records[field.record].field == field.node;
     const bool is_blank =
-        !is_first && notation::as_blank(subject.source.bytes[colon - 1]) == orvex::blank_char;
+        !is_first && notation::as_blank(subject.source.bytes[colon - 1]) == blank_char;
     return {is_blank ? colon - 1 : colon, colon};
 }
 

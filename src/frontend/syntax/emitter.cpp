@@ -18,10 +18,10 @@ void Emitter::put_at(TokenKind kind, std::size_t begin) {
 
 void Emitter::fill(std::size_t end) {
     while (done_ < end) {
-        const bool is_blank = text_[done_] == orvex::blank_char;
+        const bool is_blank = text_[done_] == blank_char;
         put_at(is_blank ? TokenKind::blank : TokenKind::ignored, done_);
-        const std::size_t next = is_blank ? text_.find_first_not_of(orvex::blank_char, done_)
-                                          : text_.find(orvex::blank_char, done_);
+        const std::size_t next =
+            is_blank ? text_.find_first_not_of(blank_char, done_) : text_.find(blank_char, done_);
         done_ = std::min(next, end);
     }
 }

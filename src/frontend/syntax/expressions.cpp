@@ -17,7 +17,7 @@ constexpr string_view functions[] = {"ABS", "CARD", "EXP",   "LOG",  "MAX",
                                      "MIN", "ORD",  "POWER", "SQRT", "SUM"};
 
 bool is_letter(char c) {
-    const char letter = orvex::upper_letter(c);
+    const char letter = upper_letter(c);
     return (letter >= 'A' && letter <= 'Z') || c == '_';
 }
 
@@ -27,7 +27,7 @@ std::size_t end_of_word(string_view text, std::size_t at) {
 }
 
 std::size_t end_of_digits(string_view text, std::size_t at) {
-    while (at < text.size() && orvex::is_digit(text[at])) ++at;
+    while (at < text.size() && is_digit(text[at])) ++at;
     return at;
 }
 
@@ -36,7 +36,7 @@ std::size_t end_of_number(string_view text, std::size_t at) {
     at = end_of_digits(text, at);
     if (at < text.size() && text[at] == '.') at = end_of_digits(text, at + 1);
     if (at >= text.size()) return at;
-    const char letter = orvex::upper_letter(text[at]);
+    const char letter = upper_letter(text[at]);
     if (letter != 'E' && letter != 'D') return at;
     std::size_t digits = at + 1;
     if (digits < text.size() && (text[digits] == '+' || text[digits] == '-')) ++digits;
@@ -45,7 +45,7 @@ std::size_t end_of_number(string_view text, std::size_t at) {
 }
 
 bool has_digit_at(string_view text, std::size_t at) {
-    return at < text.size() && orvex::is_digit(text[at]);
+    return at < text.size() && is_digit(text[at]);
 }
 
 std::size_t after(string_view text, std::size_t found) {
@@ -69,20 +69,20 @@ Lexeme lexeme_after_mark(string_view text, std::size_t at) {
 
 }  // namespace
 
-bool is_name_byte(char c) { return is_letter(c) || orvex::is_digit(c); }
+bool is_name_byte(char c) { return is_letter(c) || is_digit(c); }
 
 bool is_plain_name(std::string_view text) {
-    return !text.empty() && !orvex::is_digit(text.front()) &&
+    return !text.empty() && !is_digit(text.front()) &&
            std::all_of(text.begin(), text.end(), is_name_byte);
 }
 
 Lexeme next_lexeme(std::string_view text, std::size_t at) {
     const char c = text[at];
-    if (c == orvex::blank_char) {
+    if (c == blank_char) {
         return {TokenKind::blank, std::min(text.find_first_not_of(c, at), text.size())};
     }
     if (is_letter(c)) return {TokenKind::word, end_of_word(text, at)};
-    const bool is_number = orvex::is_digit(c) || (c == '.' && has_digit_at(text, at + 1));
+    const bool is_number = is_digit(c) || (c == '.' && has_digit_at(text, at + 1));
     if (is_number) return {TokenKind::number, end_of_number(text, at)};
     return lexeme_after_mark(text, at);
 }

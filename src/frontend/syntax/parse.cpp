@@ -118,10 +118,10 @@ class Parser {
 
     // A TAB at the end of the name is a part of it.
     Cut model_name_cut(std::size_t start) const {
-        Cut cut = {whole_.find_first_not_of(orvex::blank_char, start), whole_.size()};
+        Cut cut = {whole_.find_first_not_of(blank_char, start), whole_.size()};
         const string_view raw = bytes_.substr(line_start_, whole_.size());
-        while (cut.begin < cut.end && (raw[cut.end - 1] == orvex::blank_char ||
-                                       raw[cut.end - 1] == orvex::carriage_return)) {
+        while (cut.begin < cut.end &&
+               (raw[cut.end - 1] == blank_char || raw[cut.end - 1] == carriage_return)) {
             --cut.end;
         }
         return cut;
@@ -242,7 +242,7 @@ class Parser {
     // The colon after a keyword, or where it was meant to be.
     std::size_t put_keyword(std::size_t word_end) {
         emitter_.put(TokenKind::keyword, {0, word_end});
-        const std::size_t next = record_.find_first_not_of(orvex::blank_char, word_end);
+        const std::size_t next = record_.find_first_not_of(blank_char, word_end);
         if (next == string_view::npos || record_[next] != ':') return word_end;
         emitter_.put(TokenKind::colon, {next, next + 1});
         return next + 1;
@@ -276,7 +276,7 @@ class Parser {
         if (!has_colon && word_end >= record_.size()) return;
         if (!has_colon) read_[word_end] = ':';
         const notation::FieldCut cut = notation::cut_field(record_);
-        if (!has_colon) read_[word_end] = orvex::blank_char;
+        if (!has_colon) read_[word_end] = blank_char;
         put_value(notation::without_blanks(record_, cut.value), true);
         if (cut.end < record_.size()) put_fields(cut.end);
     }
@@ -289,11 +289,11 @@ class Parser {
     }
 
     void put_constrained(std::size_t start) {
-        const std::size_t mark = std::min(record_.find('$', start), record_.size());
-        const std::size_t open = std::min(record_.find('(', start), mark);
-        emitter_.put(TokenKind::name, notation::without_blanks(record_, {start, open}));
-        if (open < mark) put_arguments({start, mark}, open);
-        if (mark == record_.size()) return;
+        const notation::ConstraintCut cut = notation::cut_constraint(record_, start);
+        const std::size_t mark = cut.condition.begin;
+        emitter_.put(TokenKind::name, cut.variable);
+        if (!cut.arguments.empty()) put_arguments({start, mark}, cut.arguments.begin);
+        if (cut.condition.empty()) return;
         emitter_.put(TokenKind::condition, {mark, mark + 1});
         emitter_.put_expression({mark + 1, record_.size()});
     }

@@ -23,7 +23,7 @@ Index name_token(const Tree& tree, Index model) {
 }
 
 // TABs stay in a name, but not before it.
-char as_in_name(char c) { return c == orvex::tab ? c : notation::as_read(c); }
+char as_in_name(char c) { return c == tab ? c : notation::as_read(c); }
 
 // The end of a record's tokens: before its description, blanks at its end left out.
 Index end_of_record(const Tree& tree, Index record) {

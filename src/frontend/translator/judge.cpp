@@ -70,7 +70,7 @@ void note_messages(const RunResult& result, Verdict& verdict) {
 // How the translator shows a line: cut to its columns, without blanks at its end.
 std::string shown(std::string_view line) {
     std::string text(line.substr(0, notation::record_columns));
-    std::replace(text.begin(), text.end(), orvex::carriage_return, orvex::blank_char);
+    std::replace(text.begin(), text.end(), carriage_return, blank_char);
     text.resize(orvex::trimmed(text).size());
     return text;
 }
