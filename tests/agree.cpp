@@ -270,7 +270,10 @@ class Comparison {
         for (const string_view line : lines_of(generator)) {
             if (!line.starts_with("{") || line.size() == text_start) continue;
             const string_view statement = line.substr(line.find_first_not_of(' ', text_start));
-            if (line.size() > text_start + surely_whole || is_broken_off(statement)) return;
+            const bool may_be_cut =
+                line.size() > text_start + surely_whole ||
+                (next != all.end() && next->second.size() > surely_whole);  // among blanks
+            if (may_be_cut || is_broken_off(statement)) return;
             if (!prints(statement)) continue;
             require(next != all.end() && statement.find(next->second) != string::npos,
                     string(statement) + " and not " + (next == all.end() ? "" : next->second));
