@@ -6,7 +6,7 @@ namespace orvex {
 
 // Opens one LOOP over the sets among the field's arguments and extra indices that are not active
 // yet, with the field's condition attached; without such a set, a block IF for the condition, if
-// any. Moves the extra indices of `arg` down behind the own arguments. Quoted elements, leads and
+// any. Moves the extra indices of `arg` to follow its own arguments. Quoted elements, leads and
 // lags open none.
 // Stops (overflow): sloop-length, sloop-full.
 void sloop();

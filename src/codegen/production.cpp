@@ -50,7 +50,7 @@ EntryEnd guard_entry() {
 }
 
 // A label such as R.TL ranges over a set: with arguments the value opens its own loop, which stays
-// open; without, the one field is looped. Returns whether that loop is to be closed behind the
+// open; without, the one field is looped. Returns whether that loop is to be closed after the
 // field.
 bool open_label_loop() {
     const int mark = label.find(notation::element_label);

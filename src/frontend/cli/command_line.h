@@ -20,7 +20,7 @@ struct ParsedCommandLine {
     std::string hint;
 };
 
-// Options may stand before and after the command; --help wins over all that is wrong. Of a wrong
+// Options may come before or after the command; --help wins over every error. Of a wrong
 // use the options say at least the command, where that is known, and the format that is asked for.
 ParsedCommandLine parse_command_line(int argc, char** argv);
 

@@ -31,7 +31,7 @@ struct OptionRow {
     // Those that have it, a bit for each.
     unsigned commands;
     const char* text;
-    // Takes the value, and says what is wrong with it, behind the option's name; nothing where all
+    // Takes the value, and says what is wrong with it, after the option's name; nothing where all
     // is well.
     std::string (*take)(Options&, const std::string&);
 };

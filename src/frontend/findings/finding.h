@@ -12,7 +12,7 @@ enum class Severity { help, note, warning, error };
 std::string severity_name(Severity severity);
 
 // A place in a file. Lines and columns count from 1, columns in characters; offsets count bytes
-// from 0. The ends are exclusive. Line 0 stands for the file as a whole.
+// from 0. The ends are exclusive. Line 0 means the whole file.
 struct Span {
     std::string path;
     int line = 0;

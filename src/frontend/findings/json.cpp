@@ -63,7 +63,7 @@ std::string relative_path(const std::string& path) {
     return path.starts_with(folder) ? path.substr(folder.size()) : path;
 }
 
-// A finding without a path is one of the run, and stands at the current folder: each result has a
+// A finding without a path is about the run, and gets the current folder: each result has a
 // place.
 std::string uri_of(const std::string& path) {
     const std::string relative = relative_path(path);

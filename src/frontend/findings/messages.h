@@ -37,7 +37,7 @@ struct MessageEntry {
     std::string unreachable;
     // All blocks, these two included.
     std::vector<Example> examples;
-    // The whole entry, as it stands in the page.
+    // The whole entry, as the page has it.
     std::string text;
 };
 
