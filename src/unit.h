@@ -7,7 +7,7 @@
 // the new text is written under a temporary name beside it, and closing the unit gives it its name.
 // Where that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory
 // that takes no new file) it is written in place. When reading or writing fails the run goes on; a
-// message on standard error says so (unit-read, unit-write), and neither the file nor an output
+// message on standard error says so (read-failed, write-failed), and neither the file nor an output
 // that depends on it gets its name.
 #pragma once
 

@@ -114,10 +114,10 @@ const CommandLine command_lines[] = {
      nothing},
     {"check bad.zlm -q --report short=r >/dev/null; cat r", 0, "bad.zlm:8:1: error: ", nothing},
     {"check bad.zlm --report short=none/r", 2, "cannot write `none/r`: No such file", "2 errors"},
-    {"check good.zlm --translator ./none", 2, "error[translator-start]: ", "1 error"},
+    {"check good.zlm --translator ./none", 2, "error[translator-failed]: ", "1 error"},
     {"check bad.zlm >/dev/full", 2, nothing, "cannot write standard output: No space left"},
     {"codes >&-", 2, nothing, "cannot write standard output: Bad file descriptor"},
-    {"codes | head -n 1", 0, "control-file", nothing},
+    {"codes | head -n 1", 0, "control-unreadable", nothing},
     {"explain keyword-unknwon", 2, nothing, "help: did you mean `keyword-unknown`?\n"},
     {"info bad.zlm", 1, "M  bad.zlm:1\n", "error[keyword-unknown]"},
     {"info warn.zlm", 0, "PX", nothing},
@@ -133,17 +133,17 @@ const CommandLine command_lines[] = {
     {"translate --header h two.zlm", 2, nothing, "`--header` is for one model, and there are 2\n"},
     {"translate --header h --model N two.zlm; ls", 0, "\nh\n", "wrote 2 files\n"},
     {"translate --out good.zlm/x good.zlm", 2, nothing,
-     "error[output-write]: cannot write `good.zlm/x/M.GEN`: Not a directory"},
+     "error[output-unwritable]: cannot write `good.zlm/x/M.GEN`: Not a directory"},
     {"translate good.zlm two.zlm", 1, nothing,
-     "error[output-twice]: output `M.GEN` is written by another model"},
+     "error[output-repeated]: output `M.GEN` is written by another model"},
     {"translate bad.zlm; ls *.GEN *.HDR", 2, nothing, "1 error in 1 file\n"},
     {"translate warn.zlm --error-on-warnings; ls *.GEN", 2, nothing, "1 warning in 1 file\n"},
     {"translate good.zlm two.zlm -q --out o; ls o", 0, "M.GEN\nM.HDR\nN.GEN\nN.HDR\n",
-     "output-twice"},
+     "output-repeated"},
     {"translate good.zlm --depfile ./x --report json=x", 2, nothing,
      "`./x` is given for two files"},
     {"translate good.zlm --depfile o/../M.HDR; ls M.GEN", 2, nothing,
-     "error[output-twice]: output `M.HDR` is a report or the depfile, too"},
+     "error[output-repeated]: output `M.HDR` is also a report or the depfile"},
     {"translate --header /dev/full good.zlm; ls *.GEN", 2, nothing,
      "cannot write `/dev/full`: No space left"},
     {"--version; printf '#!/bin/sh\necho what >&2\n' >mute; chmod +x mute; "
@@ -161,14 +161,14 @@ const CommandLine command_lines[] = {
     {"--version; printf '#!/bin/sh\nsed -i s/PORD/PROD/ input\nexec \"$ORVEXPP\" \"$@\"\n' >kind; "
      "chmod +x kind; \"$ORVEX\" translate --translator ./kind --format short bad.zlm",
      0, "orvex 0.1.0\n",
-     "bad.zlm:8:1: warning: the translator accepts this: unrecognized keyword: `PORD` "
-     "[judge-differs]\nwrote 2 files\n1 warning in 1 file\n"},
+     "bad.zlm:8:1: warning: the translator accepts this: unknown keyword `$PORD` "
+     "[translator-disagrees]\nwrote 2 files\n1 warning in 1 file\n"},
     {"--version; printf '#!/bin/sh\nsed -i s/DEMAND/DAMAND/ input\nexec \"$ORVEXPP\" \"$@\"\n' "
      ">hard; "
      "chmod +x hard; \"$ORVEX\" check --translator ./hard --format short good.zlm",
      1,
-     "good.zlm:1:1: error: only the translator stops: unrecognized keyword: `DAMAND` "
-     "[judge-differs]\n",
+     "good.zlm:1:1: error: only the translator stops: unknown keyword `$DAMAND` "
+     "[translator-disagrees]\n",
      "1 error in 1 file\n"},
 };
 
@@ -211,11 +211,11 @@ TEST(Commands, WithoutGraphvizThereIsNoPicture) {
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(
         result.err,
-        "error[graphviz-run]: the picture cannot be drawn: Graphviz's `dot` is not installed\n"
+        "error[graphviz-failed]: the picture cannot be drawn: Graphviz's `dot` is not installed\n"
         " --> good.zlm\n"
         "  = help: install Graphviz (in Debian the package `graphviz`), or take a format that "
         "needs no other program: `dot`, `mermaid`, `json` or `table`\n\n"
-        "for more about an error: orvex explain graphviz-run\n1 error in 1 file\n");
+        "for more about an error: orvex explain graphviz-failed\n1 error in 1 file\n");
 }
 
 TEST(Commands, ABrokenPipeIsAnError) {
@@ -347,7 +347,7 @@ TEST(Translate, AFailedWriteLeavesTheOldFile) {
         "(ulimit -f 16; \"$ORVEX\" check --report json=r.json many.zlm; echo $?) 2>&1 |\n"
         "  grep -e '^error' -e '^2$'; cat r.json; ls -A");
     EXPECT_EQ(result.out,
-              "error[output-write]: cannot write `r.json`: File too large\n2\nold\n"
+              "error[output-unwritable]: cannot write `r.json`: File too large\n2\nold\n"
               "many.zlm\nr.json\n");
 }
 
@@ -449,11 +449,11 @@ TEST(Documents, CompletionsOfferTheWarnings) {
     const Result result = folder.shell(
         "bash complete --warn '' >offered; sed 's/=$/=off/' offered | while read -r level\n"
         "do \"$ORVEX\" check -q --warn $level good.zlm; done\n"
-        "echo $(($(\"$ORVEX\" codes | grep -c ' warning ') - $(grep -c = offered)))\n"
+        "echo $(($(\"$ORVEX\" codes | grep -cE ' (warning|note|off) ') - $(grep -c = offered)))\n"
         "bash complete --warn name-unused =; bash complete --warn = name-unused = w\n"
         "bash complete --warn = name-unu; bash complete --report =; bash complete --format s");
     EXPECT_EQ(result.out,
-              "1\noff\nwarning\nerror\nwarning\nname-unused=\n"
+              "1\noff\nnote\nwarning\nerror\nwarning\nname-unused=\n"
               "text=\nshort=\njson=\nsarif=\ngithub=\nshort\nsarif\n");
     EXPECT_EQ(result.err, "");
 }

@@ -21,8 +21,8 @@ namespace {
 // A finding as these tests name it: "LINE:COLUMN CODE", or "CODE" where it is about the whole file.
 using Found = std::multiset<string>;
 
-// A line "*~ 12 addsym-type, 20 chkset-inactive" gives the columns and codes of the findings in the
-// next line that is none; without a column a code is about the whole file.
+// A line "*~ 12 kind-mismatch, 20 set-not-looped" gives the columns and codes of the findings in
+// the next line that is none; without a column a code is about the whole file.
 Found expected_in(const string& text) {
     static const std::regex item(" (?:([0-9]+) )?([a-z-]+)");
     Found expected;
@@ -79,7 +79,7 @@ TEST_P(Faults, AllInOneRun) {
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(found_in(result.out), expected_in(text)) << result.out;
     const string runs = folder.read("runs");
-    const bool has_model = !expected_in(text).contains("model-none");
+    const bool has_model = !expected_in(text).contains("model-missing");
     EXPECT_TRUE(has_model ? runs == "run\n" || runs == "run\nrun\n" : runs == "(absent)") << runs;
 }
 

@@ -41,7 +41,7 @@ build 'sed "s/Price of services/Price/" ../closed/closed.zlm >c; cp c ../closed/
 build 'touch ../taxes/taxes.zlm'
 build 'rm out/WORK.HDR'
 build 'cp ../regions/regions.zlm r; sed 46s/PROD/PORD/ r >../regions/regions.zlm'
-grep -c '^error.keyword-unknown.: unrecognized keyword: `PORD`' log
+grep -c '^error.keyword-unknown.: unknown keyword `$PORD`' log
 build 'cp r ../regions/regions.zlm'
 build 'sed s/MODEL:WORK/MODEL:JOB/ ../three/three.zlm >t; cp t ../three/three.zlm'; build
 )";
@@ -115,7 +115,7 @@ grep -c '"uri":"regions/regions.zlm"' uploaded)");
         GTEST_SKIP() << "no python3 with jsonschema and yaml (Debian: python3-yaml)";
     EXPECT_EQ(out,
               "::error title=keyword-unknown,file=regions/regions.zlm,line=46,endLine=46,col=1,"
-              "endColumn=6::unrecognized keyword: `PORD`\nvalid\n1\n");
+              "endColumn=6::unknown keyword `$PORD`\nvalid\n1\n");
 }
 
 TEST(Many, TheGuideShowsLinesOfTheFiles) {

@@ -29,9 +29,11 @@ struct Entry {
 void PrintTo(const Entry& entry, std::ostream* out) { *out << entry.code; }
 
 const std::regex fact_form(
-    "- (?:(Message): `(.+)`|(Where): `<([a-z]+>` is `.+)`|(Ends): "
+    "- (?:(Message): `(.+)`|(Says|Help)(?: \\([a-z ]+\\))?: (.+)|(Where): `<([a-z]+>` is "
+    "`.+)`|(Ends): "
     "(error|overflow|stdout|stderr|file"
-    "|listing|finding)|(Level): (warning|error)|(Status|Line): ([1-9][0-9]*)|(Leaves|Unreachable): "
+    "|listing|finding)|(Level): (off|note|warning|error)|(Status|Line): "
+    "([1-9][0-9]*)|(Leaves|Unreachable): "
     "(.+))");
 const std::regex block_kinds(
     "(wrong|corrected)(-command)?|(corrected-)?control|setup|run|stdout|model");
@@ -204,7 +206,8 @@ class Messages : public testing::TestWithParam<Entry> {
 TEST_P(Messages, Examples) {
     EXPECT_EQ(GetParam().faults, "");
     EXPECT_EQ(GetParam().paragraphs, 2) << "one on the cause, one on what to change";
-    EXPECT_TRUE(has("Message") && has("Ends"));
+    EXPECT_TRUE(has("Says") && has("Ends"));
+    EXPECT_NE(has("Message"), is_finding(GetParam()));
     const bool reports = parts["Ends"] == "error\n" || parts["Ends"] == "overflow\n";
     EXPECT_EQ(has("Level"), is_finding(GetParam()));
     if (has("Unreachable") || is_finding(GetParam()) || HasFailure()) return;

@@ -133,31 +133,33 @@ const string names = "$SECTORS:\n Y  Z(S)\n$COMMODITIES:\n P  PS(S)\n$CONSUMERS:
 
 TEST(Model, FindsAllErrorsInTheTranslatorsOrder) {
     const std::pair<string, string> rows[] = {
-        {"$PROD:Z(S)\n O:PS(S)  Q:A(S)\n I:P  Q:A(T)\n+ T:B(T)\n", "10:11 chkset-inactive +11:7"},
+        {"$PROD:Z(S)\n O:PS(S)  Q:A(S)\n I:P  Q:A(T)\n+ T:B(T)\n", "10:11 set-not-looped +11:7"},
         // Each name once, with the places where it is used in the same wrong way.
         {"$PROD:Y\n O:Y Q:1\n I:Y Q:1 A:P\n I:PS Q:1\n I:P(S) Q:1\n",
-         "9:4 addsym-type +10:4; 10:12 addsym-type; 11:4 addsym-dimension; "
-         "12:4 addsym-dimension"},
+         "9:4 kind-mismatch +10:4; 10:12 kind-mismatch; 11:4 dimension-mismatch; "
+         "12:4 dimension-mismatch"},
         // An entry of one field looks at the next record before its own name is entered.
         {"$PROD:Y\n O:C\n\n* text\n+ junk\n I:C\n O:P Q:1\n",
-         "12:1 getfld-label; 9:4 addsym-type +13:4 <12"},
-        {"$PROD:Y\n O:C\n* text\n", "9:4 addsym-type <10"},
+         "12:1 label-missing; 9:4 kind-mismatch +13:4 <12"},
+        {"$PROD:Y\n O:C\n* text\n", "9:4 kind-mismatch <10"},
         // After a fault the rest is read as if the place were right.
         {"$PROD:Z(S\n O:PS(S) Q:(1\n I:P Q:1$(A T:B(S)\n",
-         "8:8 rdarg-parentheses; 9:12 rdcond-close; 10:9 chkcnd-parentheses"},
-        {"$PORD:Z(S)\n O:PS(S)\n$DEMAND C\n D:P\n", "8:1 keyword-unknown; 10:1 keyword-colon"},
+         "8:8 argument-list-unclosed; 9:12 expression-unclosed; 10:9 condition-unbalanced"},
+        {"$PORD:Z(S)\n O:PS(S)\n$DEMAND C\n D:P\n",
+         "8:1 keyword-unknown; 10:1 keyword-colon-missing"},
         {"$PROD:Z(S)\n O:PS(S+1) Q:1\n I:PS(T+1) Q:A(T)\n I:PS(S+1-1) Q:A(S-1)\n",
-         "10:7 leadlg-inactive; 10:16 chkset-inactive; 11:7 leadlg-both; 11:18 chkset-inactive"},
+         "10:7 lead-set-not-looped; 10:16 set-not-looped; 11:7 lead-and-lag; 11:18 set-not-looped"},
         {"$REPORT:\n V:R\n V:R1 I:P I:P\n+ X\n O:P\n V:R2 I:Q1 PROD:Y\n V:R3 S:P\n"
          " V:R4 O:P PROD:Y X:1\n V:R5 O:P$A\n$SECTORS:\n W\n",
-         "9:2 repblk-single; 10:11 repblk-third; 11:1 repblk-continuation; 12:2 repblk-first; "
-         "13:9 addsym-undeclared; 14:7 repblk-condition; 15:18 repblk-extra; "
-         "16:10 repblk-condition; 17:1 keyword-order"},
+         "9:2 report-item-missing; 10:11 report-block-invalid; 11:1 report-continued; 12:2 "
+         "report-name-missing; "
+         "13:9 report-name-undeclared; 14:7 report-condition; 15:18 report-field-extra; "
+         "16:10 report-condition; 17:1 keyword-after-report"},
         {"$CONSTRAINT:X\n X =E= 0;\n$CONSTRAINT:P(S)\n P =E= 0;\n",
-         "8:13 chksym-unknown; 10:13 chksym-type"},
-        {"$AUXILIARIES:\n T\n$CONSTRAINT:T\n T =E= 0;\n", "10:13 chksym-unknown"},
+         "8:13 constraint-name-unknown; 10:13 constraint-kind-mismatch"},
+        {"$AUXILIARIES:\n T\n$CONSTRAINT:T\n T =E= 0;\n", "10:13 constraint-name-unknown"},
         // Behind a missing end nothing can be judged.
-        {"$ONTEXT\n$PROD:P\n O P\n", "8:1 keyword-colon"},
+        {"$ONTEXT\n$PROD:P\n O P\n", "8:1 keyword-colon-missing"},
     };
     for (const auto& [text, expected] : rows) EXPECT_EQ(errors(names + text), expected) << text;
 }
@@ -176,14 +178,14 @@ TEST(Model, KnowsTheLimits) {
     };
     const std::pair<string, string> rows[] = {
         {"$SECTORS:\n " + name65 + "\n", ""},
-        {"$SECTORS:\n " + name66 + "\n", "3:2 addsym-length"},
-        {"$SECTORS:\n A(" + name66 + ")\n", "3:4 sloop-length"},
+        {"$SECTORS:\n " + name66 + "\n", "3:2 name-too-long"},
+        {"$SECTORS:\n A(" + name66 + ")\n", "3:4 set-name-too-long"},
         {many, ""},
-        {many + " X1\n Y\n Z\n", "1004:2 addsym-full"},
+        {many + " X1\n Y\n Z\n", "1004:2 too-many-names"},
         {"$PROD:Y\n O:P Q:" + string(242, '1') + "\n", ""},
-        {"$PROD:Y\n O:P Q:1 T:" + string(120, '1') + "\n", "3:12 numfld-long"},
+        {"$PROD:Y\n O:P Q:1 T:" + string(120, '1') + "\n", "3:12 value-field-too-long"},
         {entry(41), ""},
-        {entry(43), "3:4 chrfld-long"},
+        {entry(43), "3:4 name-field-too-long"},
     };
     for (const auto& [text, expected] : rows)
         EXPECT_EQ(errors(text), expected) << text.substr(0, 60);

@@ -77,7 +77,7 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         {model("", "  O:PY  Q:1\n  I:PL(\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL Q 1\n"), ""},
         // The first colon alone is missing: the row is no entry Q, but an input.
-        {model("", "  O:PY  Q:1\n  I PL  Q:1\n"), "12:3 entry-text\n"},
+        {model("", "  O:PY  Q:1\n  I PL  Q:1\n"), "12:3 text-ignored\n"},
         // An input of a consumer: it may be PL; that RA has an endowment is known.
         {model("", "  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
         // An output of a consumer: it may be PY.
@@ -88,7 +88,7 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         // TAUX is TAU, and BETA has no constraint all the same.
         {model("TAU  BETA", "  O:PY  Q:(TAU)\n  I:PL  Q:(BETA)\n",
                "$CONSTRAINT:TAUX\n  TAU =E= 1;\n"),
-         "9:8 auxiliary-constraint\n"},
+         "9:8 constraint-missing\n"},
         // After an unknown keyword the name may be declared.
         {"$MODEL:M\n$SECTORS:\n  Y\n$XQWZ:\n  PY  PL\n$CONSUMERS:\n  RA\n$PROD:Y\n  O:PY  Q:1\n"
          "  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
@@ -108,7 +108,7 @@ TEST(Rules, JudgeTheRestOfAModelWithErrors) {
     const Row rows[] = {
         // Line 12 has no end; Q: and T: of the row before it are judged.
         {model("TAU", "  O:PY  Q:  T:0.1\n  I:PL(\n"),
-         "9:3 name-unused\n11:9 field-empty\n11:13 tax-receiver\n"},
+         "9:3 name-unused\n11:9 value-missing\n11:13 tax-receiver-missing\n"},
         // PX has an error, and PZ is not used.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAPITAL\n$CONSUMERS:\n  RA\n$PROD:Y\n"
          "  O:PY  Q:1\n  I:PL  Q:W(R)\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
@@ -116,7 +116,7 @@ TEST(Rules, JudgeTheRestOfAModelWithErrors) {
         // The wrong sets of PL leave other commodities as they are.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAP\n$CONSUMERS:\n  RA\n$PROD:Y\n"
          "  O:PY  Q:1\n  I:PL(R)  Q:1\n  I:KAP  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
-         "5:11 commodity-unmade\n"},
+         "5:11 commodity-unsupplied\n"},
     };
     for (const Row& row : rows) EXPECT_EQ(places(row.text), row.findings) << row.text;
 }
@@ -136,11 +136,11 @@ TEST(Rules, JoinFindingsWithOneCause) {
         // Names after the keyword, with a comma, and a joined entry are as they were meant.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY, PL\n$CONSUMERS: RA\n$PROD:Y\n"
          "  O:PY  Q:1  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
-         "5:3 name-odd\n6:13 keyword-text\n8:14 entry-joined\n"},
+         "5:3 name-invalid\n6:13 keyword-text-ignored\n8:14 entry-joined\n"},
         // A misspelt label, and a "+" that is indented or joined to its label.
-        {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label\n"},
-        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indent\n"},
-        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 line-plus\n"},
+        {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label-invalid\n"},
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indented\n"},
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 plus-joined\n"},
         // The same owner in two reports is one finding.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1\n",
                "$REPORT:\n V:V1  O:PY  PROD:YYY\n V:V2  O:PY  PROD:YYY\n"),
@@ -159,9 +159,8 @@ TEST(Rules, KnowNamesInExpressions) {
     const string plain = "  O:PY  Q:1\n  I:PL  Q:1\n";
     EXPECT_EQ(places(with(plain, "TAU =E= BETA")), "");
     EXPECT_EQ(places(model("TAU", "  O:PY$(TAU GT 0)  Q:1\n  I:PL  Q:1\n")),
-              "9:3 auxiliary-constraint\n");
-    EXPECT_EQ(places(model("TAU", "  O:PY  Q:(1+TAU)\n  I:PL  Q:1\n")),
-              "9:3 auxiliary-constraint\n");
+              "9:3 constraint-missing\n");
+    EXPECT_EQ(places(model("TAU", "  O:PY  Q:(1+TAU)\n  I:PL  Q:1\n")), "9:3 constraint-missing\n");
     EXPECT_EQ(places(model("TAU", "  O:PY  Q:W(\"TAU\")\n  I:PL  Q:(1+W.TAU)\n")),
               "9:3 name-unused\n");
 }
@@ -170,7 +169,7 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
     EXPECT_EQ(remarks(model("", "  O:PY  Q:1\n  I:PL  Q:1\n  I:PLL  Q:1\n  I:PLL  Q:(PLL)\n", "",
                             "  D:PY\n  E:PLL  Q:1\n"),
                       "name-undeclared"),
-              "did you mean `PL`?\nalso used in lines 14, 17\n");
+              "also used in lines 14, 17\ndid you mean `PL`?\n");
     string rows;
     for (int i = 10; i < 22; ++i) rows += "  I:P" + std::to_string(i) + "  Q:1\n";
     // P10 to P21 are in lines 3 to 14; P10 is the finding, and of the others 10 are listed.

@@ -8,9 +8,9 @@ end
 
 # Of the warnings that --warn takes: one of the symbol listing is not among the findings.
 function __orvex_levels
-    printf '%s\n' off warning error
-    for code in (orvex codes 2>/dev/null | string match -v 'symlst-*' | string replace -rf '^([a-z-]+) +warning .*' '$1')
-        printf "$code=%s\n" off warning error
+    printf '%s\n' off note warning error
+    for code in (orvex codes 2>/dev/null | string match -v 'listing-*' | string replace -rf '^([a-z-]+) +(?:warning|note|off) .*' '$1')
+        printf "$code=%s\n" off note warning error
     end
 end
 

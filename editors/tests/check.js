@@ -52,8 +52,8 @@ const EXPECTED = {
 
 // Of the message index: the codes whose wrong model shows it by a scope `invalid`.
 const SHOWN = [
-    "extarg-left", "extarg-invalid", "keyword-colon", "keyword-unknown", "rdarg-invalid",
-    "repblk-continuation",
+    "index-parenthesis-missing", "index-quotes-invalid", "keyword-colon-missing", "keyword-unknown", "argument-quotes-invalid",
+    "report-continued",
 ];
 
 async function loadGrammar() {
@@ -125,11 +125,11 @@ function checkProblemMatcher() {
             (part) => found[pattern[part]]);
     };
     const rows = [
-        ["m.zlm:7:4: error: `PX` is no set: see [1] [addsym-type]",
-            ["m.zlm", "7", "4", "error", "`PX` is no set: see [1]", "addsym-type"]],
-        ["a b/m:2.zlm:12:1: warning: the line is too long [line-long]",
-            ["a b/m:2.zlm", "12", "1", "warning", "the line is too long", "line-long"]],
-        ["m.zlm:7: error: no column [addsym-type]", null],
+        ["m.zlm:7:4: error: `PX` is no set: see [1] [kind-mismatch]",
+            ["m.zlm", "7", "4", "error", "`PX` is no set: see [1]", "kind-mismatch"]],
+        ["a b/m:2.zlm:12:1: warning: the line is too long [line-too-long]",
+            ["a b/m:2.zlm", "12", "1", "warning", "the line is too long", "line-too-long"]],
+        ["m.zlm:7: error: no column [kind-mismatch]", null],
         ["2 errors in 1 file", null],
     ];
     for (const [line, parts] of rows) assert.deepStrictEqual(match(line), parts, line);

@@ -91,11 +91,11 @@ for s:file in glob(s:root . '/examples/*/*.zlm', 0, 1)
 endfor
 
 compiler! orvex
-cgetexpr ['a b.zlm:7:4: error: `PX` is no set [addsym-type]', '2 errors',
-      \ 'm.zlm:12:1: warning: the line is too long [line-long]']
+cgetexpr ['a b.zlm:7:4: error: `PX` is no set [kind-mismatch]', '2 errors',
+      \ 'm.zlm:12:1: warning: the line is too long [line-too-long]']
 let s:found = map(getqflist(), '[bufname(v:val.bufnr), v:val.lnum, v:val.col, v:val.type, v:val.text]')
-if s:found != [['a b.zlm', 7, 4, 'e', '`PX` is no set [addsym-type]'],
-      \ ['m.zlm', 12, 1, 'w', 'the line is too long [line-long]']]
+if s:found != [['a b.zlm', 7, 4, 'e', '`PX` is no set [kind-mismatch]'],
+      \ ['m.zlm', 12, 1, 'w', 'the line is too long [line-too-long]']]
   call add(s:failures, 'errorformat: ' . string(s:found))
 endif
 

@@ -8,16 +8,16 @@ namespace orvex {
 // yet, with the field's condition attached; without such a set, a block IF for the condition, if
 // any. Moves the extra indices of `arg` to follow its own arguments. Quoted elements, leads and
 // lags open none.
-// Stops (overflow): sloop-length, sloop-full.
+// Stops (overflow): set-name-too-long, too-many-sets.
 void sloop();
 
 // Opens a block IF for each lead or lag among the own arguments, which holds where the shifted
 // position lies within the set. Circular ones ("++", "--") need none.
-// Stops: leadlg-both, leadlg-inactive.
+// Stops: lead-and-lag, lead-set-not-looped.
 void leadlg();
 
 // Returns only when every own argument that is not quoted is an active set.
-// Stops: chkset-inactive.
+// Stops: set-not-looped.
 void chkset();
 
 }  // namespace orvex

@@ -42,7 +42,7 @@ enum class EntryEnd {
 };
 
 // Translates an entry record, after closing what the entry before it opened.
-// Stops: newrec-levels, and those of parse, leadlg, sloop, getfld, chrfld, numfld and oldrec.
+// Stops: internal-levels, and those of parse, leadlg, sloop, getfld, chrfld, numfld and oldrec.
 EntryEnd newrec();
 
 // Translates the fields left in `record`.

@@ -27,8 +27,9 @@ namespace orvex {
 
 // Translates the records of the report block up to the next one that begins with "$". Returns 0
 // with that record in `record`, or 1 at the end of the input.
-// Stops: repblk-continuation, repblk-first, repblk-single, repblk-condition, repblk-second,
-// repblk-third, repblk-extra, and those of parse, sloop, chkset and chrfld.
+// Stops: report-continued, report-name-missing, report-item-missing, report-condition,
+// report-item-invalid, report-block-invalid, report-field-extra, and those of parse, sloop, chkset
+// and chrfld.
 int repblk();
 
 }  // namespace orvex

@@ -24,7 +24,7 @@ void blankPad(char* text, int used, int total);
 
 // Load the library and create an object; the last two take the directory or the full path of the
 // library. They return 1, with `message` blank; or 0, with the loader's message or that of
-// palcreate-object in it.
+// library-refused in it.
 int c_palcreate_(Handle* handle, char* message, int length);
 int c_palcreated_(Handle* handle, const char* dir, int dirLength, char* message, int length);
 int c_palcreatel_(Handle* handle, const char* path, int pathLength, char* message, int length);

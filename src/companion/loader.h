@@ -43,8 +43,8 @@ extern pthread_mutex_t objMutex;
 // finds the file; without `name` it has the default name. Returns 1 when the library is bound, also
 // when it was before, else 0. `message` is null or has room for `length` bytes: it is left empty on
 // success and otherwise holds, cut and terminated, the library's reason for refusing the interface
-// version, or the message loader-library or loader-symbol of docs/messages.md. The last is also
-// printed on standard output. A library that was opened but could not be bound stays open.
+// version, or the message library-missing or library-function-missing of docs/messages.md. The last
+// is also printed on standard output. A library that was opened but could not be bound stays open.
 int libloader(const char* dir, const char* name, char* message, int length);
 
 // Address of the symbol `name` (up to 255 characters), or null. Six spellings are tried: as given,

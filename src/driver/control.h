@@ -5,7 +5,7 @@
 namespace orvex {
 
 // Reads the open run control file into the run's settings.
-// Ends the run: control-label; control-integer, with status 2.
+// Ends the run: control-label-unknown; control-number-invalid, with status 2.
 void read_control_file();
 
 }  // namespace orvex

@@ -8,11 +8,11 @@ namespace orvex {
 enum class Status { replace, old };
 
 // Opens the unit: creates or replaces the named file, or opens an existing one.
-// Ends the run: ffopen-output, ffopen-input.
+// Ends the run: open-output-failed, open-input-failed.
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
-// The end of a run whose scratch text found no room: the message ffopen-scratch, and no output file
-// that is half written.
+// The end of a run whose scratch text found no room: the message open-scratch-failed, and no output
+// file that is half written.
 void report_scratch_failure(int unit_number);
 
 }  // namespace orvex

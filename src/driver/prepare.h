@@ -7,8 +7,9 @@ namespace orvex {
 
 // Makes a run ready: registers with the companion library, reads the run control file of that path
 // and opens the input file. The argument "AUDIT" asks for the audit line alone.
-// Ends the run: loader-library, loader-symbol, loader-version, palcreate-object; control-file; as
-// read_control_file and ffopen do; input-missing or, if no error file is named, input-header.
+// Ends the run: library-missing, library-function-missing, library-version, library-refused;
+// control-unreadable; as read_control_file and ffopen do; input-missing or, if no error file is
+// named, header-unwritable.
 void prepare_run(const Text<255>& argument);
 
 }  // namespace orvex

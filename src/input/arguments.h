@@ -5,12 +5,14 @@
 namespace orvex {
 
 // Cuts the "#" list off `field` into arg maxarg + 1 and following, at most eight, and sets nxarg.
-// Stops: extarg-left, extarg-right, extarg-many, extarg-close, extarg-invalid.
+// Stops: index-parenthesis-missing, index-list-unclosed, index-too-many, index-after-list,
+// index-quotes-invalid.
 void extarg();
 
 // Splits `field` into `root` and its own arguments arg 1 to narg, at most seven. A `root` that
 // already holds a parenthesised expression is left alone, without arguments.
-// Stops: rdarg-parentheses, rdarg-many, rdarg-close, rdarg-seven, rdarg-invalid.
+// Stops: argument-list-unclosed, argument-too-many, argument-after-list, argument-eighth,
+// argument-quotes-invalid.
 void rdarg();
 
 }  // namespace orvex

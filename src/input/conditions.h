@@ -7,11 +7,11 @@ namespace orvex {
 // Sets `condtn` for the current `field` and `label`: the explicit condition, which is cut off
 // `field`; else for the labels "T" and "S" that the value is not zero; else blank. Sets `root` to
 // the parenthesised expression with which the value begins, or blanks it.
-// Stops: rdcond-close, and that of chkcnd.
+// Stops: expression-unclosed, and that of chkcnd.
 void rdcond();
 
 // Moves the condition behind the "$" at position `pos` of `field` into `condtn`, in parentheses.
-// Stops: chkcnd-parentheses.
+// Stops: condition-unbalanced.
 void chkcnd(int pos);
 
 }  // namespace orvex

@@ -18,7 +18,7 @@ struct LabelledField {
 // it is, with the run of non-blank characters before that one (the last 20 in all), the value what
 // follows up to the blank before the next label. So one blank may part a label from its colon: the
 // label of "O :X" is O. Neither quotes nor parentheses protect a colon.
-// Stops: getfld-blank, getfld-label.
+// Stops: line-without-fields, label-missing.
 LabelledField leftmost_field(const Line& rec);
 
 // Cuts the leftmost labelled field off `rec`, with any text before its label.
@@ -31,7 +31,8 @@ void getfld(Line& rec, Text<20>& lab, Line& val);
 void parse();
 
 // Cuts the leftmost blank-separated entry off `record` into `field`; parentheses protect blanks.
-// Stops: freefd-end, when no blank ends the entry, it begins in the last column, or there is none.
+// Stops: declaration-unclosed, when no blank ends the entry, it begins in the last column, or there
+// is none.
 void freefd();
 
 }  // namespace orvex

@@ -12,12 +12,12 @@ using notation::Put;
 // Writes the current field (root, arg, condtn) as a symbol under the head `text` (a label, a
 // keyword that begins with "$", or blank for the bare name), and registers it under the type that
 // the head implies.
-// Stops: chrfld-long, and those of addsym.
+// Stops: name-field-too-long, and those of addsym.
 void chrfld(View text, Put mode);
 
 // Writes the current field (label, field, condtn) as a value, and registers its name as a parameter
 // unless it is a number.
-// Stops: numfld-long, and those of addsym.
+// Stops: value-field-too-long, and those of addsym.
 void numfld();
 
 }  // namespace orvex

@@ -88,7 +88,8 @@ void split_list(View list, const ListFaults& faults, ListCut& cut, Keep keep) {
 
 // The own arguments of a value without condition and "#" list, each given to keep(number,
 // argument); there can be one more than a field may have. What follows the list is no part of it.
-// Faults: rdarg-parentheses, rdarg-many, rdarg-close, rdarg-seven, rdarg-invalid.
+// Faults: argument-list-unclosed, argument-too-many, argument-after-list, argument-eighth,
+// argument-quotes-invalid.
 template <typename Keep>
 ListCut cut_arguments(View value, Keep keep) {
     constexpr ListFaults faults = {Fault::rdarg_many, Fault::rdarg_close, Fault::rdarg_invalid};
@@ -108,7 +109,8 @@ ListCut cut_arguments(View value, Keep keep) {
 
 // The further indices of a value without condition, whose "#" is at `mark`, each given to
 // keep(number, argument); at most eight.
-// Faults: extarg-left, extarg-right, extarg-many, extarg-close, extarg-invalid.
+// Faults: index-parenthesis-missing, index-list-unclosed, index-too-many, index-after-list,
+// index-quotes-invalid.
 template <typename Keep>
 ListCut cut_extra_indices(View value, std::size_t mark, Keep keep) {
     constexpr ListFaults faults = {Fault::extarg_many, Fault::extarg_close, Fault::extarg_invalid};

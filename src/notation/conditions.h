@@ -31,7 +31,7 @@ inline std::size_t closing_end(View value) {
 
 // Where the condition of a value without leading and trailing blanks begins. A "$" in a
 // parenthesised expression that begins the value is a part of that expression.
-// Faults: rdcond-close.
+// Faults: expression-unclosed.
 inline ConditionCut find_condition(View value) {
     ConditionCut cut;
     if (value.starts_with('(')) {

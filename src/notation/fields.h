@@ -38,7 +38,7 @@ inline std::size_t value_end(View record, std::size_t colon, std::size_t next_co
 // label is the character before the first colon, whatever it is, with the run of non-blank
 // characters before that one (the last 20 in all); the value is what follows, up to the blank
 // before the next label. So one blank may part a label from its colon: the label of "O :X" is O.
-// Neither quotes nor parentheses protect a colon. Faults: getfld-blank, getfld-label.
+// Neither quotes nor parentheses protect a colon. Faults: line-without-fields, label-missing.
 inline FieldCut cut_field(View record, std::size_t from = 0) {
     FieldCut cut;
     if (from >= record.size()) {
@@ -65,8 +65,8 @@ struct EntryCut {
 
 // The leftmost blank-separated entry at or after `from`, before which everything counts as blank;
 // parentheses protect blanks.
-// Faults: freefd-end, when no blank ends the entry, when it begins in the last column or there is
-// none.
+// Faults: declaration-unclosed, when no blank ends the entry, when it begins in the last column or
+// there is none.
 EntryCut cut_entry(View record, std::size_t from = 0);
 
 }  // namespace orvex::notation

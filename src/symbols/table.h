@@ -10,15 +10,15 @@ namespace orvex {
 // Enters `root` under the type code with dimension narg, and each own argument as a set, or checks
 // them against their entries. A `root` that is blank or begins with "(" is passed over, arguments
 // included.
-// Stops: addsym-type, addsym-dimension, addsym-undeclared.
-// Stops (overflow): addsym-length, addsym-full.
+// Stops: kind-mismatch, dimension-mismatch, report-name-undeclared.
+// Stops (overflow): name-too-long, too-many-names.
 void addsym(char typ);
 
 // Records a reference of each known name of the current field: `root` and its own arguments.
 void chkref();
 
 // Returns only when the name is in the table with that type.
-// Stops: chksym-unknown, chksym-type.
+// Stops: constraint-name-unknown, constraint-kind-mismatch.
 void chksym(View name, char typ);
 
 }  // namespace orvex

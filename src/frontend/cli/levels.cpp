@@ -6,27 +6,26 @@ namespace orvex::frontend {
 
 namespace {
 
-Level level_of(const Options& options, const std::string& code) {
-    for (const std::string& key : {code, std::string("all")}) {
-        if (const auto found = options.levels.find(key); found != options.levels.end())
-            return found->second;
-    }
-    return Level::warning;
+// The level of a code, or that of all warnings; what a rule reports as a note, or not at all, has a
+// level of its own.
+Severity level_of(const Options& options, const Finding& finding) {
+    const auto of_code = options.levels.find(finding.code);
+    if (of_code != options.levels.end()) return of_code->second;
+    const auto of_all = options.levels.find("all");
+    const bool is_taken =
+        of_all != options.levels.end() &&
+        (finding.severity == Severity::warning || of_all->second == Severity::off);
+    return is_taken ? of_all->second : finding.severity;
 }
 
 }  // namespace
 
 void apply_levels(const Options& options, std::vector<Finding>& findings) {
-    std::erase_if(findings, [&](const Finding& finding) {
-        return finding.severity == Severity::warning &&
-               level_of(options, finding.code) == Level::off;
-    });
     for (Finding& finding : findings) {
-        if (finding.severity == Severity::warning &&
-            level_of(options, finding.code) == Level::error) {
-            finding.severity = Severity::error;
-        }
+        if (finding.severity != Severity::error) finding.severity = level_of(options, finding);
     }
+    std::erase_if(findings,
+                  [](const Finding& finding) { return finding.severity == Severity::off; });
 }
 
 }  // namespace orvex::frontend

@@ -1,4 +1,4 @@
-// What becomes of warnings.
+// The levels of findings.
 #pragma once
 
 #include "frontend/cli/options.h"
@@ -8,7 +8,8 @@
 
 namespace orvex::frontend {
 
-// Gives each warning the level that the options ask for, and drops those that are off.
+// Gives each finding that is not an error the level that the options ask for, and drops those that
+// are off.
 void apply_levels(const Options& options, std::vector<Finding>& findings);
 
 }  // namespace orvex::frontend

@@ -54,7 +54,8 @@ constexpr unsigned with_colour = with_files | bit(Command::explain);
 const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github"};
 const std::vector<std::string> picture_names = {"dot", "svg", "mermaid", "json", "table"};
 const std::vector<std::string> colour_names = {"auto", "always", "never"};
-const std::vector<std::string> level_names = {"off", "warning", "error"};
+const std::vector<std::string> level_names = {"off", "note", "warning", "error"};
+constexpr Severity levels[] = {Severity::off, Severity::note, Severity::warning, Severity::error};
 
 constexpr int most_jobs = 256;
 constexpr int most_errors = 1'000'000;
@@ -148,7 +149,9 @@ std::string take_report(Options& options, const std::string& value) {
 
 std::vector<std::string> warning_codes() {
     std::vector<std::string> codes;
-    for (const Rule& rule : rules()) codes.emplace_back(rule.code);
+    for (const Rule& rule : rules()) {
+        if (rule.level != Severity::error) codes.emplace_back(rule.code);
+    }
     return codes;
 }
 
@@ -167,7 +170,7 @@ std::string take_warn(Options& options, const std::string& value) {
             return known + code + "`" + did_you_mean(code, codes);
         }
     }
-    options.levels[code] = static_cast<Level>(index);
+    options.levels[code] = levels[index];
     return "";
 }
 

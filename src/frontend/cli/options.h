@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frontend/base/streams.h"
+#include "frontend/findings/finding.h"
 #include "frontend/findings/report.h"
 
 #include <cstddef>
@@ -13,9 +14,6 @@
 namespace orvex::frontend {
 
 enum class Command { none, translate, check, info, graph, explain, codes };
-
-// What becomes of a warning.
-enum class Level { off, warning, error };
 
 struct Options {
     Command command = Command::none;
@@ -32,7 +30,7 @@ struct Options {
     // For each file; 0: no limit.
     std::size_t max_errors = 20;
     // --warn CODE=LEVEL; "all" for --warn LEVEL.
-    std::map<std::string, Level> levels;
+    std::map<std::string, Severity> levels;
     bool error_on_warnings = false;
 
     // How files are read and translated.

@@ -25,8 +25,8 @@ constexpr std::string_view erase_line = "\r\x1b[K";
 // Those errors say that the work could not be done, not that a model is wrong.
 int status_of(std::string_view code) {
     constexpr std::string_view failures[] = {
-        "file-unreadable",  "graphviz-run", "output-write", "result-unknown",
-        "translator-start", "unit-read",    "unit-write",   "usage"};
+        "file-unreadable",   "graphviz-failed", "output-unwritable", "result-unknown",
+        "translator-failed", "read-failed",     "write-failed",      "usage"};
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 
@@ -101,9 +101,9 @@ void write_report_files(Reporter& reporter) {
         if (put_file(report.path, text, changed)) continue;
         const int error = errno;
         if (interrupt_signal() != 0) return;
-        show(reporter,
-             failure("output-write", "cannot write `" + report.path + "`: " + system_message(error),
-                     whole_file(report.path)));
+        show(reporter, failure("output-unwritable",
+                               {{"path", report.path}, {"reason", system_message(error)}},
+                               whole_file(report.path)));
     }
 }
 

@@ -51,8 +51,7 @@ std::string under(std::string_view heading, std::string_view lines, bool colour)
 
 std::string heading(const MessageEntry& entry, bool colour) {
     const Severity level = level_of(entry);
-    const Paint paint = level == Severity::warning ? Paint::yellow : Paint::red;
-    return painted(paint, severity_name(level) + '[' + entry.code + ']', colour) +
+    return painted(paint_of(level), severity_name(level) + '[' + entry.code + ']', colour) +
            painted(Paint::bold, ": " + title(entry), colour) + '\n';
 }
 

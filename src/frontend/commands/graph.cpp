@@ -32,9 +32,8 @@ bool draw_model(const Options& options, File& file, const Model& model) {
     }
     std::string reason;
     if (!draw_svg(draw(graph, "dot"), file.output, reason)) {
-        file.checked.findings.push_back(failure("graphviz-run",
-                                                "the picture cannot be drawn: " + reason,
-                                                whole_file(file.source->path)));
+        file.checked.findings.push_back(
+            failure("graphviz-failed", {{"reason", reason}}, whole_file(file.source->path)));
     }
     return true;
 }
@@ -75,7 +74,7 @@ void check_focus(const Options& options, const Pictures& pictures) {
 
 int run_graph(const Options& options) {
     Options quiet = options;
-    quiet.levels["all"] = Level::off;
+    quiet.levels["all"] = Severity::off;
     Pictures pictures;
     Steps steps;
     steps.wanted.models = true;

@@ -8,7 +8,7 @@ namespace orvex::frontend {
 
 int run_info(const Options& options) {
     Options quiet = options;
-    quiet.levels["all"] = Level::off;
+    quiet.levels["all"] = Severity::off;
     const bool colour = use_colour(Stream(), options.colour);
     Steps steps;
     steps.wanted.models = true;

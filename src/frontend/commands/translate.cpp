@@ -47,7 +47,7 @@ void write_depfile(const Options& options, const Placed& placed, Reporter& repor
     if (put_file(path, depfile(placed.outputs, read), changed)) return;
     const int error = errno;
     stop_if_interrupted();
-    show(reporter, failure("output-write", "cannot write `" + path + "`: " + system_message(error),
+    show(reporter, failure("output-unwritable", {{"path", path}, {"reason", system_message(error)}},
                            whole_file(path)));
 }
 

@@ -4,27 +4,39 @@
 #include "frontend/findings/wording.h"
 
 #include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
 namespace {
 
-Finding own_finding(Severity severity, std::string code, std::string message, Span span) {
-    Finding finding{severity, std::move(code), std::move(message), std::move(span), {}};
+Finding own_finding(Severity severity, std::string code, const Values& values, Span span,
+                    std::string_view variant) {
+    Finding finding;
+    finding.severity = severity;
+    finding.code = std::move(code);
+    finding.span = std::move(span);
     if (const MessageEntry* const entry = find_code(finding.code)) {
-        finding.remarks.push_back({Severity::help, as_help(entry->cure), {}});
+        finding.message = message_of(*entry, values, variant);
+        finding.remarks.push_back({Severity::help, help_of(*entry, values, variant), {}});
     }
     return finding;
 }
 
 }  // namespace
 
-Finding failure(std::string code, std::string message, Span span) {
-    return own_finding(Severity::error, std::move(code), std::move(message), std::move(span));
+Finding failure(std::string code, const Values& values, Span span, std::string_view variant) {
+    return own_finding(Severity::error, std::move(code), values, std::move(span), variant);
 }
 
-Finding warning(std::string code, std::string message, Span span) {
-    return own_finding(Severity::warning, std::move(code), std::move(message), std::move(span));
+Finding warning(std::string code, const Values& values, Span span, std::string_view variant) {
+    return own_finding(Severity::warning, std::move(code), values, std::move(span), variant);
+}
+
+void set_help(Finding& finding, std::string text) {
+    std::erase_if(finding.remarks,
+                  [](const Remark& remark) { return remark.severity == Severity::help; });
+    finding.remarks.push_back({Severity::help, std::move(text), {}});
 }
 
 }  // namespace orvex::frontend

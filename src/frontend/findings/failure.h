@@ -2,13 +2,19 @@
 #pragma once
 
 #include "frontend/findings/finding.h"
+#include "frontend/findings/pattern.h"
 
 #include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
-// An error or a warning, with the help that the index of messages has for its code.
-Finding failure(std::string code, std::string message, Span span);
-Finding warning(std::string code, std::string message, Span span);
+// An error or a warning, with the message and the help that the index has for its code, or for a
+// variant of it, and these values in their places.
+Finding failure(std::string code, const Values& values, Span span, std::string_view variant = {});
+Finding warning(std::string code, const Values& values, Span span, std::string_view variant = {});
+
+// Replaces what the finding advises: it has at most one line of help.
+void set_help(Finding& finding, std::string text);
 
 }  // namespace orvex::frontend

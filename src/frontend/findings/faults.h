@@ -7,7 +7,7 @@
 
 namespace orvex::frontend {
 
-// The code of a fault, "getfld-label"; empty for none.
+// The code of a fault, "label-missing"; empty for none.
 std::string_view code_of(notation::Fault fault);
 
 }  // namespace orvex::frontend

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace orvex::frontend {
 
-enum class Severity { help, note, warning, error };
+// A finding that is off is shown only where --warn gives it a level.
+enum class Severity { off, help, note, warning, error };
 
 std::string severity_name(Severity severity);
 
@@ -32,6 +34,23 @@ struct Remark {
     Span span;
 };
 
+// Bytes of the file that are replaced by a text; the end exclusive. An empty range inserts.
+struct Edit {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::string text;
+};
+
+// How sure it is that edits are what the author means: certain, may be wrong, or with places that
+// the author has to fill.
+enum class Confidence { certain, maybe, placeholders };
+
+// What corrects a finding: edits in the order of the file, apart from one another.
+struct Fix {
+    Confidence confidence = Confidence::maybe;
+    std::vector<Edit> edits;
+};
+
 struct Finding {
     Severity severity = Severity::error;
     // Of docs/messages.md.
@@ -40,6 +59,7 @@ struct Finding {
     std::string message;
     Span span;
     std::vector<Remark> remarks;
+    std::optional<Fix> fix = {};
 };
 
 }  // namespace orvex::frontend

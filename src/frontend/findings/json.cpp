@@ -99,7 +99,7 @@ std::string fingerprint(const Finding& finding) {
 }
 
 std::string sarif_level(Severity severity) {
-    return severity == Severity::help ? "note" : severity_name(severity);
+    return severity <= Severity::help ? "note" : severity_name(severity);
 }
 
 Json rules() {

@@ -13,12 +13,21 @@ extern const std::string_view messages_page;
 
 namespace {
 
+// "Says", or "Says (variant)".
+Wording read_wording(std::string_view name, std::string_view value) {
+    const std::size_t open = name.find('(');
+    if (open == std::string_view::npos) return {{}, std::string(value)};
+    return {std::string(name.substr(open + 1, name.find(')') - open - 1)), std::string(value)};
+}
+
 // "- Ends: error"
 void read_fact(MessageEntry& entry, std::string_view line) {
     const std::size_t colon = line.find(": ");
     if (colon == std::string_view::npos) return;
     const std::string_view name = line.substr(2, colon - 2);
     const std::string_view value = line.substr(colon + 2);
+    if (name.starts_with("Says")) entry.says.push_back(read_wording(name, value));
+    if (name.starts_with("Help")) entry.helps.push_back(read_wording(name, value));
     if (name == "Message" && value.size() > 2) {
         entry.messages.emplace_back(value.substr(1, value.size() - 2));
     } else if (name == "Ends") {
@@ -141,8 +150,10 @@ std::optional<Recognised> recognise(std::string_view message) {
 }
 
 Severity level_of(const MessageEntry& entry) {
-    const bool warning = entry.level == "warning" || entry.ends == "listing";
-    return warning ? Severity::warning : Severity::error;
+    for (const Severity level : {Severity::off, Severity::note, Severity::warning}) {
+        if (entry.level == severity_name(level)) return level;
+    }
+    return entry.ends == "listing" ? Severity::warning : Severity::error;
 }
 
 }  // namespace orvex::frontend

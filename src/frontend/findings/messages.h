@@ -19,13 +19,23 @@ struct Example {
     std::string text;
 };
 
+// A text with {name} for what differs from case to case. An entry can have further ones, each with
+// the name of its variant.
+struct Wording {
+    std::string variant;
+    std::string text;
+};
+
 struct MessageEntry {
     std::string code;
-    // Patterns, with <name> for what differs from case to case.
+    // The translator's own words: patterns, with <name> for what differs from case to case.
     std::vector<std::string> messages;
+    // What findings say, and what they advise where that is not the first sentence of the cure.
+    std::vector<Wording> says;
+    std::vector<Wording> helps;
     // How it arrives: "error", "overflow", "stdout", ..., "finding".
     std::string ends;
-    // Of the fact Level, for ends "finding": "warning", "error".
+    // Of the fact Level, for ends "finding": "error", "warning", "note", "off".
     std::string level;
     // The paragraphs, each one line.
     std::string cause;

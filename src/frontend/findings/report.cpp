@@ -1,7 +1,6 @@
 #include "frontend/findings/report.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/base/paint.h"
 #include "frontend/base/printable.h"
 #include "frontend/findings/json.h"
 
@@ -13,16 +12,6 @@
 namespace orvex::frontend {
 
 namespace {
-
-Paint paint_of(Severity severity) {
-    switch (severity) {
-    case Severity::help: return Paint::cyan;
-    case Severity::note: return Paint::green;
-    case Severity::warning: return Paint::yellow;
-    case Severity::error: break;
-    }
-    return Paint::red;
-}
 
 // The layout of a finding.
 
@@ -132,8 +121,20 @@ std::string annotation(const Finding& finding) {
 
 }  // namespace
 
+Paint paint_of(Severity severity) {
+    switch (severity) {
+    case Severity::off:
+    case Severity::help: return Paint::cyan;
+    case Severity::note: return Paint::green;
+    case Severity::warning: return Paint::yellow;
+    case Severity::error: break;
+    }
+    return Paint::red;
+}
+
 std::string severity_name(Severity severity) {
     switch (severity) {
+    case Severity::off: return "off";
     case Severity::help: return "help";
     case Severity::note: return "note";
     case Severity::warning: return "warning";

@@ -1,6 +1,7 @@
 // A report: findings written in one format to one place, as they come.
 #pragma once
 
+#include "frontend/base/paint.h"
 #include "frontend/findings/finding.h"
 
 #include <cstddef>
@@ -39,6 +40,9 @@ std::string report_tail(Format format, const Summary& summary);
 // A finding with its line, the number of the line in a margin and "^" under the place; without a
 // line end after it.
 std::string rendered(const Finding& finding, bool colour);
+
+// The colour of a severity.
+Paint paint_of(Severity severity);
 
 // path:line:column: error: text [code]
 std::string brief(const Finding& finding);

@@ -25,8 +25,8 @@ class Symbols {
     Index add_use(Index symbol, Range range, Index record, Role role, bool is_listed);
 
     // Enters a name, or checks it against its entry. A new one is listed with its use on `record`.
-    // Faults: addsym-length, addsym-full, addsym-undeclared, addsym-type, addsym-dimension. A name
-    // that is not declared is entered all the same.
+    // Faults: name-too-long, too-many-names, report-name-undeclared, kind-mismatch,
+    // dimension-mismatch. A name that is not declared is entered all the same.
     Fault enter(Index symbol, Index use, Kind kind, int dimension, Index record);
 
     // From here on variables must be known.

@@ -96,13 +96,12 @@ class Loops {
 }  // namespace
 
 void check_argument_blank(const Subject& subject, Findings& findings) {
-    for (const Range argument : Loops(subject, is_blank).read())
-        warn(subject, findings, argument, "an argument is blank");
+    for (const Range argument : Loops(subject, is_blank).read()) warn(subject, findings, argument);
 }
 
 void check_argument_quotes(const Subject& subject, Findings& findings) {
     for (const Range argument : Loops(subject, is_misquoted).read())
-        warn(subject, findings, argument, quoted(subject, argument) + " is taken for a set");
+        warn(subject, findings, argument, {{"argument", as_read(subject, argument)}});
 }
 
 }  // namespace orvex::frontend

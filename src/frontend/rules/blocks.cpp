@@ -1,4 +1,3 @@
-#include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
@@ -31,9 +30,9 @@ void check_block_missing(const Subject& subject, Findings& findings) {
         if (!needs_block || subject.facts->blocks[index] != nullptr) continue;
         if (!is_used(*subject.model, symbol) || is_doubtful(*subject.facts, symbol.kind)) continue;
         warn(subject, findings, symbol.declaration,
-             std::string(kind_name(symbol.kind)) + " " +
-                 back_quoted(name_of(*subject.model, index)) + " has no `$" +
-                 keyword_of(symbol.kind) + "` block");
+             {{"kind", std::string(kind_name(symbol.kind))},
+              {"name", name_of(*subject.model, index)},
+              {"block", keyword_of(symbol.kind)}});
     }
 }
 

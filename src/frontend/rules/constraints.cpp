@@ -1,4 +1,3 @@
-#include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
@@ -14,9 +13,7 @@ void check_auxiliary_constraint(const Subject& subject, Findings& findings) {
         const Symbol& symbol = subject.model->symbols[index];
         if (symbol.kind != Kind::auxiliary || !is_used(*subject.model, symbol)) continue;
         if (has(*subject.facts, index, has_constraint)) continue;
-        warn(subject, findings, symbol.declaration,
-             std::string(kind_name(symbol.kind)) + " " +
-                 back_quoted(name_of(*subject.model, index)) + " has no `$CONSTRAINT`");
+        warn(subject, findings, symbol.declaration, {{"name", name_of(*subject.model, index)}});
     }
 }
 
@@ -27,8 +24,7 @@ void check_constraint_twice(const Subject& subject, Findings& findings) {
             continue;
         if (is_known[constraint.symbol]) {
             warn(subject, findings, constraint.name,
-                 back_quoted(name_of(*subject.model, constraint.symbol)) +
-                     " has a constraint already");
+                 {{"name", name_of(*subject.model, constraint.symbol)}});
         }
         is_known[constraint.symbol] = true;
     }

@@ -1,4 +1,3 @@
-#include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
@@ -14,8 +13,7 @@ void warn_of_repeated(const Subject& subject, const Field& field, Findings& find
     const Index symbol = field.reference.symbol;
     const bool is_known = symbol != no_index && subject.model->symbols[symbol].entered;
     if (!is_known || field.faulty || has(*subject.facts, symbol, is_odd)) return;
-    warn(subject, findings, field.reference.name,
-         back_quoted(name_of(*subject.model, symbol)) + " is declared already");
+    warn(subject, findings, field.reference.name, {{"name", name_of(*subject.model, symbol)}});
 }
 
 // A report variable is declared by the first record that it begins.
@@ -36,8 +34,7 @@ void check_name_odd(const Subject& subject, Findings& findings) {
         const bool is_found = has(*subject.facts, index, is_odd) && symbol.entered;
         if (!is_found || symbol.touched || symbol.declared_record == last) continue;
         last = symbol.declared_record;
-        warn(subject, findings, symbol.declaration,
-             back_quoted(name_of(*subject.model, index)) + " is declared as a name");
+        warn(subject, findings, symbol.declaration, {{"name", name_of(*subject.model, index)}});
     }
 }
 
@@ -47,7 +44,7 @@ void check_name_missing(const Subject& subject, Findings& findings) {
         if (field.faulty) continue;
         const Range place = range_of(tree, tree.fields[field.node].token,
                                      end_of_field(tree, field.record, field.node));
-        warn(subject, findings, place, "a declaration has no name");
+        warn(subject, findings, place);
     }
 }
 

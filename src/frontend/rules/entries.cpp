@@ -51,7 +51,7 @@ void check_before_label(const Subject& subject, Index record, Findings& findings
     if (tree.fields[node.field].fault != Fault::none) return;
     if (is_indented(text_in(subject, line_range(tree, record)))) return;
     const Range text = without_plus(subject, text_before_label(subject, record));
-    if (!text.empty()) warn(subject, findings, text, "what stands here is not read");
+    if (!text.empty()) warn(subject, findings, text, {{"text", as_read(subject, text)}});
 }
 
 // Up to the first blank.
@@ -85,15 +85,15 @@ void check_entry_text(const Subject& subject, Findings& findings) {
     for (const Row& row : subject.facts->rows.rows) {
         const Field& head = head_of(row);
         if (head.ignored.empty() || head.faulty) continue;
-        warn(subject, findings, first_word(subject, head.ignored), "what stands here is not read");
+        const Range word = first_word(subject, head.ignored);
+        warn(subject, findings, word, {{"text", as_read(subject, word)}});
     }
 }
 
 void check_entry_outside(const Subject& subject, Findings& findings) {
     for_each_entry(subject, [&](const Row& row) {
         if (!row.outside) return;
-        warn(subject, findings, label_place(subject, row.entry->head),
-             "an option has ended the block of this entry");
+        warn(subject, findings, label_place(subject, row.entry->head));
     });
 }
 
@@ -104,8 +104,7 @@ void check_entry_label(const Subject& subject, Findings& findings) {
         const Field& head = row.entry->head;
         if (!row.stray || row.indented || !head.before.empty()) return;
         warn(subject, findings, label_place(subject, head),
-             "no entry of a `$" + std::string(row.keyword->word) + "` block begins with " +
-                 quoted_label(subject, head));
+             {{"block", std::string(row.keyword->word)}, {"label", label_text(subject, head)}});
     });
 }
 
@@ -114,7 +113,7 @@ void check_entry_joined(const Subject& subject, Findings& findings) {
         const Field* const joined = joined_field(subject.facts->rows, row);
         if (joined == nullptr || joined->faulty) continue;
         warn(subject, findings, label_place(subject, *joined),
-             quoted_label(subject, *joined) + " begins an entry, which needs a line of its own");
+             {{"label", label_text(subject, *joined)}});
     }
 }
 

@@ -104,10 +104,10 @@ void add_remarks(const ErrorCase& at, Finding& finding) {
     }
     add_places(at, finding);
     if (const std::string name = at.is_compared ? meant(at) : ""; !name.empty())
-        add_help(finding, "did you mean " + back_quoted(name) + "?");
+        return add_help(finding, "did you mean " + back_quoted(name) + "?");
     const std::string help = own_help(at);
     const MessageEntry* const entry = find_code(finding.code);
-    add_help(finding, !help.empty() || entry == nullptr ? help : as_help(entry->cure));
+    add_help(finding, !help.empty() || entry == nullptr ? help : help_of(*entry, {}));
 }
 
 Finding finding_of(const ErrorCase& at) {
@@ -116,7 +116,7 @@ Finding finding_of(const ErrorCase& at) {
     finding.code = code_of(at.error.fault);
     const MessageEntry* const entry = find_code(finding.code);
     const Values values = {{std::string(place_of_text(at.error.fault)), at.error.text}};
-    if (entry != nullptr) finding.message = words_of(*entry, values);
+    if (entry != nullptr) finding.message = message_of(*entry, values);
     finding.span = span_of(at.source, at.error.place);
     add_remarks(at, finding);
     return finding;

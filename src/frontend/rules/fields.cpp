@@ -74,8 +74,7 @@ class Labels {
 void check_owner_empty(const Subject& subject, const Field& field, Findings& findings) {
     const bool names_owner = field.row != nullptr && field.row->owns && !field.faulty;
     if (!names_owner || !field.text.empty()) return;
-    warn(subject, findings, label_place(subject, field),
-         quoted_label(subject, field) + " has no value");
+    warn(subject, findings, label_place(subject, field), {{"label", label_text(subject, field)}});
 }
 
 }  // namespace
@@ -84,7 +83,7 @@ void check_field_empty(const Subject& subject, Findings& findings) {
     for_each_field(subject, [&](const Row& row, const Field& field) {
         if (!needs_value(row, field) || !field.text.empty()) return;
         warn(subject, findings, label_place(subject, field),
-             quoted_label(subject, field) + " has no value");
+             {{"label", label_text(subject, field)}});
     });
     for (const Block& block : subject.model->blocks) {
         if (!is_opened_by(block, notation::Opens::report)) continue;
@@ -100,7 +99,7 @@ void check_value_odd(const Subject& subject, Findings& findings) {
         if (!needs_value(row, field) || field.is_name) return;
         if (!is_odd_value(text_in(subject, field.text))) return;
         warn(subject, findings, label_place(subject, field),
-             quoted_label(subject, field) + " has a value that is none");
+             {{"label", label_text(subject, field)}});
     });
 }
 
@@ -112,7 +111,7 @@ void check_label_unknown(const Subject& subject, Findings& findings) {
             is_made_by_host(subject.source, field) || has_joined_plus(subject.source, field);
         if (is_explained) return;
         warn(subject, findings, label_place(subject, field),
-             quoted_label(subject, field) + " is no label of a value");
+             {{"label", label_text(subject, field)}});
     });
 }
 
@@ -125,7 +124,7 @@ void check_label_twice(const Subject& subject, Findings& findings) {
         for (const Field* const field : fields_of(rows, row)) {
             if (field->faulty || !labels.is_repeated(subject, row, *field)) continue;
             warn(subject, findings, label_place(subject, *field),
-                 quoted_label(subject, *field) + " stands here twice");
+                 {{"label", label_text(subject, *field)}});
         }
     }
 }

@@ -1,10 +1,6 @@
-#include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
-
-#include <string>
-#include <string_view>
 
 namespace orvex::frontend {
 
@@ -19,23 +15,18 @@ void for_each_used(const Subject& subject, Kind kind, const Work& work) {
     }
 }
 
-void warn_of(const Subject& subject, Index symbol, Range place, std::string_view what,
-             Findings& findings) {
-    const std::string_view kind = kind_name(subject.model->symbols[symbol].kind);
-    warn(subject, findings, place,
-         std::string(kind) + " " + back_quoted(name_of(*subject.model, symbol)) + " " +
-             std::string(what));
+void warn_of(const Subject& subject, Index symbol, Range place, Findings& findings) {
+    warn(subject, findings, place, {{"name", name_of(*subject.model, symbol)}});
 }
 
 // A sector or a consumer whose blocks all have not what they need.
-void warn_of_block(const Subject& subject, Kind kind, Fact needed, std::string_view what,
-                   Findings& findings) {
+void warn_of_block(const Subject& subject, Kind kind, Fact needed, Findings& findings) {
     const Facts& facts = *subject.facts;
     for_each_used(subject, kind, [&](Index symbol) {
         const Field* const block = facts.blocks[symbol];
         if (block == nullptr || has(facts, symbol, block_unclear) || has(facts, symbol, needed))
             return;
-        warn_of(subject, symbol, block->reference.name, what, findings);
+        warn_of(subject, symbol, block->reference.name, findings);
     });
 }
 
@@ -47,8 +38,7 @@ void check_commodity_unused(const Subject& subject, Findings& findings) {
     for_each_used(subject, Kind::commodity, [&](Index symbol) {
         const bool is_taken = has(facts, symbol, made) && has(facts, symbol, taken);
         if (!has(facts, symbol, supplied) || has(facts, symbol, wanted) || is_taken) return;
-        warn_of(subject, symbol, subject.model->symbols[symbol].declaration,
-                "is made or owned, and never used or demanded", findings);
+        warn_of(subject, symbol, subject.model->symbols[symbol].declaration, findings);
     });
 }
 
@@ -57,27 +47,25 @@ void check_commodity_unmade(const Subject& subject, Findings& findings) {
     if (facts.any_supplied) return;
     for_each_used(subject, Kind::commodity, [&](Index symbol) {
         if (!has(facts, symbol, wanted) || has(facts, symbol, supplied)) return;
-        warn_of(subject, symbol, subject.model->symbols[symbol].declaration,
-                "is used or demanded, and never made or owned", findings);
+        warn_of(subject, symbol, subject.model->symbols[symbol].declaration, findings);
     });
 }
 
 void check_sector_output(const Subject& subject, Findings& findings) {
-    warn_of_block(subject, Kind::sector, has_output, "has no output", findings);
+    warn_of_block(subject, Kind::sector, has_output, findings);
 }
 
 void check_sector_input(const Subject& subject, Findings& findings) {
-    warn_of_block(subject, Kind::sector, has_input, "has no input", findings);
+    warn_of_block(subject, Kind::sector, has_input, findings);
 }
 
 void check_consumer_demand(const Subject& subject, Findings& findings) {
-    warn_of_block(subject, Kind::consumer, has_demand, "demands nothing", findings);
+    warn_of_block(subject, Kind::consumer, has_demand, findings);
 }
 
 void check_consumer_endowment(const Subject& subject, Findings& findings) {
     if (is_doubtful(*subject.facts, Kind::consumer)) return;
-    warn_of_block(subject, Kind::consumer, has_income, "owns nothing and receives no tax",
-                  findings);
+    warn_of_block(subject, Kind::consumer, has_income, findings);
 }
 
 }  // namespace orvex::frontend

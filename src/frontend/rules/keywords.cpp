@@ -42,8 +42,7 @@ void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     for_each_keyword(subject, [&](const BlockNode& block) {
         if (!block.keyword->only_whole || block.gives_type) return;
         const Range place = keyword_place(subject.source.tree, block.record);
-        warn(subject, findings, place,
-             quoted(subject, place) + " does not make its names auxiliary variables");
+        warn(subject, findings, place, {{"keyword", as_read(subject, place)}});
     });
 }
 
@@ -54,8 +53,7 @@ void check_keyword_text(const Subject& subject, Findings& findings) {
         const bool is_whole = opens == Opens::declaration || opens == Opens::report;
         if (!is_whole || tree.records[block.record].fault != Fault::none) return;
         const Range text = ignored_text(tree, block.record);
-        if (!text.empty())
-            warn(subject, findings, text, "what stands behind the keyword is not read");
+        if (!text.empty()) warn(subject, findings, text);
     });
 }
 

@@ -56,10 +56,9 @@ void check_hidden_model(const Subject& subject, Index record, Findings& findings
     const std::string_view keyword = notation::model_keyword;
     if (at == std::string::npos || at == 0 || line.compare(at, keyword.size(), keyword) != 0)
         return;
-    const std::string_view why =
-        is_marked ? ", but behind a byte order mark, which no editor shows" : "";
     warn(subject, findings, part_of(subject, record, at, at + keyword.size() - 1),
-         "`$MODEL` does not stand in column 1" + std::string(why));
+         {{"mark", std::string(keyword.substr(0, keyword.size() - 1))}},
+         is_marked ? "byte order mark" : "");
 }
 
 }  // namespace
@@ -83,7 +82,7 @@ void check_line_indent(const Subject& subject, Findings& findings) {
         const bool is_keyword = line[at] == notation::keyword_mark;
         const std::size_t size = is_keyword ? first_word(line.substr(at)).size() : 1;
         warn(subject, findings, part_of(subject, record, at, at + size),
-             "`" + std::string(line.substr(at, size)) + "` does not stand in column 1");
+             {{"mark", std::string(line.substr(at, size))}});
     });
 }
 
@@ -98,8 +97,7 @@ void check_line_plus(const Subject& subject, Findings& findings) {
             label.size() >= 2 && label.size() < line.size() && line[label.size()] == ':';
         if (!is_label || has_error(subject.source.tree, record)) return;
         const Range place = part_of(subject, record, 0, label.size());
-        warn(subject, findings, place,
-             "the label is " + quoted(subject, place) + ", with the plus sign");
+        warn(subject, findings, place, {{"label", as_read(subject, place)}});
     });
 }
 
@@ -113,8 +111,7 @@ void check_line_long(const Subject& subject, Findings& findings) {
         const std::size_t size = read.find_last_not_of(" \t") + 1;
         if (size <= columns) return;
         warn(subject, findings, part_of(subject, record, columns, size),
-             "line has " + std::to_string(size) + " bytes, and only " + std::to_string(columns) +
-                 " are read");
+             {{"count", std::to_string(size)}, {"limit", std::to_string(columns)}});
     });
 }
 

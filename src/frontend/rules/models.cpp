@@ -1,6 +1,5 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
-#include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
@@ -37,8 +36,7 @@ bool has_indented_end(const Subject& subject, const ModelNode& node) {
 
 void check_model_none(const Subject& subject, Findings& findings) {
     if (!subject.source.models.empty()) return;
-    findings.push_back(warning(std::string(subject.code), "file has no `$MODEL:` line",
-                               whole_file(subject.source.path)));
+    findings.push_back(warning(std::string(subject.code), {}, whole_file(subject.source.path)));
 }
 
 // The name goes into file names and statements.
@@ -46,15 +44,14 @@ void check_model_name(const Subject& subject, Findings& findings) {
     const std::string& name = subject.model->name;
     if (std::all_of(name.begin(), name.end(), is_name_byte)) return;
     const ModelNode& node = subject.source.tree.models[subject.model->node];
-    warn(subject, findings, name_place(subject, node, name.size()),
-         back_quoted(name) + " is the whole name of the model");
+    warn(subject, findings, name_place(subject, node, name.size()), {{"name", name}});
 }
 
 void check_model_open(const Subject& subject, Findings& findings) {
     const ModelNode& node = subject.source.tree.models[subject.model->node];
     if (node.closed || subject.model->lost || has_indented_end(subject, node)) return;
     warn(subject, findings, record_range(subject.source.tree, node.record),
-         "model " + back_quoted(subject.model->name) + " has no `$OFFTEXT`");
+         {{"name", subject.model->name}});
 }
 
 }  // namespace orvex::frontend

@@ -1,3 +1,4 @@
+#include "frontend/findings/failure.h"
 #include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
@@ -54,9 +55,9 @@ int line_of_first(const Model& model, const Undeclared& name) {
 // The names of a kind that are one finding, at the first of them.
 using Group = std::vector<const Undeclared*>;
 
-void add_note(Finding& finding, std::size_t& place, Severity severity, std::string message) {
+void add_note(Finding& finding, std::size_t& place, std::string message) {
     finding.remarks.insert(finding.remarks.begin() + static_cast<std::ptrdiff_t>(place),
-                           {severity, std::move(message), {}});
+                           {Severity::note, std::move(message), {}});
     ++place;
 }
 
@@ -72,17 +73,15 @@ std::string others_of(const Model& model, const Group& group) {
 void warn_of(const Subject& subject, const Group& group, Findings& findings) {
     const Model& model = *subject.model;
     const Undeclared& first = *group.front();
-    Finding& finding =
-        warn(subject, findings, model.uses[first.first_use].range,
-             std::string(kind_name(first.kind)) + " " + back_quoted(name_of(model, first.symbol)) +
-                 " is used and not declared");
+    Finding& finding = warn(
+        subject, findings, model.uses[first.first_use].range,
+        {{"kind", std::string(kind_name(first.kind))}, {"name", name_of(model, first.symbol)}});
     std::size_t place = 0;
-    if (!first.near.empty())
-        add_note(finding, place, Severity::help, "did you mean `" + first.near + "`?");
+    if (!first.near.empty()) set_help(finding, "did you mean `" + first.near + "`?");
     const std::string lines = lines_of_uses(model, first, line_of_first(model, first));
-    if (!lines.empty()) add_note(finding, place, Severity::note, "also used in " + lines);
+    if (!lines.empty()) add_note(finding, place, "also used in " + lines);
     if (group.size() > 1) {
-        add_note(finding, place, Severity::note, "not declared either: " + others_of(model, group));
+        add_note(finding, place, "not declared either: " + others_of(model, group));
     }
 }
 
@@ -115,8 +114,8 @@ void check_name_unused(const Subject& subject, Findings& findings) {
         const Symbol& symbol = subject.model->symbols[index];
         if (is_used(*subject.model, symbol) || is_doubtful(*subject.facts, symbol.kind)) continue;
         warn(subject, findings, symbol.declaration,
-             std::string(kind_name(symbol.kind)) + " " +
-                 back_quoted(name_of(*subject.model, index)) + " is declared and never used");
+             {{"kind", std::string(kind_name(symbol.kind))},
+              {"name", name_of(*subject.model, index)}});
     }
 }
 

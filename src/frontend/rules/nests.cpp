@@ -47,7 +47,7 @@ void check_nest_undeclared(const Subject& subject, Findings& findings) {
             const std::string label = capitals(text_in(subject, field->label));
             if (opened.contains(label)) continue;
             warn(subject, findings, label_place(subject, *field),
-                 "nest " + quoted(subject, field->label) + " is not in the block's opening line");
+                 {{"label", as_read(subject, field->label)}});
         }
     }
 }

@@ -27,7 +27,7 @@ enum class Scope { file, model };
 
 struct Rule {
     std::string_view code;  // of docs/messages.md, where its text is explained
-    Severity level;         // unless --warn says otherwise
+    Severity level;         // unless --warn says otherwise; that of an error is fixed
     Scope scope;
     void (*check)(const Subject& subject, std::vector<Finding>& findings);
 };

@@ -23,15 +23,13 @@ bool is_file_name(const std::string& name) {
 bool accept_name(const Source& source, const ModelText& model, std::map<std::string, int>& lines,
                  std::vector<Finding>& findings) {
     const Span span = record_span(source, model.line);
-    const std::string quoted = back_quoted(model.name);
     if (!is_file_name(model.name)) {
-        findings.push_back(
-            failure("model-slash", "model name " + quoted + " is no file name", span));
+        findings.push_back(failure("model-name-unusable", {{"name", model.name}}, span));
         return false;
     }
     const auto [first, is_new] = lines.emplace(model.name, model.line);
     if (is_new) return true;
-    Finding finding = failure("model-twice", "model " + quoted + " stands in the file twice", span);
+    Finding finding = failure("model-repeated", {{"name", model.name}}, span);
     finding.remarks.insert(finding.remarks.begin(), {Severity::note, "the first one is here",
                                                      record_span(source, first->second)});
     findings.push_back(std::move(finding));
@@ -42,12 +40,11 @@ void refuse_wanted(const Source& source, const std::string& wanted,
                    std::vector<Finding>& findings) {
     std::vector<std::string> names;
     for (const ModelText& model : source.models) names.push_back(model.name);
-    Finding finding = failure("model-unknown", "no model is named " + back_quoted(wanted),
-                              whole_file(source.path));
+    Finding finding = failure("model-unknown", {{"name", wanted}}, whole_file(source.path));
     std::string in_capitals = wanted;
     make_upper(in_capitals);
     if (const std::string near = nearest(in_capitals, names); !near.empty())
-        finding.remarks = {{Severity::help, "did you mean " + back_quoted(near) + "?", {}}};
+        set_help(finding, "did you mean " + back_quoted(near) + "?");
     findings.push_back(std::move(finding));
 }
 

@@ -36,7 +36,7 @@ void check_tax_rate(const Subject& subject, Findings& findings) {
     for_each_tax(subject, [&](const Tax& tax) {
         if (tax.receiver == nullptr || tax.rate != nullptr || tax.receiver->faulty) return;
         warn(subject, findings, label_place(subject, *tax.receiver),
-             quoted_label(subject, *tax.receiver) + " receives a tax without a rate");
+             {{"label", label_text(subject, *tax.receiver)}});
     });
 }
 
@@ -44,7 +44,7 @@ void check_tax_receiver(const Subject& subject, Findings& findings) {
     for_each_tax(subject, [&](const Tax& tax) {
         if (tax.rate == nullptr || tax.receiver != nullptr || tax.rate->faulty) return;
         warn(subject, findings, label_place(subject, *tax.rate),
-             quoted_label(subject, *tax.rate) + " is a tax that nobody receives");
+             {{"label", label_text(subject, *tax.rate)}});
     });
 }
 

@@ -2,10 +2,7 @@
 
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
-#include "frontend/findings/wording.h"
 #include "notation/records.h"
-
-#include <utility>
 
 namespace orvex::frontend {
 
@@ -31,25 +28,25 @@ Range label_of(const Subject& subject, const Field& field) {
 }  // namespace
 
 Finding& warn(const Subject& subject, std::vector<Finding>& findings, Range place,
-              std::string message) {
+              const Values& values, std::string_view variant) {
     return findings.emplace_back(
-        warning(std::string(subject.code), std::move(message), span_of(subject.source, place)));
+        warning(std::string(subject.code), values, span_of(subject.source, place), variant));
 }
 
 std::string_view text_in(const Subject& subject, Range range) {
     return text_of(subject.source.bytes, range);
 }
 
-std::string quoted(const Subject& subject, Range range) {
-    return back_quoted(capitals(text_in(subject, range)));
+std::string as_read(const Subject& subject, Range range) {
+    return capitals(text_in(subject, range));
 }
 
 Range label_place(const Subject& subject, const Field& field) {
     return {label_of(subject, field).begin, colon_of(subject.source.tree, field).end};
 }
 
-std::string quoted_label(const Subject& subject, const Field& field) {
-    return back_quoted(capitals(text_in(subject, label_of(subject, field))) + ":");
+std::string label_text(const Subject& subject, const Field& field) {
+    return as_read(subject, label_of(subject, field)) + ":";
 }
 
 }  // namespace orvex::frontend

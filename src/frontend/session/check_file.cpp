@@ -72,22 +72,19 @@ void add_system_messages(const Source& source, const Verdict& verdict, Checked& 
         const auto known = recognise(line);
         if (!known) continue;
         explained = true;
-        const std::string message = plain_words(line, known->values);
-        if (has_finding(checked, message)) continue;
-        checked.findings.push_back(failure(known->entry->code, message, whole_file(source.path)));
+        Finding finding = failure(known->entry->code, known->values, whole_file(source.path));
+        if (!has_finding(checked, finding.message)) checked.findings.push_back(std::move(finding));
     }
     if (verdict.cause.empty() || explained) return;
-    checked.findings.push_back(failure("result-unknown",
-                                       "the translator's result is unknown: " + verdict.cause,
-                                       whole_file(source.path)));
+    checked.findings.push_back(
+        failure("result-unknown", {{"reason", verdict.cause}}, whole_file(source.path)));
 }
 
 // A stop that the tree does not know.
 void add_stops(const Source& source, const Verdict& verdict, Checked& checked) {
     for (const UnknownStop& stop : verdict.stops) {
-        const auto known = recognise(stop.message);
-        const std::string message = plain_words(stop.message, known ? known->values : Values());
-        checked.findings.push_back(failure("judge-differs", "only the translator stops: " + message,
+        checked.findings.push_back(failure("translator-disagrees",
+                                           {{"message", plain_words(stop.message)}},
                                            record_span(source, stop.line)));
     }
 }
@@ -96,7 +93,7 @@ void add_stops(const Source& source, const Verdict& verdict, Checked& checked) {
 void soften(std::vector<Finding>& errors) {
     for (Finding& error : errors) {
         error =
-            warning("judge-differs", "the translator accepts this: " + error.message, error.span);
+            warning("translator-disagrees", {{"message", error.message}}, error.span, "accepted");
     }
 }
 

@@ -35,16 +35,14 @@ std::string output_path(const Options& options, const std::string& name) {
 std::optional<Finding> clash(const std::string& path, const Span& span, const Inputs& inputs,
                              const Placed& placed) {
     if (has_file(inputs.files, path)) {
-        return failure("output-input", "output `" + path + "` is an input", span);
+        return failure("output-is-input", {{"path", path}}, span);
     }
     if (inputs.reserved.contains(without_detours(path))) {
-        return failure("output-twice", "output `" + path + "` is a report or the depfile, too",
-                       span);
+        return failure("output-repeated", {{"path", path}}, span, "reserved");
     }
     const auto taken = placed.taken.find(without_detours(path));
     if (taken == placed.taken.end()) return {};
-    Finding finding =
-        failure("output-twice", "output `" + path + "` is written by another model", span);
+    Finding finding = failure("output-repeated", {{"path", path}}, span);
     finding.remarks.insert(finding.remarks.begin(),
                            {Severity::note, "this model writes it", taken->second});
     return finding;
@@ -81,7 +79,7 @@ bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& pla
 }
 
 Finding write_failure(const std::string& path, int error, const Span& span) {
-    return failure("output-write", "cannot write `" + path + "`: " + system_message(error), span);
+    return failure("output-unwritable", {{"path", path}, {"reason", system_message(error)}}, span);
 }
 
 void place_model(const Source& source, const Translated& model, const Options& options,
@@ -98,8 +96,7 @@ void place_model(const Source& source, const Translated& model, const Options& o
         }
     }
     if (without_detours(paths[0]) == without_detours(paths[1])) {
-        findings.push_back(
-            failure("output-twice", "output `" + paths[1] + "` is written by another model", span));
+        findings.push_back(failure("output-repeated", {{"path", paths[1]}}, span));
         return;
     }
     std::string failed;

@@ -34,8 +34,7 @@ struct Interrupt {};
 struct OutputFailure {};
 
 Finding start_failure(const std::string& path, const StartFailure& error) {
-    return failure("translator-start", "the translator cannot be run: " + error.reason,
-                   whole_file(path));
+    return failure("translator-failed", {{"reason", error.reason}}, whole_file(path));
 }
 
 std::string shown_path(const Session& session, std::size_t index) {
@@ -56,9 +55,8 @@ bool read(Session& session, std::size_t index) {
     }
     const int error = errno;
     file.source.reset();
-    file.checked.findings.push_back(failure("file-unreadable",
-                                            "cannot read `" + path + "`: " + system_message(error),
-                                            whole_file(path)));
+    file.checked.findings.push_back(failure(
+        "file-unreadable", {{"path", path}, {"reason", system_message(error)}}, whole_file(path)));
     return false;
 }
 
