@@ -1,0 +1,52 @@
+// Models in many styles in which nothing is wrong, correct/*.zlm: `orvex check` must be silent on
+// them.
+#include "harness.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+
+using std::string;
+
+namespace {
+
+// Files with a false alarm that is known, and the code of its finding. A row whose alarm has gone
+// fails.
+const std::map<string, string> known_alarms = {
+    {"nest_letters", "[entry-joined]"},  // nests named like the labels of entries
+};
+
+std::vector<string> files() {
+    std::vector<string> names;
+    for (const auto& file : std::filesystem::directory_iterator(TESTS_DIR "/correct"))
+        names.push_back(file.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class Correct : public testing::TestWithParam<string> {};
+
+TEST_P(Correct, HasNoFinding) {
+    const harness::Folder folder;
+    folder.write("m.zlm", harness::read_file(TESTS_DIR "/correct/" + GetParam() + ".zlm"));
+    const harness::Result result =
+        folder.shell("\"$ORVEX\" check --quiet --max-errors 0 --format short m.zlm");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+    const auto alarm = known_alarms.find(GetParam());
+    if (alarm == known_alarms.end()) {
+        EXPECT_EQ(result.out, "");
+        return;
+    }
+    EXPECT_NE(result.out, "") << "no longer a false alarm";
+    for (const string& line : harness::lines_of(result.out))
+        EXPECT_TRUE(line.ends_with(alarm->second)) << line;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Correct, testing::ValuesIn(files()),
+                         [](const auto& file) { return file.param; });
+
+}  // namespace
