@@ -62,6 +62,12 @@ def entries(m, *labels):
                 (not labels or row.fields[0].label in labels))
 
 
+def alike(m, row):
+    """The entries of the block that begin with the same label."""
+    return [each for each in m.block(m.at_line[row.head])
+            if each.kind == "entry" and each.fields[0].label == row.fields[0].label]
+
+
 def opening_fields(m):
     yield from fields(m, "open", first=False)
 
@@ -95,7 +101,8 @@ def active(m, row):
     """Sets that are active behind the first field of an entry."""
     text = m.at_line[row.head].fields[0].value.split("$")[0]
     text += m.at_line[m.entry(row)[0]].fields[0].value.split("$")[0]
-    return {word.upper() for group in re.findall(r"\(([^()]*)\)", text) for word in re.findall(r"[A-Za-z]\w*", group)}
+    return {word.upper() for group in re.findall(r"\(([^()]*)\)", text)
+            for word in re.findall(r"[A-Za-z]\w*", group)}
 
 
 def constraints(m):
@@ -292,7 +299,8 @@ def constraint_equals_sign(m, rng):
 @kind
 def constraint_relation_misspelt(m, rng):
     for head, body, row, match in relations(m):
-        yield splice(row, match.start(), match.end(), rng.choice(["=GE=", "==", ">=", "=G", "E="])), block_lines(head, body)
+        wrong = rng.choice(["=GE=", "==", ">=", "=G", "E="])
+        yield splice(row, match.start(), match.end(), wrong), block_lines(head, body)
 
 
 @kind
@@ -314,7 +322,8 @@ def constraint_parenthesis(m, rng):
     for head, body, text in constraints(m):
         for row in body:
             for match in re.finditer(r"[()]", row.code):
-                yield splice(row, match.start(), match.end(), rng.choice(["", match[0] * 2])), block_lines(head, body)
+                wrong = rng.choice(["", match[0] * 2])
+                yield splice(row, match.start(), match.end(), wrong), block_lines(head, body)
 
 
 @kind
@@ -595,7 +604,8 @@ def entries_joined(m, rng):
 @kind
 def comment_without_mark(m, rng):
     for row, f in entries(m):
-        yield {row.line: [row.raw, rng.choice(["  labour and capital", "  see the table above", "// imports"])]}, [row.line]
+        comment = rng.choice(["  labour and capital", "  see the table above", "// imports"])
+        yield {row.line: [row.raw, comment]}, [row.line]
 
 
 @kind
@@ -683,6 +693,14 @@ def arguments(m, *kinds):
                 yield row, f.at + match.start(2), f.at + match.end(2)
 
 
+def declared_arguments(m):
+    """Those of the name in an opening line or in the first field of an entry."""
+    for row, start, end in arguments(m, "entry", "open"):
+        name = root(row.fields[0].value)
+        if start == row.fields[0].at + len(name) and m.declared(name, row.model):
+            yield row, start, end
+
+
 @kind
 def argument_blank(m, rng):
     for row, start, end in arguments(m, "entry", "more", "open"):
@@ -723,17 +741,15 @@ def argument_single_quotes(m, rng):
 
 @kind
 def argument_too_many(m, rng):
-    for row, start, end in arguments(m, "entry", "open"):
-        if start == row.fields[0].at + len(root(row.fields[0].value)) and m.declared(root(row.fields[0].value), row.model):
-            yield splice(row, end - 1, end, "," + rng.choice(["T", "R", "H"]) + ")"), [row.line]
+    for row, start, end in declared_arguments(m):
+        yield splice(row, end - 1, end, "," + rng.choice(["T", "R", "H"]) + ")"), [row.line]
 
 
 @kind
 def argument_missing(m, rng):
-    for row, start, end in arguments(m, "entry", "open"):
-        if start == row.fields[0].at + len(root(row.fields[0].value)) and m.declared(root(row.fields[0].value), row.model):
-            text = row.code[start:end]
-            yield splice(row, start, end, text[:text.rindex(",")] + ")" if "," in text else ""), [row.line]
+    for row, start, end in declared_arguments(m):
+        text = row.code[start:end]
+        yield splice(row, start, end, text[:text.rindex(",")] + ")" if "," in text else ""), [row.line]
 
 
 @kind
@@ -840,8 +856,9 @@ def name_of_another_kind(m, rng):
     for row, f in entries(m, *wrong):
         others = [name for name in m.names if name.model == row.model and name.kind == wrong[f.label]]
         for other in others:
-            match = NAME.match(f.value)
-            yield splice(row, f.at, f.at + match.end(), m.at_line[other.line].code[other.start:other.end].split("$")[0]), [row.line]
+            end = f.at + NAME.match(f.value).end()
+            word = m.at_line[other.line].code[other.start:other.end].split("$")[0]
+            yield splice(row, f.at, end, word), [row.line]
 
 
 @kind
@@ -850,7 +867,8 @@ def name_never_declared(m, rng):
         row = m.at_line[name.line]
         rest = (row.raw[:name.start] + row.raw[name.end:].lstrip()).rstrip()
         alone = len([each for each in m.names if each.line == name.line]) == 1
-        yield {row.line: [] if alone else [rest]}, [n for n in m.lines_with(name.name, name.model) if n != row.line or not alone]
+        lines = m.lines_with(name.name, name.model)
+        yield {row.line: [] if alone else [rest]}, [n for n in lines if n != row.line or not alone]
 
 
 @kind
@@ -914,14 +932,14 @@ def label_typo(m, rng):
 def label_colon_missing(m, rng):
     for row, f in fields(m, "entry", "more"):
         if row.head and f.value:
-            yield splice(row, f.start + len(f.label), f.at, rng.choice([" ", ""]) if f is row.fields[0] else " "), [row.line]
+            gap = rng.choice([" ", ""]) if f is row.fields[0] else " "
+            yield splice(row, f.start + len(f.label), f.at, gap), [row.line]
 
 
 @kind
 def label_of_output_and_input_swapped(m, rng):
     for row, f in entries(m, "O", "I"):
-        same = [each for each in m.block(m.at_line[row.head]) if each.kind == "entry" and each.fields[0].label == f.label]
-        if len(same) == 1:
+        if len(alike(m, row)) == 1:
             name = m.declared(root(f.value), row.model)
             yield splice(row, f.start, f.start + 1, "I" if f.label == "O" else "O"), [row.line, row.head, name.line]
 
@@ -929,8 +947,7 @@ def label_of_output_and_input_swapped(m, rng):
 @kind
 def label_of_demand_and_endowment_swapped(m, rng):
     for row, f in entries(m, "D", "E"):
-        same = [each for each in m.block(m.at_line[row.head]) if each.kind == "entry" and each.fields[0].label == f.label]
-        if len(same) == 1:
+        if len(alike(m, row)) == 1:
             name = m.declared(root(f.value), row.model)
             yield splice(row, f.start, f.start + 1, "E" if f.label == "D" else "D"), [row.line, row.head, name.line]
 
@@ -1002,9 +1019,8 @@ def statement_cut(m, rng):
 @kind
 def quantity_missing(m, rng):
     for row, f in entries(m, "I", "O"):
-        same = [each for each in m.block(m.at_line[row.head]) if each.kind == "entry" and each.fields[0].label == f.label]
         for field in row.fields[1:]:
-            if field.label == "Q" and len(same) > 1:
+            if field.label == "Q" and len(alike(m, row)) > 1:
                 yield without(row, field), [row.line]
 
 
