@@ -29,12 +29,12 @@ def put(row, field, value):
 
 
 def without(row, field):
-    """The row without one field; the blanks in front of it go, too."""
+    """The row without one field; the blanks before it go, too."""
     return {row.line: [(row.raw[:field.start].rstrip() + " " + row.raw[field.end:].lstrip()).rstrip()]}
 
 
 def add(row, text):
-    """The row with a text behind its last field."""
+    """The row with a text after its last field."""
     return splice(row, len(row.code), len(row.code), text)
 
 
@@ -98,7 +98,7 @@ def blocks(m, what=None):
 
 
 def active(m, row):
-    """Sets that are active behind the first field of an entry."""
+    """Sets that are active after the first field of an entry."""
     text = m.at_line[row.head].fields[0].value.split("$")[0]
     text += m.at_line[m.entry(row)[0]].fields[0].value.split("$")[0]
     return {word.upper() for group in re.findall(r"\(([^()]*)\)", text)
@@ -147,7 +147,7 @@ def value_open_exponent(m, rng):
 
 
 @kind
-def value_sign_behind(m, rng):
+def value_sign_after(m, rng):
     for row, f in values(m):
         if re.fullmatch(r"[\w.]+(\([\w,]+\))?", f.value):
             yield put(row, f, f.value + rng.choice("+-*")), [row.line]
@@ -349,7 +349,7 @@ def constraint_semicolon_missing(m, rng):
 
 
 @kind
-def constraint_text_behind(m, rng):
+def constraint_text_after(m, rng):
     for head, body, _ in constraints(m):
         last = body[-1]
         at = last.code.rindex(";") + 1
@@ -685,7 +685,7 @@ def nest_colon_missing(m, rng):
 # Arguments and names
 
 def arguments(m, *kinds):
-    """(row, start, end) of the lists in parentheses behind names, outside of conditions and expressions."""
+    """(row, start, end) of the lists in parentheses after names, outside of conditions and expressions."""
     for row in m.of(*kinds):
         for f in row.fields:
             match = NAME.match(f.value)

@@ -15,14 +15,14 @@ class Field:
     value: str
     start: int   # of the label in its line
     at: int      # of the value
-    end: int     # behind the value
+    end: int     # after the value
 
 
 @dataclasses.dataclass
 class Row:
     line: int    # from 1
     raw: str
-    code: str    # without the comment behind "!"
+    code: str    # without the comment after "!"
     kind: str    # host, comment, blank, model, declares, open, constraint, report, option, end;
                  # names, entry, more, body, reported: the lines below such a keyword
     model: int   # number of the model, or -1
@@ -38,7 +38,7 @@ class Name:
     kind: str
     line: int
     start: int
-    end: int     # behind its sets and its condition
+    end: int     # after its sets and its condition
     model: int
     condition: str
 
