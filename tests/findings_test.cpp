@@ -373,7 +373,10 @@ TEST(Spelling, FindsTheNearest) {
         {"PRODUC", keywords, "PROD"},    // 6 / 3 allows two
         {"PRODUCT", keywords, ""},       // 7 / 3 allows two, three are needed
         {"prod", keywords, ""},          // the word itself
-        {"PZ", {"PX", "PY"}, "PX"},      // equally near: the first
+        {"PZ", {"PX", "PY"}, ""},        // equally near
+        {"PZ", {"PX", "px"}, "PX"},      // one name twice
+        {"PZA", {"PXA", "PYA", "PZAB", "PZ"}, ""},
+        {"ABCDEF", {"ABC", "ABCDXY", "ABCDEX"}, "ABCDEX"},  // nearer than two that are equally near
         {"P", {"PX", "Q"}, "PX"},        // one step, however short the word
         {"AB", {"ABCD", "ABC"}, "ABC"},  // the nearer, not the first
         {"CA", {"ABC"}, ""},             // no change within a swap
@@ -382,6 +385,9 @@ TEST(Spelling, FindsTheNearest) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(nearest(row.word, row.candidates), row.found) << row.word;
+    EXPECT_EQ(nearest_word("prod", keywords), "PROD");
+    EXPECT_EQ(nearest_word("PROD", keywords), "");
+    EXPECT_EQ(nearest_word("Prdo", keywords), "PROD");
 }
 
 TEST(Spelling, FindsAKeywordByItsStart) {

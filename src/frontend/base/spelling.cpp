@@ -31,23 +31,38 @@ std::size_t distance(std::string_view from, std::string_view to) {
     return last.back();
 }
 
+bool is_same(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char left, char right) { return lower(left) == lower(right); });
+}
+
 }  // namespace
 
 std::string nearest(std::string_view word, const std::vector<std::string>& candidates) {
     const std::size_t limit = std::max<std::size_t>(word.size() / 3, 1);
-    std::string best;
+    const std::string* best = nullptr;
     std::size_t least = limit + 1;
+    bool is_tied = false;
     for (const std::string& candidate : candidates) {
         const std::size_t shorter = std::min(word.size(), candidate.size());
         const std::size_t longer = std::max(word.size(), candidate.size());
         if (candidate.empty() || longer - shorter > limit) continue;
         const std::size_t steps = distance(word, candidate);
         if (steps == 0) return {};
-        if (steps >= least || steps == longer) continue;
+        if (steps > least || steps == longer || steps > limit) continue;
+        is_tied = steps == least && (is_tied || !is_same(*best, candidate));
+        if (steps < least) best = &candidate;
         least = steps;
-        best = candidate;
     }
-    return best;
+    return best == nullptr || is_tied ? std::string() : *best;
+}
+
+std::string nearest_word(std::string_view word, const std::vector<std::string>& candidates) {
+    const auto same = std::find_if(candidates.begin(), candidates.end(), [&](const auto& other) {
+        return is_same(word, other);
+    });
+    if (same != candidates.end()) return *same == word ? std::string() : *same;
+    return nearest(word, candidates);
 }
 
 }  // namespace orvex::frontend
