@@ -1,4 +1,5 @@
 // The tree of a file: how lines and records are cut into tokens, and what is wrong with them.
+#include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
 #include "frontend/syntax/source.h"
 
@@ -167,6 +168,16 @@ TEST(Tree, MarksFaultsAtTheirPlaces) {
         {"$SECTORS:\n A(S B", "A(S B"},
     };
     for (const auto& [text, place] : rows) EXPECT_EQ(fault_in(text), place) << text;
+}
+
+TEST(Expressions, KnowsANegatedValue) {
+    for (const char* const value : {"-5", " ( -X0 ) ", "((-X0(S)))", "-(A+B)", "-A*(B-C)/2",
+                                    "-1E-6", "-(-(-X0))", "-X.L(\"-\")"})
+        EXPECT_TRUE(is_negated(value)) << value;
+    for (const char* const value :
+         {"", "5", "X0", "(X0-5)", "-A+B", "(-A-B)", "-(-X0)", "--5", "-A*-B", "(-A)*(-B)", "-",
+          "(-", "-)", "-A GT B", "- and B", "-A$B", "\"-5\""})
+        EXPECT_FALSE(is_negated(value)) << value;
 }
 
 TEST(Source, CountsColumnsInCharacters) {

@@ -1,9 +1,11 @@
 #include "frontend/syntax/expressions.h"
 
+#include "frontend/base/bytes.h"
 #include "text/characters.h"
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
 namespace orvex::frontend {
 
@@ -67,6 +69,51 @@ Lexeme lexeme_after_mark(string_view text, std::size_t at) {
     return {TokenKind::symbol, at + 1};
 }
 
+std::string in_capitals(string_view text) {
+    std::string result(text);
+    make_upper(result);
+    return result;
+}
+
+// The change of depth after a lexeme.
+int step_of(string_view lexeme) {
+    if (lexeme == "(") return 1;
+    return lexeme == ")" ? -1 : 0;
+}
+
+// The expression without blanks and pairs of parentheses around the whole of it.
+string_view without_parentheses(string_view text) {
+    for (;;) {
+        text = trimmed(text);
+        if (!text.starts_with('(')) return text;
+        int depth = 0;
+        std::size_t at = 0;
+        do {
+            const std::size_t end = next_lexeme(text, at).end;
+            depth += step_of(text.substr(at, end - at));
+            at = end;
+        } while (depth > 0 && at < text.size());
+        if (depth > 0 || at < text.size()) return text;
+        text = text.substr(1, text.size() - 2);
+    }
+}
+
+// Names, numbers and parentheses, multiplied and divided.
+bool is_product(string_view text) {
+    int depth = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Lexeme lexeme = next_lexeme(text, at);
+        const string_view part = text.substr(at, lexeme.end - at);
+        at = lexeme.end;
+        depth += step_of(part);
+        const bool is_factor =
+            lexeme.kind != TokenKind::symbol || step_of(part) != 0 || part == "*" || part == "/";
+        const bool is_allowed = is_factor && !is_operator_word(in_capitals(part));
+        if (depth < 0 || (depth == 0 && !is_allowed)) return false;
+    }
+    return !trimmed(text).empty();
+}
+
 }  // namespace
 
 bool is_name_byte(char c) { return is_letter(c) || is_digit(c); }
@@ -93,6 +140,17 @@ bool is_operator_word(std::string_view word) {
 
 bool is_function(std::string_view word) {
     return std::find(std::begin(functions), std::end(functions), word) != std::end(functions);
+}
+
+bool is_negated(std::string_view value) {
+    bool negated = false;
+    for (;;) {
+        value = without_parentheses(value);
+        if (!value.starts_with('-')) return negated;
+        value.remove_prefix(1);
+        if (!is_product(value)) return false;
+        negated = !negated;
+    }
 }
 
 }  // namespace orvex::frontend

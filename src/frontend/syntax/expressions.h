@@ -31,4 +31,8 @@ bool is_operator_word(std::string_view word);
 // capitals.
 bool is_function(std::string_view word);
 
+// Does a value have a minus before the whole of it, so that it is below zero where its names are
+// above: `-5`, `(-X0)`, `-(A+B)`? Of `-A+B` that is not known.
+bool is_negated(std::string_view value);
+
 }  // namespace orvex::frontend
