@@ -93,6 +93,8 @@ const CommandLine command_lines[] = {
     {"check good.zlm --depfile d", 2, nothing, "error: `--depfile` is no option of `check`\n"},
     {"graph good.zlm --depth 1", 2, nothing, "error: `--depth` needs `--focus`\n"},
     {"graph good.zlm --focus PYY", 2, nothing, "help: did you mean `PY`?\n"},
+    {"graph two.zlm --focus pyy", 2, nothing, "help: did you mean `PY`?\n"},
+    {"graph good.zlm --focus PX", 2, nothing, "is named `PX`\n\n"},
     {"check --report short=- good.zlm", 2, nothing, "`--report` writes a file"},
     {"check --report json=good.zlm good.zlm", 2, nothing, "is an input"},
     {"--format short check bad.zlm", 1, "bad.zlm:8:1: error: ", "1 error in 1 file\n"},
@@ -121,13 +123,17 @@ const CommandLine command_lines[] = {
     {"explain keyword-unknwon", 2, nothing, "help: did you mean `keyword-unknown`?\n"},
     {"info bad.zlm", 1, "M  bad.zlm:1\n", "error[keyword-unknown]"},
     {"info warn.zlm", 0, "PX", nothing},
-    {"graph two.zlm --format svg", 2, nothing, "an svg picture shows one model"},
+    {"graph two.zlm --format svg", 2, nothing, "`--format svg` draws one model"},
     {"graph good.zlm warn.zlm --format svg", 2, nothing, "help: name one with `--model`\n"},
+    {"graph two.zlm --format mermaid", 2, nothing, "`--format mermaid` draws one model, and"},
+    {"graph good.zlm warn.zlm --format mermaid", 2, nothing, "help: name one with `--model`\n"},
+    {"graph two.zlm --format mermaid --model N", 0, "flowchart LR\n", nothing},
     {"graph bad.zlm two.zlm --format svg --report short=r; cat r", 0,
-     "[keyword-unknown]\nerror: an svg picture shows one model, and there are more [usage]\n",
+     "[keyword-unknown]\nerror: `--format svg` draws one model, and there are more [usage]\n",
      "2 errors in 2 files\n"},
     {"graph good.zlm --focus P --report short=r; cat r", 0,
-     "error: there is no `P` in the picture [usage]\n", "error[usage]: "},
+     "error: no sector, commodity, consumer or auxiliary variable is named `P` [usage]\n",
+     "error[usage]: "},
     {"translate --model NN two.zlm", 1, nothing, "error[model-unknown]: no model is named `NN`"},
     {"translate --model n two.zlm good.zlm", 0, nothing, "wrote 2 files\n"},
     {"translate --header h two.zlm", 2, nothing, "`--header` is for one model, and there are 2\n"},
@@ -361,6 +367,8 @@ const char* const waits[][2] = {
     {"check -j 2 --translator ./silent good.zlm bad.zlm", "HUP"},
     {"check -j 2 --translator ./deaf good.zlm bad.zlm", "TERM"},
     {"check --report json=full many.zlm", "INT"},
+    {"graph --format svg good.zlm", "INT"},
+    {"graph --format svg good.zlm", "HUP"},
 };
 
 TEST(Jobs, ASignalEndsEveryWait) {
@@ -375,8 +383,8 @@ TEST(Jobs, ASignalEndsEveryWait) {
         folder.write("M.GEN", "old");
         folder.write("many.zlm", model("M", unused_names(200)));
         const Result result = folder.shell(
-            "mkfifo fifo full; exec 9<>full; chmod +x silent deaf; mkdir tmp; export HERE=\"$PWD\" "
-            "TMPDIR=\"$PWD/tmp\"\n"
+            "mkfifo fifo full; exec 9<>full; chmod +x silent deaf; mkdir tmp bin; export "
+            "HERE=\"$PWD\" TMPDIR=\"$PWD/tmp\" PATH=\"$PWD/bin:$PATH\"; cp silent bin/dot\n"
             "timeout -k 5 --preserve-status -s " +
             std::string(signal) + " 0.2 \"$ORVEX\" " + command +
             " >out 2>&1; kill -l $?; cat M.GEN; grep error out; ls -A tmp; ls .orvex*\n"
@@ -384,6 +392,21 @@ TEST(Jobs, ASignalEndsEveryWait) {
         EXPECT_EQ(result.out, signal + std::string("\nold"));
     }
 }
+
+#ifdef __linux__
+// A signal that cannot be caught: the system ends `dot`. Who reaps it is up to the system.
+TEST(Jobs, DotDoesNotOutliveOrvex) {
+    const Folder folder;
+    write_files(folder);
+    folder.write("dot", "#!/bin/sh\necho $$ >pid; exec sleep 9\n");
+    const Result result = folder.shell(
+        "chmod +x dot; mkdir tmp; PATH=\"$PWD:$PATH\" TMPDIR=\"$PWD/tmp\" \"$ORVEX\" graph "
+        "--format svg good.zlm & while [ ! -s pid ]; do sleep 0.1; done\n"
+        "state() { sed 's/.*) \\(.\\).*/\\1/' /proc/$(cat pid)/stat 2>/dev/null || echo gone; }\n"
+        "kill -KILL $!; for i in 1 2 3 4 5 6 7 8; do sleep 0.1; done; state");
+    EXPECT_TRUE(result.out == "gone\n" || result.out == "Z\n") << result.out;
+}
+#endif
 
 void fail_at_7(std::size_t index) {
     if (index == 7) throw std::runtime_error("seven");

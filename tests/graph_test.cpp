@@ -9,6 +9,7 @@
 #include "harness.h"
 
 #include <algorithm>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -214,12 +215,15 @@ TEST(Graph, TableOfManyBytes) {
 }
 
 TEST(Graph, Svg) {
+    using namespace std::chrono_literals;
     if (Folder().shell("command -v dot").status != 0) GTEST_SKIP() << "dot is not installed";
     string svg;
     string reason;
-    EXPECT_TRUE(draw_svg(draw(graph_of(small_model), "dot"), svg, reason)) << reason;
+    EXPECT_EQ(draw_svg(draw(graph_of(small_model), "dot"), 10s, svg, reason), Drawing::done)
+        << reason;
     EXPECT_NE(svg.find("<text"), string::npos);
-    EXPECT_FALSE(draw_svg("no graph", svg, reason));
+    EXPECT_EQ(draw_svg("digraph {}", 1ms, svg, reason), Drawing::too_slow);
+    EXPECT_EQ(draw_svg("no graph", 10s, svg, reason), Drawing::failed);
     EXPECT_EQ(reason.find("Graphviz's `dot` failed: "), 0U) << reason;
 }
 

@@ -19,24 +19,26 @@ using File = std::unique_ptr<std::FILE, Closer>;
 
 }  // namespace
 
-bool draw_svg(const std::string& dot, std::string& svg, std::string& reason) {
+Drawing draw_svg(const std::string& dot, std::chrono::milliseconds limit, std::string& svg,
+                 std::string& reason) {
     const File in(std::tmpfile());
     if (!in || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
         std::fflush(in.get()) != 0) {
         reason = std::string("no temporary file: ") + std::strerror(errno);
-        return false;
+        return Drawing::failed;
     }
     std::rewind(in.get());
     try {
-        Ended ended = run_process({"dot", "-Tsvg"}, "", fileno(in.get()));
+        Ended ended = run_process({{"dot", "-Tsvg"}, "", fileno(in.get()), limit, true});
+        if (ended.is_too_slow) return Drawing::too_slow;
         svg = std::move(ended.out);
-        if (ended.status == 0 && !svg.empty()) return true;
+        if (ended.status == 0 && !svg.empty()) return Drawing::done;
         reason = "Graphviz's `dot` failed: " + ended.err.substr(0, ended.err.find('\n'));
     } catch (const StartFailure& failure) {
         reason = failure.error == ENOENT ? "Graphviz's `dot` is not installed"
                                          : "Graphviz's `dot`: " + failure.reason;
     }
-    return false;
+    return Drawing::failed;
 }
 
 }  // namespace orvex::frontend

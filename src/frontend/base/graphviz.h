@@ -1,11 +1,16 @@
 // Graphviz, which draws dot texts.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace orvex::frontend {
 
-// Draws a dot text as SVG. False, with the reason, if Graphviz cannot be run or fails.
-bool draw_svg(const std::string& dot, std::string& svg, std::string& reason);
+enum class Drawing { done, failed, too_slow };
+
+// Draws a dot text as SVG. Where Graphviz cannot be run or fails, the reason is set; where it takes
+// longer than the limit it is ended.
+Drawing draw_svg(const std::string& dot, std::chrono::milliseconds limit, std::string& svg,
+                 std::string& reason);
 
 }  // namespace orvex::frontend

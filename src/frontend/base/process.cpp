@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
@@ -13,6 +14,10 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 
 #ifdef __APPLE__
 extern char** environ;
@@ -29,9 +34,26 @@ constexpr int slice = 100;
     throw StartFailure{what + ": " + system_message(error), error};
 }
 
+[[noreturn]] void fail_to_run(const char* program, int error) {
+    fail(std::string("cannot run ") + program, error);
+}
+
 void fail_if_interrupted() {
     if (interrupt_signal() != 0) fail("the run was ended", EINTR);
 }
+
+// The end of the time that a program has.
+class Deadline {
+  public:
+    explicit Deadline(std::chrono::milliseconds limit)
+        : is_set_(limit.count() != 0), end_(Clock::now() + limit) {}
+    bool has_passed() const { return is_set_ && Clock::now() >= end_; }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    bool is_set_;
+    Clock::time_point end_;
+};
 
 void pause(int milliseconds) { ::poll(nullptr, 0, milliseconds); }
 
@@ -82,19 +104,21 @@ class Pipe {
     int ends_[2] = {-1, -1};
 };
 
-// Reads both streams to their ends, in whatever order something comes.
-void read_streams(Pipe& out, Pipe& err, Ended& ended) {
+// Reads both streams to their ends, in whatever order something comes. False at the deadline.
+bool read_streams(Pipe& out, Pipe& err, const Deadline& deadline, Ended& ended) {
     out.close_writer();
     err.close_writer();
     pollfd ends[] = {{out.reader(), POLLIN, 0}, {err.reader(), POLLIN, 0}};
     while (ends[0].fd >= 0 || ends[1].fd >= 0) {
         const int count = ::poll(ends, 2, slice);
         fail_if_interrupted();
+        if (deadline.has_passed()) return false;
         if (count < 0 && errno != EINTR) fail("cannot wait for a pipe", errno);
         if (count <= 0) continue;
         if (ends[0].revents != 0 && !out.take_some(ended.out)) ends[0].fd = -1;
         if (ends[1].revents != 0 && !err.take_some(ended.err)) ends[1].fd = -1;
     }
+    return true;
 }
 
 // A program that was started. It ends with the object.
@@ -109,20 +133,20 @@ class Child {
     Child& operator=(const Child&) = delete;
     Child& operator=(Child&&) = delete;
 
-    // Waits for its end. The status is as waitpid gives it.
-    int wait() {
+    // Waits for its end. False at the deadline.
+    bool wait(const Deadline& deadline, int& status) {
         // A program closes its streams a moment before it ends, so it is worth to try some more.
         constexpr int tries = 20;
-        int status = 0;
         for (int round = 0; !has_ended(status); ++round) {
             fail_if_interrupted();
+            if (deadline.has_passed()) return false;
             if (round < tries) {
                 std::this_thread::yield();
             } else {
                 pause(std::min(round - tries + 1, slice));
             }
         }
-        return status;
+        return true;
     }
 
   private:
@@ -154,13 +178,13 @@ class Child {
 // What the new process does before it becomes the program.
 class SpawnPlan {
   public:
-    SpawnPlan(const std::string& folder, int input, const Pipe& out, const Pipe& err) {
+    SpawnPlan(const Program& program, const Pipe& out, const Pipe& err) {
         check(::posix_spawn_file_actions_init(&actions_));
         check(::posix_spawnattr_init(&attributes_));
-        if (!folder.empty())
-            check(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
-        if (input >= 0) {
-            check(::posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO));
+        if (!program.folder.empty())
+            check(::posix_spawn_file_actions_addchdir_np(&actions_, program.folder.c_str()));
+        if (program.input >= 0) {
+            check(::posix_spawn_file_actions_adddup2(&actions_, program.input, STDIN_FILENO));
         } else {
             check(::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY,
                                                      0));
@@ -183,15 +207,11 @@ class SpawnPlan {
     SpawnPlan& operator=(const SpawnPlan&) = delete;
     SpawnPlan& operator=(SpawnPlan&&) = delete;
 
-    pid_t start(std::vector<std::string>& words) const {
-        std::vector<char*> arguments;
-        arguments.reserve(words.size() + 1);
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
+    pid_t start(char* const* arguments) const {
         pid_t process = 0;
-        const int error = ::posix_spawnp(&process, arguments.front(), &actions_, &attributes_,
-                                         arguments.data(), environ);
-        if (error != 0) fail("cannot run " + words.front(), error);
+        const int error =
+            ::posix_spawnp(&process, arguments[0], &actions_, &attributes_, arguments, environ);
+        if (error != 0) fail_to_run(arguments[0], error);
         return process;
     }
 
@@ -204,18 +224,83 @@ class SpawnPlan {
     posix_spawnattr_t attributes_{};
 };
 
+std::vector<char*> arguments_of(std::vector<std::string>& words) {
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    return arguments;
+}
+
+pid_t start(Program& program, const Pipe& out, const Pipe& err) {
+    return SpawnPlan(program, out, err).start(arguments_of(program.words).data());
+}
+
+#ifdef __linux__
+
+// Makes the new process the program. Until then it may only do what a copy of a program with
+// threads may. Returns where it fails, with errno set.
+void become(char* const* arguments, const Program& program, const Pipe& out, const Pipe& err,
+            pid_t parent) {
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) ::signal(ignored, SIG_DFL);
+    const bool is_tied = ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::getppid() == parent;
+    if (!is_tied || (!program.folder.empty() && ::chdir(program.folder.c_str()) != 0)) return;
+    const int input = program.input >= 0 ? program.input : ::open("/dev/null", O_RDONLY);
+    const bool is_joined = input >= 0 && ::dup2(input, STDIN_FILENO) >= 0 &&
+                           ::dup2(out.writer(), STDOUT_FILENO) >= 0 &&
+                           ::dup2(err.writer(), STDERR_FILENO) >= 0;
+    if (is_joined) ::execvp(arguments[0], arguments);
+}
+
+// posix_spawn has no way to ask for the signal that a process gets when its parent ends.
+pid_t start_tied(Program& program, const Pipe& out, const Pipe& err) {
+    const std::vector<char*> arguments = arguments_of(program.words);
+    Pipe report;  // the errno of a failure; closed without one when the program runs
+    const pid_t parent = ::getpid();
+    const pid_t process = ::fork();
+    if (process < 0) fail("cannot start a process", errno);
+    int error = 0;
+    if (process == 0) {
+        become(arguments.data(), program, out, err, parent);
+        error = errno;
+        static_cast<void>(::write(report.writer(), &error, sizeof error) < 0);
+        ::_exit(1);
+    }
+    report.close_writer();
+    ssize_t count = 0;
+    do {
+        count = ::read(report.reader(), &error, sizeof error);
+    } while (count < 0 && errno == EINTR);
+    if (count == 0) return process;
+    while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    fail_to_run(arguments.front(), error);
+}
+
+#else
+
+pid_t start_tied(Program& program, const Pipe& out, const Pipe& err) {
+    return start(program, out, err);
+}
+
+#endif
+
 }  // namespace
 
-Ended run_process(std::vector<std::string> words, const std::string& folder, int input) {
+Ended run_process(Program program) {
     // Whoever started this program may have told it to ignore the end of its children.
     static const auto before = std::signal(SIGCHLD, SIG_DFL);
     static_cast<void>(before);
+    const Deadline deadline(program.limit);
     Pipe out;
     Pipe err;
-    Child child(SpawnPlan(folder, input, out, err).start(words));
+    Child child(program.is_tied ? start_tied(program, out, err) : start(program, out, err));
     Ended ended;
-    read_streams(out, err, ended);
-    ended.status = child.wait();
+    ended.is_too_slow =
+        !read_streams(out, err, deadline, ended) || !child.wait(deadline, ended.status);
     return ended;
 }
 

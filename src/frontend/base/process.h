@@ -1,6 +1,7 @@
 // Other programs, and what they say.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -12,16 +13,25 @@ struct StartFailure {
     int error = 0;  // errno where the system refused to start it, else 0
 };
 
+struct Program {
+    std::vector<std::string> words;  // its path, or a name to be found along PATH; its arguments
+    std::string folder = {};         // where it works; the current one where empty
+    int input = -1;                  // descriptor of its standard input; none where negative
+    std::chrono::milliseconds limit{0};  // how long it may take; 0: as long as it needs
+    // The system ends it when this program ends in a way that cannot be caught, as by SIGKILL.
+    // It is slower to start.
+    bool is_tied = false;
+};
+
 struct Ended {
-    int status = 0;   // as waitpid gives it
-    std::string out;  // standard output, standard error
+    int status = 0;            // as waitpid gives it
+    bool is_too_slow = false;  // it was ended at its limit
+    std::string out;           // standard output, standard error
     std::string err;
 };
 
-// Runs a program and waits for its end. `words` are its path, or a name to be found along PATH, and
-// its arguments; `folder` is where it works, the current one where empty; `input` is the descriptor
-// that it reads standard input from, none where negative. Throws StartFailure, also for a signal
-// that ends this program (base/interrupts.h): the program that was started has ended then, too.
-Ended run_process(std::vector<std::string> words, const std::string& folder, int input = -1);
+// Runs a program and waits for its end. Throws StartFailure, also for a signal that ends this
+// program (base/interrupts.h): the program that was started has ended then, too.
+Ended run_process(Program program);
 
 }  // namespace orvex::frontend

@@ -8,6 +8,7 @@
 #include "frontend/session/session.h"
 #include "frontend/views/graph.h"
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -16,24 +17,35 @@ namespace orvex::frontend {
 
 namespace {
 
+// A picture that takes longer is too large to be read.
+constexpr std::chrono::seconds time_limit(20);
+
 struct Pictures {
     std::size_t count = 0;
     std::vector<std::string> names;  // of the models in which --focus finds nothing
-    std::string svg;                 // the one picture, until all files are read
+    std::string single;              // the one picture, until all files are read
 };
 
+void put_svg(const std::string& dot, File& file) {
+    std::string reason;
+    const Drawing drawing = draw_svg(dot, time_limit, file.output, reason);
+    if (drawing == Drawing::done) return;
+    const Span span = whole_file(file.source->path);
+    const std::string seconds = std::to_string(time_limit.count());
+    file.checked.findings.push_back(
+        drawing == Drawing::failed ? failure("graphviz-failed", {{"reason", reason}}, span)
+                                   : failure("graphviz-timeout", {{"seconds", seconds}}, span));
+}
+
 // The graph of a model, or of what is around the name of --focus; false where that is not in it.
-bool draw_model(const Options& options, File& file, const Model& model) {
+// A second svg picture is going to be refused, so Graphviz does not draw it.
+bool draw_model(const Options& options, bool is_first, File& file, const Model& model) {
     Graph graph = make_graph(*file.source, model);
     if (!options.focus.empty() && !focus(graph, options.focus, options.depth)) return false;
-    if (options.picture != "svg") {
+    if (options.picture == "svg") {
+        if (is_first) put_svg(draw(graph, "dot"), file);
+    } else {
         file.output += draw(graph, options.picture);
-        return true;
-    }
-    std::string reason;
-    if (!draw_svg(draw(graph, "dot"), file.output, reason)) {
-        file.checked.findings.push_back(
-            failure("graphviz-failed", {{"reason", reason}}, whole_file(file.source->path)));
     }
     return true;
 }
@@ -45,7 +57,7 @@ void add_names(const File& file, const Model& model, std::vector<std::string>& n
 void draw_file(const Options& options, File& file, Pictures& pictures) {
     for (const Model& model : file.checked.models) {
         if (!model.errors.empty()) continue;
-        if (draw_model(options, file, model)) {
+        if (draw_model(options, pictures.count == 0, file, model)) {
             ++pictures.count;
         } else {
             add_names(file, model, pictures.names);
@@ -53,21 +65,24 @@ void draw_file(const Options& options, File& file, Pictures& pictures) {
     }
 }
 
-// An svg picture is the only text on its stream.
-void hold_back(File& file, Pictures& pictures) {
+// What shows these pictures takes one from a file.
+bool is_single(const std::string& picture) { return picture == "svg" || picture == "mermaid"; }
+
+void hold_back(const Options& options, File& file, Pictures& pictures) {
     if (pictures.count > 1) {
-        throw UsageError{"an svg picture shows one model, and there are more",
+        throw UsageError{"`--format " + options.picture + "` draws one model, and there are more",
                          "name one with `--model`"};
     }
-    pictures.svg += file.output;
+    pictures.single += file.output;
     file.output.clear();
 }
 
 void check_focus(const Options& options, const Pictures& pictures) {
     if (pictures.names.empty() || pictures.count > 0) return;
     const std::string near = nearest(options.focus, pictures.names);
-    throw UsageError{"there is no `" + options.focus + "` in the picture",
-                     near.empty() ? "" : "did you mean `" + near + "`?"};
+    throw UsageError{
+        "no sector, commodity, consumer or auxiliary variable is named `" + options.focus + "`",
+        near.empty() ? "" : "did you mean `" + near + "`?"};
 }
 
 }  // namespace
@@ -80,10 +95,10 @@ int run_graph(const Options& options) {
     steps.wanted.models = true;
     steps.finish = [&](File& file, const Inputs&) { draw_file(options, file, pictures); };
     steps.before_output = [&](File& file) {
-        if (options.picture == "svg") hold_back(file, pictures);
+        if (is_single(options.picture)) hold_back(options, file, pictures);
     };
     steps.end = [&](Reporter& reporter, const Inputs&) {
-        put_output(reporter, pictures.svg);
+        put_output(reporter, pictures.single);
         check_focus(options, pictures);
     };
     return run_session(quiet, steps);

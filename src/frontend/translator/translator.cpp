@@ -330,7 +330,7 @@ RunResult run_translator(const std::string& program, const Workplace& place, std
     Cleaner cleaner(folder, names);
     write_file(folder + "/" + control_file, control_text(settings));
     write_file(folder + "/" + input_file, input);
-    Ended ended = run_process({program, control_file}, folder);
+    Ended ended = run_process({{program, control_file}, folder});
     expect_orderly_end(program, ended);
     RunResult result = read_outputs(folder, names, settings.keeps_outputs);
     cleaner.clean();
