@@ -1,6 +1,8 @@
 #include "frontend/views/graph.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/syntax/expressions.h"
+#include "frontend/syntax/fields.h"
 #include "frontend/views/dot.h"
 #include "frontend/views/incidence.h"
 #include "frontend/views/json.h"
@@ -8,6 +10,7 @@
 #include "frontend/views/mermaid.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <span>
@@ -30,6 +33,7 @@ struct Builder {
     const Model& model;
     Graph graph;
     std::vector<std::size_t> node_of;  // of each symbol
+    std::vector<std::size_t> blocks;   // of each node, their number
     std::map<std::tuple<std::size_t, std::size_t, Flow>, std::size_t> edge_of;
     std::set<std::pair<std::size_t, std::string>> parts;  // of the labels of the edges
 };
@@ -113,18 +117,37 @@ Role role_of(const Model& model, const Field& field) {
     return use == no_index ? Role::other : model.uses[use].role;
 }
 
-// "Q:Y0(S)"; nothing for a field without a value, which only says which nest the entry is in.
-std::string field_text(const Builder& builder, const Field& field) {
-    if (field.text.empty()) return {};
+// A name or value with its condition and further indices: "PT#(RR)", "X0$(X0 GT 1)".
+std::string whole_text(const Builder& builder, const Field& field) {
     const std::string_view bytes = builder.source.bytes;
-    return capitals(text_of(bytes, field.label)) + ':' +
-           (field.is_name ? reference_text(builder.model, bytes, field.reference)
-                          : capitals(text_of(bytes, field.text)));
+    const FieldParts parts = parts_of(builder.source.tree, field.record, field.node);
+    const std::string text = field.reference.name.empty()
+                                 ? capitals(text_of(bytes, field.text))
+                                 : reference_text(builder.model, bytes, field.reference);
+    return text + capitals(trimmed(text_of(bytes, {parts.value.end, parts.all.end})));
+}
+
+// "Q:Y0(S)"; "VA:" for the nest of an entry.
+std::string field_text(const Builder& builder, const Field& field) {
+    return capitals(text_of(builder.source.bytes, field.label)) + ':' + whole_text(builder, field);
+}
+
+// What a name with its arguments says more than the label of its node: nothing, "$C(T)", or
+// "PK(T+1)$C(T)".
+std::string shown_beside(const Builder& builder, const Field& name, std::size_t node) {
+    std::string text = whole_text(builder, name);
+    if (node == nowhere) return text;
+    const std::string& label = builder.graph.nodes[node].label;
+    if (!text.starts_with(label)) return text;
+    const std::string_view rest = std::string_view(text).substr(label.size());
+    const bool is_same = rest.empty() || rest.front() == '$' || rest.front() == '#';
+    return is_same ? std::string(rest) : text;
 }
 
 // What the fields of an entry come to: the arrow of the entry itself, those of the taxes on it, and
 // those of the variables that set something in it.
 struct Arrows {
+    std::string block;  // which of the owner's blocks it is, where there are several
     Arrow own;
     std::vector<Arrow> others;
     std::size_t tax = nowhere;  // index of the tax that T: and N: belong to
@@ -140,14 +163,24 @@ void add_field(const Builder& builder, const Field& field, const std::string& en
     const Index symbol = field.reference.symbol;
     if (role == Role::receives_tax) {
         arrows.tax = arrows.others.size();
-        arrows.others.push_back({Flow::taxes, symbol, entry, field.record});
+        arrows.others.push_back({Flow::taxes, symbol, arrows.block + entry, field.record});
     } else if (role == Role::rate || role == Role::ration) {
         if (is_rate && arrows.tax != nowhere) append(label, " ", field_text(builder, field));
-        arrows.others.push_back(
-            {Flow::sets, symbol, std::string(field.row->text) + ": of " + entry, field.record});
+        arrows.others.push_back({Flow::sets, symbol,
+                                 arrows.block + std::string(field.row->text) + ": of " + entry,
+                                 field.record});
     } else {
         append(label, " ", field_text(builder, field));
     }
+}
+
+// Is the quantity of an entry below zero, as far as its text shows?
+bool is_below_zero(const Builder& builder, std::span<const Entry> entries) {
+    const auto fields = fields_of(builder.model, entries.front());
+    const auto quantity = std::find_if(fields.begin(), fields.end(), [](const Field& field) {
+        return field.row != nullptr && field.row->text == notation::quantity_label;
+    });
+    return quantity != fields.end() && is_negated(text_of(builder.source.bytes, quantity->text));
 }
 
 bool has_flow(Role role) {
@@ -155,39 +188,48 @@ bool has_flow(Role role) {
            role == Role::endowed;
 }
 
-Flow flow_of(Role role) {
+Flow flow_of(Role role, bool is_below_zero) {
     switch (role) {
     case Role::used: return Flow::uses;
     case Role::demanded: return Flow::demands;
-    case Role::endowed: return Flow::endows;
+    case Role::endowed: return is_below_zero ? Flow::demands : Flow::endows;
     default: return Flow::makes;
     }
 }
 
 using Entries = std::span<const Entry>;
 
+// The block that arrows belong to.
+struct Owner {
+    std::size_t node = nowhere;
+    std::string block;  // which of the node's blocks it is, where there are several
+};
+
 // Adds the first of the entries. Those after it that only have values, as K:LIMIT, are part of it.
-void add_entry(Builder& builder, Entries entries, std::size_t owner) {
+void add_entry(Builder& builder, Entries entries, const Owner& owner) {
     const Model& model = builder.model;
     const Field& head = entries.front().head;
-    const std::string reference = reference_text(model, builder.source.bytes, head.reference);
+    const std::string reference = whole_text(builder, head);
+    const Role role = role_of(model, head);
     Arrows arrows;
+    arrows.block = owner.block;
+    if (has_flow(role)) {
+        const Index symbol = head.reference.symbol;
+        arrows.own = {flow_of(role, is_below_zero(builder, entries)), symbol, {}, head.record};
+        arrows.own.label = shown_beside(builder, head, node_at(builder, symbol, Kind::commodity));
+    }
     for (const Entry& entry : entries) {
         if (!entry.head.is_name) add_field(builder, entry.head, reference, arrows);
         for (const Field& field : fields_of(model, entry))
             add_field(builder, field, reference, arrows);
     }
-    const Role role = role_of(model, head);
-    if (has_flow(role)) {
-        arrows.own.flow = flow_of(role);
-        arrows.own.symbol = head.reference.symbol;
-        arrows.own.record = head.record;
-        add_arrow(builder, owner, arrows.own);
-    }
-    for (const Arrow& other : arrows.others) add_arrow(builder, owner, other);
+    const bool is_negative = role == Role::endowed && arrows.own.flow == Flow::demands;
+    arrows.own.label.insert(0, owner.block + (is_negative ? "E: " : ""));
+    if (has_flow(role)) add_arrow(builder, owner.node, arrows.own);
+    for (const Arrow& other : arrows.others) add_arrow(builder, owner.node, other);
 }
 
-void add_entries(Builder& builder, Entries entries, std::size_t owner) {
+void add_entries(Builder& builder, Entries entries, const Owner& owner) {
     while (!entries.empty()) {
         const auto next = std::find_if(entries.begin() + 1, entries.end(),
                                        [](const Entry& entry) { return entry.head.is_name; });
@@ -197,14 +239,40 @@ void add_entries(Builder& builder, Entries entries, std::size_t owner) {
     }
 }
 
-// The node of what a block is of. Entries after an option still belong to the block before it.
-std::size_t owner_of(const Builder& builder, const Block& block, std::size_t before) {
+// The node of what a block is of, or nowhere.
+std::size_t node_of(const Builder& builder, const Block& block) {
     const Index symbol = block.head.reference.symbol;
     if (is_opened_by(block, Opens::production)) return node_at(builder, symbol, Kind::sector);
     if (is_opened_by(block, Opens::demand)) return node_at(builder, symbol, Kind::consumer);
-    const bool ends_it =
-        is_opened_by(block, Opens::declaration) || is_opened_by(block, Opens::report);
-    return ends_it ? nowhere : before;
+    return nowhere;
+}
+
+void count_blocks(Builder& builder) {
+    builder.blocks.assign(builder.graph.nodes.size(), 0);
+    for (const Block& block : builder.model.blocks) {
+        const std::size_t node = node_of(builder, block);
+        if (node != nowhere) ++builder.blocks[node];
+    }
+}
+
+// Notes what the opening record of a block says.
+Owner open_block(Builder& builder, const Block& block) {
+    const std::size_t node = node_of(builder, block);
+    if (node == nowhere) return {};
+    const std::string difference = shown_beside(builder, block.head, node);
+    std::string text = difference;
+    for (const Field& field : fields_of(builder.model, block))
+        append(text, " ", field_text(builder, field));
+    if (!text.empty()) builder.graph.nodes[node].blocks.push_back(as_utf8(text));
+    const bool is_one_of_several = builder.blocks[node] > 1 && !difference.empty();
+    return {node, is_one_of_several ? whole_text(builder, block.head) + ": " : ""};
+}
+
+// Entries after an option still belong to the block before it.
+bool ends_block(const Block& block) {
+    constexpr Opens ends[] = {Opens::production, Opens::demand, Opens::declaration, Opens::report};
+    return std::any_of(std::begin(ends), std::end(ends),
+                       [&](Opens opens) { return is_opened_by(block, opens); });
 }
 
 // The number of arrows between a node and each other; -1 where nothing leads there.
@@ -231,13 +299,14 @@ std::vector<int> distances(const Graph& graph, std::size_t start) {
 }  // namespace
 
 Graph make_graph(const Source& source, const Model& model) {
-    Builder builder{source, model, {}, {}, {}, {}};
+    Builder builder{source, model, {}, {}, {}, {}, {}};
     builder.graph.model = as_utf8(model.name);
     add_nodes(builder);
-    std::size_t owner = nowhere;
+    count_blocks(builder);
+    Owner owner;
     for (const Block& block : model.blocks) {
-        owner = owner_of(builder, block, owner);
-        if (owner != nowhere) add_entries(builder, entries_of(model, block), owner);
+        if (ends_block(block)) owner = open_block(builder, block);
+        if (owner.node != nowhere) add_entries(builder, entries_of(model, block), owner);
     }
     return std::move(builder.graph);
 }

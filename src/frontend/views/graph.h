@@ -13,6 +13,7 @@
 
 namespace orvex::frontend {
 
+// A negative endowment is a demand.
 enum class Flow { makes, uses, demands, endows, taxes, sets };
 
 struct FlowRow {
@@ -43,6 +44,9 @@ struct Node {
     std::string description;
     // An auxiliary variable that a constraint determines.
     bool constraint = false;
+    // Of each block that says more than the name: its elements or condition, and its nests with
+    // their elasticities, as "$K0(R) S:0.5 VA:1".
+    std::vector<std::string> blocks = {};
 };
 
 // An arrow, in the direction of the thing or the money that flows.
@@ -51,7 +55,8 @@ struct Edge {
     std::size_t from = 0;
     std::size_t to = 0;
     Flow flow = Flow::makes;
-    // Its fields: "Q:Y0(S)"; those of several entries separated by "; ".
+    // Its fields: "Q:Y0(S)", after what differs from the label of the commodity, as in
+    // "PK(T+1)$C(T) Q:5"; those of several entries separated by "; ".
     std::string label;
     // Of the entries or fields that it stands for, ascending.
     std::vector<int> lines;

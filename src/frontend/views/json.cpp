@@ -182,7 +182,8 @@ std::string graph_json(const Graph& graph) {
                          {"kind", kind_name(node.kind)},
                          {"label", node.label},
                          {"description", node.description},
-                         {"constraint", node.constraint}});
+                         {"constraint", node.constraint},
+                         {"blocks", node.blocks}});
     }
     ordered_json edges = ordered_json::array();
     for (const Edge& edge : graph.edges) {

@@ -1,9 +1,11 @@
 #include "frontend/views/mermaid.h"
 
-#include <array>
+#include "frontend/views/picture_text.h"
+
 #include <cstddef>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -40,26 +42,36 @@ std::string_view arrow_of(Flow flow) {
     return {};
 }
 
-// A text in double quotes. What means something to Mermaid or to the page is written as an entity;
-// each part of a label is on a line.
-std::string quoted(std::string_view text) {
+// What means something to Mermaid or to the page is written as an entity.
+std::string escaped(std::string_view text) {
     constexpr std::string_view special = "\"#&<>`;\\";
-    std::string result = "\"";
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == ';' && i + 1 < text.size() && text[i + 1] == ' ') {
-            result += "<br/>";
-            ++i;
-        } else if (special.find(c) != std::string_view::npos) {
-            result += '#';
-            result += std::to_string(static_cast<int>(c));
-            result += ';';
-        } else {
+    std::string result;
+    for (const char c : text) {
+        if (special.find(c) == std::string_view::npos)
             result += c;
-        }
+        else
+            result += '#' + std::to_string(static_cast<int>(c)) + ';';
     }
-    if (text.empty()) result += ' ';  // Mermaid refuses an empty text
-    return result + '"';
+    return result;
+}
+
+// Lines in double quotes.
+std::string quoted(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        if (!text.empty()) text += "<br/>";
+        text += escaped(line);
+    }
+    if (text.empty()) text = " ";  // Mermaid refuses an empty text
+    return '"' + text + '"';
+}
+
+std::vector<std::string> lines_of_node(const Node& node, bool has_room) {
+    std::vector<std::string> lines = {node.label};
+    if (!has_room) return lines;
+    for (const auto& part : {description_lines(node), block_lines(node)})
+        lines.insert(lines.end(), part.begin(), part.end());
+    return lines;
 }
 
 // A line for each kind of arrow that occurs, with the numbers of its arrows.
@@ -79,16 +91,18 @@ void put_colours(const Graph& graph, std::string& out) {
 }  // namespace
 
 std::string mermaid_text(const Graph& graph) {
+    const bool room = has_room(graph);
     std::string out = "flowchart LR\n";
     for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
         const Node& node = graph.nodes[i];
         const auto [opening, closing] = shape(node.kind);
-        out += "    n" + std::to_string(i + 1) + std::string(opening) + quoted(node.label) +
-               std::string(closing) + ":::" + std::string(class_of(node)) + '\n';
+        out += "    n" + std::to_string(i + 1) + std::string(opening) +
+               quoted(lines_of_node(node, room)) + std::string(closing) +
+               ":::" + std::string(class_of(node)) + '\n';
     }
     for (const Edge& edge : graph.edges) {
         out += "    n" + std::to_string(edge.from + 1) + ' ' + std::string(arrow_of(edge.flow));
-        if (!edge.label.empty()) out.append("|").append(quoted(edge.label)).append("|");
+        if (!edge.label.empty()) out.append("|").append(quoted(arrow_lines(edge))).append("|");
         out += " n" + std::to_string(edge.to + 1) + '\n';
     }
     put_colours(graph, out);
