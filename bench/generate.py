@@ -6,6 +6,8 @@ generate.py mix MODELS LINES [NAMES]
 generate.py comments LINES     one model of nothing but comment lines
 generate.py full MODELS        models that fill the symbol table: 1,000 symbols, 10,000 references
 generate.py reports RECORDS    one model with that many report records
+generate.py wide SECTORS       one model of that many sectors without sets, each of which uses the
+                               goods of all
 generate.py good               the model of examples/closed, in which there is nothing to find
 """
 
@@ -251,6 +253,21 @@ def good(out):
     out.write(text[text.index("$MODEL:") : text.index("$OFFTEXT")] + "$OFFTEXT\n")
 
 
+def wide(out, count):
+    numbers = [f"{number:02}" for number in range(1, count + 1)]
+    out.write("$MODEL:WIDE\n$SECTORS:\n")
+    out.write("".join(f"  Y{number}  ! Output of industry {number}\n" for number in numbers))
+    out.write("$COMMODITIES:\n")
+    out.write("".join(f"  P{number}  ! Price of good {number}\n" for number in numbers))
+    out.write("  PL  ! Wage\n  PK  ! Rent\n$CONSUMERS:\n  RA  ! Income of the household\n")
+    for sector in numbers:
+        out.write(f"$PROD:Y{sector}  S:0 VA:1\n  O:P{sector}  Q:{count + 9}\n")
+        out.write("".join(f"  I:P{number}  Q:1\n" for number in numbers))
+        out.write("  I:PL  Q:6 VA:\n  I:PK  Q:3 VA:\n")
+    out.write("$DEMAND:RA  S:1\n" + "".join(f"  D:P{number}  Q:9\n" for number in numbers))
+    out.write(f"  E:PL  Q:{6 * count}\n  E:PK  Q:{3 * count}\n$OFFTEXT\n")
+
+
 def reports(out, count):
     """A small model with that many report records, each of which needs a declared name."""
     out.write("$MODEL:REPORTS\n$SECTORS:\n  Y\n$COMMODITIES:\n")
@@ -267,6 +284,7 @@ KINDS = {
     "full": full,
     "good": good,
     "reports": reports,
+    "wide": wide,
 }
 
 if __name__ == "__main__":
