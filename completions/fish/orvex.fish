@@ -54,7 +54,7 @@ complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d
 complete -c orvex -n '__fish_seen_subcommand_from info' -l json -d 'As JSON'
 
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot svg mermaid json table' -d 'Form of the picture'
-complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what hangs together with this name'
-complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many arrows from it'
+complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what is connected to this name'
+complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many steps away from it'
 
 complete -c orvex -n '__fish_seen_subcommand_from explain' -a '(__orvex_codes)'
