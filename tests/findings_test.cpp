@@ -239,6 +239,10 @@ TEST(Github, EscapesWhatDividesACommand) {
     EXPECT_EQ(
         report_finding(Format::github, {Severity::error, "usage", "50%: a,b", {}, {}}, true, false),
         "::error title=usage::50%25: a,b\n");
+    EXPECT_EQ(report_finding(Format::github, usual, true, false),
+              "::error title=kind-mismatch,file=model.zlm,line=12,endLine=12,col=7,endColumn=9::"
+              "symbol type mismatch: `PX`%0Anote: `PX` was declared here, as a sector "
+              "(model.zlm:3:5)%0Ahelp: give the two things different names\n");
 }
 
 TEST(Json, IsAnObjectALine) {
@@ -332,7 +336,8 @@ run = json.load(open("all.sarif"))["runs"][0]
 for result in run["results"]:
     rule = run["tool"]["driver"]["rules"][result["ruleIndex"]]
     uri = result["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
-    print(result["ruleId"], rule["id"], uri)')";
+    print(result["ruleId"], rule["id"], uri)
+print(run["tool"]["driver"]["informationUri"].split(":")[0])')";
 
 TEST(Schemas, HoldForJsonAndSarif) {
     const harness::Folder folder;
@@ -355,7 +360,8 @@ TEST(Schemas, HoldForJsonAndSarif) {
               "plus-joined plus-joined m.zlm\n"
               "plus-joined plus-joined a%FF\n"
               "plus-joined plus-joined file:///a%20b%23%3F.zlm\n"
-              "plus-joined plus-joined %3Cstdin%3E\n")
+              "plus-joined plus-joined %3Cstdin%3E\n"
+              "https\n")
         << result.err;
 }
 

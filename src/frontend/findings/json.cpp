@@ -149,6 +149,7 @@ std::string sarif_head() {
     const Json driver = {{"name", "orvex"},
                          {"version", ORVEX_VERSION},
                          {"semanticVersion", ORVEX_VERSION},
+                         {"informationUri", ORVEX_HOMEPAGE},
                          {"rules", rules()}};
     return "{\"$schema\":\"https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
            "sarif-schema-2.1.0.json\",\n\"version\":\"2.1.0\",\n\"runs\":[{\"tool\":{\"driver\":" +

@@ -99,6 +99,16 @@ std::string escaped(std::string_view text, std::string_view specials) {
     return out;
 }
 
+// The message and, a line each, the remarks, which have no window of their own.
+std::string annotation_text(const Finding& finding) {
+    std::string text = printable(finding.message);
+    for (const Remark& remark : finding.remarks) {
+        text += '\n' + severity_name(remark.severity) + ": " + printable(remark.message);
+        if (!remark.span.path.empty()) text += " (" + location(remark.span) + ')';
+    }
+    return text;
+}
+
 std::string annotation(const Finding& finding) {
     constexpr std::string_view in_text = "%\r\n";
     constexpr std::string_view in_property = "%\r\n:,";
@@ -116,7 +126,7 @@ std::string annotation(const Finding& finding) {
         text +=
             ",col=" + std::to_string(span.column) + ",endColumn=" + std::to_string(span.end_column);
     }
-    return text + "::" + escaped(printable(finding.message), in_text);
+    return text + "::" + escaped(annotation_text(finding), in_text);
 }
 
 }  // namespace
