@@ -521,7 +521,7 @@ TEST(Examples, JsonFitsItsSchema) {
     const harness::Result result = Folder().shell(
         "for model in '" EXAMPLES_DIR
         "'/*/*.zlm; do"
-        " \"$ORVEX\" info --json \"$model\"; \"$ORVEX\" graph --format json \"$model\";"
+        " \"$ORVEX\" info --format json \"$model\"; \"$ORVEX\" graph --format json \"$model\";"
         " done >all; python3 '" TESTS_DIR "/validate.py' '" DOCS_DIR
         "/data.schema.json' all"
         " | sort | uniq -c");

@@ -35,7 +35,7 @@ int explain_codes(const Options& options) {
         if (entry.empty()) {
             std::vector<std::string> codes;
             for (const MessageEntry& known : message_index()) codes.push_back(known.code);
-            const std::string near = nearest(code, codes);
+            const std::string near = nearest_word(code, codes);
             throw UsageError{
                 "there is no code `" + code + "`",
                 near.empty() ? "`orvex codes` lists the codes" : "did you mean `" + near + "`?"};

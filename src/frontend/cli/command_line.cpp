@@ -136,7 +136,7 @@ void refuse_command(ParsedCommandLine& parsed, const std::string& word) {
     std::vector<std::string> names;
     names.reserve(command_table().size());
     for (const CommandRow& row : command_table()) names.emplace_back(row.name);
-    const std::string name = nearest(word, names);
+    const std::string name = nearest_word(word, names);
     std::string hint;
     if (!name.empty()) {
         hint = "did you mean `" + name + "`?";
@@ -155,9 +155,15 @@ void refuse_option(ParsedCommandLine& parsed, const std::string& word) {
             names.push_back(long_name(row));
         }
     }
-    const std::string near = name.starts_with("--") ? nearest(name, names) : "";
-    refuse(parsed, "there is no option `" + name + "`",
-           near.empty() ? "" : "did you mean `" + near + "`?");
+    const std::string near = name.starts_with("--") ? nearest_word(name, names) : "";
+    std::string hint;
+    if (const std::string format = name.substr(std::min<std::size_t>(name.size(), 2));
+        is_format(parsed.options.command, format)) {
+        hint = "write `--format " + format + "`";
+    } else if (!near.empty()) {
+        hint = "did you mean `" + near + "`?";
+    }
+    refuse(parsed, "there is no option `" + name + "`", hint);
 }
 
 void take_option(ParsedCommandLine& parsed, const std::string& name,
@@ -201,7 +207,8 @@ bool was_given(const Words& words, std::string_view name) {
                        [&](const auto& option) { return option.first == name; });
 }
 
-// "--help" anywhere counts, even where another option would take it for its value.
+// Of a command that there is, "--help" anywhere counts, even where another option would take it for
+// its value.
 bool asks_for_help(const std::vector<std::string>& arguments, const Words& words) {
     const auto end = std::find(arguments.begin(), arguments.end(), "--");
     return was_given(words, "--help") || std::any_of(arguments.begin(), end, [](const auto& word) {
@@ -232,12 +239,11 @@ ParsedCommandLine parse_command_line(int argc, char** argv) {
     Options& options = parsed.options;
     if (!words.plain.empty()) options.command = command_of(words.plain.front());
     const bool unknown = !words.plain.empty() && options.command == Command::none;
-    if ((help && !unknown) || (!help && asks_for_help(arguments, words))) {
+    if (!unknown && (help || asks_for_help(arguments, words)))
         return print(help_of(options.command));
-    }
     if (was_given(words, "--version")) return print("orvex " ORVEX_VERSION "\n");
 
-    if (options.command != Command::graph) options.format = asked_format(arguments);
+    options.format = asked_format(arguments);
     if (unknown) refuse_command(parsed, words.plain.front());
     if (!words.unknown.empty()) refuse_option(parsed, words.unknown.front());
     if (!words.wrong.empty()) refuse(parsed, words.wrong);

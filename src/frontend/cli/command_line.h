@@ -20,8 +20,8 @@ struct ParsedCommandLine {
     std::string hint;
 };
 
-// Options may come before or after the command; --help wins over every error. Of a wrong
-// use the options say at least the command, where that is known, and the format that is asked for.
+// Options may come before or after the command; --help wins over every error but an unknown
+// command. Of a wrong use the options say at least the command, where that is known, and the format that is asked for.
 ParsedCommandLine parse_command_line(int argc, char** argv);
 
 }  // namespace orvex::frontend

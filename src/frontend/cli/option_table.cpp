@@ -9,6 +9,7 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -48,7 +49,6 @@ constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(com
 constexpr unsigned with_output = bit(Command::translate);
 constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
 constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
-constexpr unsigned with_findings_format = with_warnings | bit(Command::info);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
 
 const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github"};
@@ -74,7 +74,7 @@ std::string listed(const std::vector<std::string>& names) {
 }
 
 std::string did_you_mean(std::string_view word, const std::vector<std::string>& names) {
-    const std::string name = nearest(word, names);
+    const std::string name = nearest_word(word, names);
     return name.empty() ? "" : ": did you mean `" + name + "`?";
 }
 
@@ -123,6 +123,7 @@ std::string take_format(Options& options, const std::string& value) {
     if (options.command == Command::graph) {
         std::string wrong = take_name(value, picture_names, index);
         if (wrong.empty()) options.picture = value;
+        options.format = value == "json" ? Format::json : Format::text;
         return wrong;
     }
     std::string wrong = take_name(value, format_names, index);
@@ -188,11 +189,6 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.header); }},
     {"--depfile", "PATH", with_output, "write what the outputs depend on, for make or ninja",
      [](Options& o, const std::string& v) { return take_text(v, o.depfile); }},
-    {"--json", "", bit(Command::info), "as JSON, one object for each model",
-     [](Options& o, const std::string&) {
-         o.json = true;
-         return std::string();
-     }},
     {"--format", "PICTURE", bit(Command::graph),
      "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
     {"--focus", "NAME", bit(Command::graph), "draw only what is connected to this name",
@@ -201,7 +197,9 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_number(v, 0, most_depth, o.depth); }},
     {"--model", "NAME", with_files, "look at the model of this name only",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
-    {"--format", "FORMAT", with_findings_format,
+    {"--format", "FORMAT", bit(Command::info),
+     "names as text (default) or json; findings also as short, sarif or github", take_format},
+    {"--format", "FORMAT", with_warnings,
      "findings as text (default), short, json, sarif or github", take_format},
     {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
      take_report},
@@ -250,6 +248,17 @@ const CommandRow& row_of(Command command) {
 }
 
 std::span<const OptionRow> option_table() { return option_rows; }
+
+bool is_format(Command command, std::string_view value) {
+    const bool has_format =
+        command == Command::none ||
+        std::any_of(std::begin(option_rows), std::end(option_rows), [&](const OptionRow& row) {
+            return has_option(command, row) && long_name(row) == "--format";
+        });
+    const std::vector<std::string>& names =
+        command == Command::graph ? picture_names : format_names;
+    return has_format && std::find(names.begin(), names.end(), value) != names.end();
+}
 
 bool has_option(Command command, const OptionRow& row) {
     return (row.commands & bit(command)) != 0;

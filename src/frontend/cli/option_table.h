@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -41,6 +42,9 @@ struct OptionRow {
 std::span<const OptionRow> option_table();
 
 bool has_option(Command command, const OptionRow& row);
+
+// Whether --format takes the value: that of the command or, without one, that of findings.
+bool is_format(Command command, std::string_view value);
 
 // "--jobs" of "-j,--jobs".
 std::string long_name(const OptionRow& row);

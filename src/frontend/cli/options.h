@@ -54,9 +54,8 @@ struct Options {
     std::string header;
     std::string depfile;
 
-    // info and graph.
+    // graph.
 
-    bool json = false;
     // dot, svg, mermaid, json, table
     std::string picture = "dot";
     std::string focus;

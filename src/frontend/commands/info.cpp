@@ -14,8 +14,8 @@ int run_info(const Options& options) {
     steps.wanted.models = true;
     steps.work = [&](File& file) {
         for (const Model& model : file.checked.models) {
-            file.output += options.json ? info_json(*file.source, model)
-                                        : info_text(*file.source, model, colour);
+            file.output += options.format == Format::json ? info_json(*file.source, model)
+                                                          : info_text(*file.source, model, colour);
         }
     };
     return run_session(quiet, steps);
