@@ -124,6 +124,9 @@ const CommandLine command_lines[] = {
     {"check good.zlm --format json", 0, R"({"version":2,"type":"summary","files":1,"errors":0)",
      nothing},
     {"check bad.zlm -q --report short=r >/dev/null; cat r", 0, "bad.zlm:8:1: error: ", nothing},
+    {"check bad.zlm good.zlm --format junit", 1,
+     "<testcase name=\"no findings\" classname=\"good.zlm\"/>", nothing},
+    {"check --bogus --format junit", 2, "<testcase name=\"usage\" classname=\"orvex\">", nothing},
     {"check bad.zlm --report short=none/r", 2, "cannot write `none/r`: No such file", "2 errors"},
     {"check good.zlm --translator ./none", 2, "error[translator-failed]: ", "1 error"},
     {"check bad.zlm >/dev/full", 2, nothing, "cannot write standard output: No space left"},
@@ -491,7 +494,7 @@ TEST(Documents, CompletionsOfferTheWarnings) {
         "bash complete --warn = name-unu; bash complete --report =; bash complete --format s");
     EXPECT_EQ(result.out,
               "1\noff\nnote\nwarning\nerror\nwarning\nname-unused=\n"
-              "text=\nshort=\njson=\nsarif=\ngithub=\nshort\nsarif\n");
+              "text=\nshort=\njson=\nsarif=\ngithub=\njunit=\nshort\nsarif\n");
     EXPECT_EQ(result.err, "");
 }
 

@@ -3,6 +3,7 @@
 #include "frontend/base/spelling.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/finding.h"
+#include "frontend/findings/junit.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/report.h"
 #include "frontend/findings/wording.h"
@@ -365,6 +366,80 @@ TEST(Schemas, HoldForJsonAndSarif) {
         << result.err;
 }
 
+// JUnit.
+
+string junit(const std::vector<Finding>& findings, std::size_t hidden = 0) {
+    JunitReport report;
+    add_file(report, "clean.zlm");
+    add_file(report, "model.zlm");
+    for (const Finding& finding : findings) add_finding(report, finding);
+    return junit_text(report, {2, 0, 0, hidden, 0});
+}
+
+TEST(Junit, HasASuiteForEachFile) {
+    const Finding note{
+        Severity::note, "plus-joined", "a < b & \"c\"", {"m\n\xFF", 2, 1, 1, 0, 0, ""}, {}};
+    EXPECT_EQ(
+        junit({whole_file, note}, 3),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<testsuites name=\"orvex\" tests=\"5\" failures=\"1\" errors=\"0\">\n"
+        "<testsuite name=\"clean.zlm\" tests=\"1\" failures=\"0\" errors=\"0\">\n"
+        "<testcase name=\"no findings\" classname=\"clean.zlm\"/>\n"
+        "</testsuite>\n"
+        "<testsuite name=\"model.zlm\" tests=\"1\" failures=\"0\" errors=\"0\">\n"
+        "<testcase name=\"no findings\" classname=\"model.zlm\"/>\n"
+        "</testsuite>\n"
+        "<testsuite name=\"a b,c:100%.zlm\" tests=\"1\" failures=\"1\" errors=\"0\">\n"
+        "<testcase name=\"model-missing\" classname=\"a b,c:100%.zlm\" file=\"a b,c:100%.zlm\">"
+        "<failure type=\"warning\" message=\"no model\">warning[model-missing]: no model\n"
+        " --&gt; a b,c:100%.zlm</failure></testcase>\n"
+        "</testsuite>\n"
+        "<testsuite name=\"m \xEF\xBF\xBD\" tests=\"1\" failures=\"0\" errors=\"0\">\n"
+        "<testcase name=\"plus-joined at 2:1\" classname=\"m \xEF\xBF\xBD\" "
+        "file=\"m \xEF\xBF\xBD\" line=\"2\"><system-out>note[plus-joined]: a &lt; b &amp; "
+        "&quot;c&quot;\n --&gt; m\xEF\xBF\xBD\xEF\xBF\xBD:2:1\n  |\n2 |\n  | "
+        "^</system-out></testcase>\n"
+        "</testsuite>\n"
+        "<testsuite name=\"orvex\" tests=\"1\" failures=\"0\" errors=\"0\">\n"
+        "<testcase name=\"more errors\" classname=\"orvex\"><system-out>" +
+            string(more_errors) +
+            "</system-out></testcase>\n"
+            "</testsuite>\n"
+            "</testsuites>\n");
+}
+
+// Each suite with its counts, as a parser of XML reads them, and how many tests it has.
+const char* const read_junit = R"(for python in python3 /usr/bin/python3 none; do
+"$python" -c 'import xml.etree' 2>/dev/null && break
+done; [ $python != none ] || exit 99
+"$python" -c 'import sys, xml.etree.ElementTree as tree
+for path in sys.argv[1:]:
+    for suite in tree.parse(path).getroot():
+        print(suite.get("tests"), suite.get("failures"), len(suite.findall("testcase")),
+              len(suite.findall("testcase/failure")), ascii(suite.get("name")))' all.xml none.xml)";
+
+TEST(Junit, IsWellFormedWithAnyBytes) {
+    string bytes;
+    for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
+    std::vector<Finding> findings = all_kinds;
+    findings.push_back(at(bytes + string(1, '\0') + "]]>\xEF\xBF\xBE\xED\xA0\x80", 40, 42, bytes));
+    findings.back().message = bytes;
+    const harness::Folder folder;
+    folder.write("all.xml", junit(findings));
+    folder.write("none.xml", junit({}));
+    const harness::Result result = folder.shell(read_junit);
+    if (result.status == 99) GTEST_SKIP() << "no python3";
+    EXPECT_EQ(result.err, "");
+    const std::vector<string> lines = harness::lines_of(result.out);
+    ASSERT_EQ(lines.size(), 11U) << result.out;
+    EXPECT_EQ(lines[0], "1 0 1 0 'clean.zlm'");
+    EXPECT_EQ(lines[1], "1 1 1 1 'model.zlm'");
+    EXPECT_EQ(lines[3], "1 1 1 1 'orvex'");
+    EXPECT_EQ(lines[5], "1 1 1 1 './a\\ufffd'");
+    EXPECT_TRUE(lines[8].starts_with("1 1 1 1 '\\ufffd\\ufffd")) << lines[8];
+    EXPECT_EQ(lines[10], "1 0 1 0 'model.zlm'");
+}
+
 // Spelling.
 
 TEST(Spelling, FindsTheNearest) {
@@ -375,17 +450,17 @@ TEST(Spelling, FindsTheNearest) {
         string found;
     } const rows[] = {
         {"SECTOR", keywords, "SECTORS"},
-        {"PRDO", keywords, "PROD"},      // a swap is one step, and 4 / 3 allows one
-        {"PRODUC", keywords, "PROD"},    // 6 / 3 allows two
-        {"PRODUCT", keywords, ""},       // 7 / 3 allows two, three are needed
-        {"prod", keywords, ""},          // the word itself
-        {"PZ", {"PX", "PY"}, ""},        // equally near
-        {"PZ", {"PX", "px"}, "PX"},      // one name twice
+        {"PRDO", keywords, "PROD"},    // a swap is one step, and 4 / 3 allows one
+        {"PRODUC", keywords, "PROD"},  // 6 / 3 allows two
+        {"PRODUCT", keywords, ""},     // 7 / 3 allows two, three are needed
+        {"prod", keywords, ""},        // the word itself
+        {"PZ", {"PX", "PY"}, ""},      // equally near
+        {"PZ", {"PX", "px"}, "PX"},    // one name twice
         {"PZA", {"PXA", "PYA", "PZAB", "PZ"}, ""},
         {"ABCDEF", {"ABC", "ABCDXY", "ABCDEX"}, "ABCDEX"},  // nearer than two that are equally near
-        {"P", {"PX", "Q"}, "PX"},        // one step, however short the word
-        {"AB", {"ABCD", "ABC"}, "ABC"},  // the nearer, not the first
-        {"CA", {"ABC"}, ""},             // no change within a swap
+        {"P", {"PX", "Q"}, "PX"},                           // one step, however short the word
+        {"AB", {"ABCD", "ABC"}, "ABC"},                     // the nearer, not the first
+        {"CA", {"ABC"}, ""},                                // no change within a swap
         {"P", {""}, ""},
         {"Q", {"P"}, ""},  // nothing in common
     };

@@ -28,7 +28,7 @@ complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'Li
 set -l with_files '__fish_seen_subcommand_from translate check info graph'
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_files -l model -x -d 'Look at this model only'
-complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github=' -d 'Write the findings to a file too'
+complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Write the findings to a file too'
 complete -c orvex -n $with_files -l max-errors -x -d 'Show at most so many errors of a file'
 complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
 complete -c orvex -n $with_files -l translator -r -F -d 'The orvexpp to run'
@@ -36,7 +36,7 @@ complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
 complete -c orvex -n '__fish_seen_subcommand_from translate check info graph explain' -l color -x -a 'auto always never' -d 'Colours'
 
 set -l with_formats '__fish_seen_subcommand_from translate check info'
-complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github' -d 'Form of the findings'
+complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github junit' -d 'Form of the findings'
 
 set -l with_runs '__fish_seen_subcommand_from translate check'
 complete -c orvex -n $with_runs -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'

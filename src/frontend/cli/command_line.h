@@ -21,7 +21,8 @@ struct ParsedCommandLine {
 };
 
 // Options may come before or after the command; --help wins over every error but an unknown
-// command. Of a wrong use the options say at least the command, where that is known, and the format that is asked for.
+// command. Of a wrong use the options say at least the command, where that is known, and the format
+// that is asked for.
 ParsedCommandLine parse_command_line(int argc, char** argv);
 
 }  // namespace orvex::frontend

@@ -51,7 +51,7 @@ constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check)
 constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
 
-const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github"};
+const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github", "junit"};
 const std::vector<std::string> picture_names = {"dot", "svg", "mermaid", "json", "table"};
 const std::vector<std::string> colour_names = {"auto", "always", "never"};
 const std::vector<std::string> level_names = {"off", "note", "warning", "error"};
@@ -198,9 +198,10 @@ const OptionRow option_rows[] = {
     {"--model", "NAME", with_files, "look at the model of this name only",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
     {"--format", "FORMAT", bit(Command::info),
-     "names as text (default) or json; findings also as short, sarif or github", take_format},
+     "names as text (default) or json; findings also as short, sarif, github or junit",
+     take_format},
     {"--format", "FORMAT", with_warnings,
-     "findings as text (default), short, json, sarif or github", take_format},
+     "findings as text (default), short, json, sarif, github or junit", take_format},
     {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
      take_report},
     {"--warn", "[CODE=]LEVEL", with_warnings,

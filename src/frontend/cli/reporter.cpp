@@ -48,6 +48,20 @@ void write(Reporter& reporter, Report& report, std::string_view text) {
     }
 }
 
+void add(Reporter& reporter, Report& report, const Finding& finding) {
+    if (report.format == Format::junit) {
+        add_finding(report.junit, finding);
+        return;
+    }
+    write(reporter, report, report_finding(report.format, finding, report.first, report.colour));
+    report.first = false;
+}
+
+std::string tail(const Report& report, const Summary& summary) {
+    return report.format == Format::junit ? junit_text(report.junit, summary)
+                                          : report_tail(report.format, summary);
+}
+
 bool for_people(Format format) { return format == Format::text || format == Format::brief; }
 
 // "1 error, 2 warnings in 3 files"; empty where there is nothing to say.
@@ -98,7 +112,7 @@ void write_report_files(Reporter& reporter) {
     for (std::size_t i = 1; i < reporter.reports.size(); ++i) {
         Report& report = reporter.reports[i];
         bool changed = false;
-        const std::string text = report.text + report_tail(report.format, reporter.summary);
+        const std::string text = report.text + tail(report, reporter.summary);
         if (put_file(report.path, text, changed)) continue;
         const int error = errno;
         if (interrupt_signal() != 0) return;
@@ -131,14 +145,17 @@ void begin(Reporter& reporter) {
     reporter.progress = !options.quiet && for_people(options.format) && is_terminal(reporter.err);
 }
 
+void begin_file(Reporter& reporter, const std::string& path) {
+    ++reporter.summary.files;
+    for (Report& report : reporter.reports) {
+        if (report.format == Format::junit) add_file(report.junit, path);
+    }
+}
+
 void show(Reporter& reporter, const Finding& finding) {
     hide_progress(reporter);
     count(reporter, finding);
-    for (Report& report : reporter.reports) {
-        write(reporter, report,
-              report_finding(report.format, finding, report.first, report.colour));
-        report.first = false;
-    }
+    for (Report& report : reporter.reports) add(reporter, report, finding);
 }
 
 void put_output(Reporter& reporter, const std::string& output) {
@@ -182,7 +199,7 @@ int end(Reporter& reporter, const std::string& news) {
     write_report_files(reporter);
     if (interrupt_signal() != 0) return reporter.summary.status;
     Report& report = reporter.reports.front();
-    write(reporter, report, report_tail(report.format, reporter.summary));
+    write(reporter, report, tail(report, reporter.summary));
     const bool good = flush(reporter.out);
     tell(reporter, news);
     if (!good) {

@@ -5,6 +5,7 @@
 #include "frontend/base/streams.h"
 #include "frontend/cli/options.h"
 #include "frontend/findings/finding.h"
+#include "frontend/findings/junit.h"
 #include "frontend/findings/report.h"
 
 #include <chrono>
@@ -22,6 +23,7 @@ struct Report {
     bool first = true;
     // Of a file, until it is written.
     std::string text;
+    JunitReport junit;
 };
 
 struct Reporter {
@@ -42,6 +44,9 @@ struct Reporter {
 
 // Writes the heads of all reports.
 void begin(Reporter& reporter);
+
+// Begins a file, whose findings follow. Counts it.
+void begin_file(Reporter& reporter, const std::string& path);
 
 // Shows a finding in all reports, and counts it.
 void show(Reporter& reporter, const Finding& finding);
@@ -64,7 +69,8 @@ void hide_progress(Reporter& reporter);
 // the exit status.
 int end(Reporter& reporter, const std::string& news);
 
-// A wrong use of the program, in the format that the options ask for. Returns the exit status.
+// A wrong use of the program, in the format that the options ask for, and in the files of --report
+// that are none of the options' files. Returns the exit status.
 int report_usage(const Options& options, const std::string& text, const std::string& hint);
 
 // "1 error", "2 errors", "no errors".

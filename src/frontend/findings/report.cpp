@@ -154,12 +154,13 @@ std::string severity_name(Severity severity) {
 }
 
 std::optional<Format> format_of(std::string_view name) {
-    constexpr std::array<std::pair<std::string_view, Format>, 5> formats{
+    constexpr std::array<std::pair<std::string_view, Format>, 6> formats{
         {{"text", Format::text},
          {"short", Format::brief},
          {"json", Format::json},
          {"sarif", Format::sarif},
-         {"github", Format::github}}};
+         {"github", Format::github},
+         {"junit", Format::junit}}};
     for (const auto& [known, format] : formats) {
         if (known == name) return format;
     }
@@ -176,9 +177,10 @@ std::string report_finding(Format format, const Finding& finding, bool first, bo
     case Format::brief: return brief(finding) + '\n';
     case Format::json: return json_finding(finding);
     case Format::sarif: return sarif_finding(finding, first);
-    case Format::github: break;
+    case Format::github: return annotation(finding) + '\n';
+    case Format::junit: break;
     }
-    return annotation(finding) + '\n';
+    return {};
 }
 
 std::string report_tail(Format format, const Summary& summary) {

@@ -11,7 +11,7 @@
 
 namespace orvex::frontend {
 
-enum class Format { text, brief, json, sarif, github };
+enum class Format { text, brief, json, sarif, github, junit };
 
 // The format of that name ("short" is brief); none for another name.
 std::optional<Format> format_of(std::string_view name);
@@ -27,12 +27,13 @@ struct Summary {
     int status = 0;
 };
 
-// What github and sarif end with where there is more.
+// What github, junit and sarif end with where there is more.
 constexpr std::string_view more_errors =
     "there are more errors: `--max-errors` limits what is shown of a file";
 
 // The text of each part of a report, to be written one after the other. A report without findings
-// is valid in its format. `colour` matters to text alone.
+// is valid in its format. `colour` matters to text alone. Those of junit are empty
+// (findings/junit.h).
 std::string report_head(Format format);
 std::string report_finding(Format format, const Finding& finding, bool first, bool colour);
 std::string report_tail(Format format, const Summary& summary);

@@ -108,7 +108,7 @@ void finish(Session& session, std::size_t index) {
     stop_if_interrupted();
     File& file = session.files[index];
     Reporter& reporter = session.reporter;
-    ++reporter.summary.files;
+    begin_file(reporter, shown_path(session, index));
     if (!session.options.model.empty() && file.source != nullptr)
         keep_unknown_models(session, file.checked.findings);
     if (session.steps.finish && file.source != nullptr) {
