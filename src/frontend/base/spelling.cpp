@@ -58,9 +58,8 @@ std::string nearest(std::string_view word, const std::vector<std::string>& candi
 }
 
 std::string nearest_word(std::string_view word, const std::vector<std::string>& candidates) {
-    const auto same = std::find_if(candidates.begin(), candidates.end(), [&](const auto& other) {
-        return is_same(word, other);
-    });
+    const auto same = std::find_if(candidates.begin(), candidates.end(),
+                                   [&](const auto& other) { return is_same(word, other); });
     if (same != candidates.end()) return *same == word ? std::string() : *same;
     return nearest(word, candidates);
 }

@@ -1,7 +1,10 @@
 #include "frontend/cli/inputs.h"
 
+#include "frontend/base/bytes.h"
+
 #include <algorithm>
 #include <filesystem>
+#include <glob.h>
 #include <system_error>
 
 namespace orvex::frontend {
@@ -9,6 +12,12 @@ namespace orvex::frontend {
 namespace fs = std::filesystem;
 
 namespace {
+
+bool is_model_file(const fs::path& path) {
+    std::string extension = path.extension().string();
+    make_upper(extension);
+    return extension == ".ZLM";
+}
 
 // The files of one folder go to `found`, and its folders to `folders`. What cannot be read is
 // found, too: the reading of it then says why.
@@ -22,11 +31,27 @@ void look_into(const fs::path& folder, std::vector<fs::path>& folders,
         std::error_code ignored;
         if (entry->is_directory(ignored)) {
             if (!entry->is_symlink(ignored)) folders.push_back(path);
-        } else if (path.extension() == ".zlm") {
+        } else if (is_model_file(path)) {
             found.push_back(path.string());
         }
     }
     if (error) found.push_back(folder.string());
+}
+
+// Nothing where no path matches; the pattern itself where that cannot be said, as a folder cannot
+// be read.
+std::vector<std::string> matches(const std::string& pattern) {
+    glob_t found{};
+    std::vector<std::string> paths;
+    int result = ::glob(pattern.c_str(), 0, nullptr, &found);
+    if (result == 0) paths.assign(found.gl_pathv, found.gl_pathv + found.gl_pathc);
+    ::globfree(&found);
+    if (result == GLOB_NOMATCH) {
+        result = ::glob(pattern.c_str(), GLOB_ERR, nullptr, &found);
+        ::globfree(&found);
+    }
+    if (result == GLOB_ABORTED) paths.push_back(pattern);
+    return paths;
 }
 
 std::vector<std::string> search(const std::string& path) {
@@ -50,6 +75,21 @@ bool is_folder(const std::string& path) {
 bool may_wait(const std::string& path) {
     std::error_code ignored;
     return path == "-" || fs::is_other(path, ignored);
+}
+
+std::vector<std::string> expand_patterns(const std::vector<std::string>& paths) {
+    std::vector<std::string> files;
+    for (const std::string& path : paths) {
+        std::error_code ignored;
+        if (path.find_first_of("*?[") == std::string::npos || fs::exists(path, ignored)) {
+            files.push_back(path);
+            continue;
+        }
+        const std::vector<std::string> found = matches(path);
+        if (found.empty()) throw UsageError{"no file matches `" + path + "`", ""};
+        files.insert(files.end(), found.begin(), found.end());
+    }
+    return files;
 }
 
 std::vector<std::string> expand_folders(const std::vector<std::string>& paths) {

@@ -156,7 +156,7 @@ void reserve_paths(const Options& options, Inputs& inputs) {
 }
 
 void find_files(Session& session) {
-    const std::vector<std::string>& given = session.options.files;
+    const std::vector<std::string> given = expand_patterns(session.options.files);
     if (!session.steps.searches_folders) refuse_folders(given);
     take_paths(session.inputs, session.steps.searches_folders ? expand_folders(given) : given);
     reserve_paths(session.options, session.inputs);
