@@ -116,20 +116,39 @@ void refuse(ParsedCommandLine& parsed, std::string text, std::string hint = "") 
                                                  " --help` lists the options";
 }
 
-// A wrong use is to be told in the format that is asked for, even where the rest is wrong.
+// The values of an option, also where the rest of the command line is wrong.
+std::vector<std::string> asked_values(const std::vector<std::string>& arguments,
+                                      const std::string& name) {
+    std::vector<std::string> values;
+    for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+        if (arguments[i] == name && i + 1 < arguments.size()) {
+            values.push_back(arguments[i + 1]);
+        } else if (arguments[i].starts_with(name + "=")) {
+            values.push_back(arguments[i].substr(name.size() + 1));
+        }
+    }
+    return values;
+}
+
+// Wrong use is reported in the format that is asked for.
 Format asked_format(const std::vector<std::string>& arguments) {
     Format format = Format::text;
-    for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
-        constexpr std::string_view name = "--format";
-        std::string_view value;
-        if (arguments[i] == name && i + 1 < arguments.size()) {
-            value = arguments[i + 1];
-        } else if (arguments[i].starts_with("--format=")) {
-            value = std::string_view(arguments[i]).substr(name.size() + 1);
-        }
+    for (const std::string& value : asked_values(arguments, "--format"))
         format = format_of(value).value_or(format);
-    }
     return format;
+}
+
+// Wrong use is reported in the files of --report, too. Any word may be one of the input files,
+// which must not be among them.
+void take_reports(const std::vector<std::string>& arguments, Options& options) {
+    constexpr std::string_view name = "--report";
+    options.files = arguments;
+    options.reports.clear();
+    for (const OptionRow& row : option_table()) {
+        if (long_name(row) != name) continue;
+        for (const std::string& value : asked_values(arguments, std::string(name)))
+            row.take(options, value);
+    }
 }
 
 void refuse_command(ParsedCommandLine& parsed, const std::string& word) {
@@ -227,6 +246,26 @@ std::string option_without_value(const std::vector<std::string>& arguments) {
     return "";
 }
 
+// Takes the options and files of the command, or finds what is wrong with them.
+void read_options(const std::vector<std::string>& arguments, const Words& words,
+                  ParsedCommandLine& parsed) {
+    Options& options = parsed.options;
+    options.format = asked_format(arguments);
+    if (!words.plain.empty() && options.command == Command::none)
+        refuse_command(parsed, words.plain.front());
+    if (!words.unknown.empty()) refuse_option(parsed, words.unknown.front());
+    if (!words.wrong.empty()) refuse(parsed, words.wrong);
+    if (words.plain.empty()) refuse(parsed, "no command is given");
+    if (const std::string name = option_without_value(arguments); !name.empty()) {
+        refuse(parsed, "`" + name + "` needs a value");
+    }
+    if (parsed.done) return;
+
+    options.files.assign(words.plain.begin() + 1, words.plain.end());
+    for (const auto& [name, values] : words.options) take_option(parsed, name, values);
+    look_over(parsed);
+}
+
 }  // namespace
 
 ParsedCommandLine parse_command_line(int argc, char** argv) {
@@ -243,19 +282,8 @@ ParsedCommandLine parse_command_line(int argc, char** argv) {
         return print(help_of(options.command));
     if (was_given(words, "--version")) return print("orvex " ORVEX_VERSION "\n");
 
-    options.format = asked_format(arguments);
-    if (unknown) refuse_command(parsed, words.plain.front());
-    if (!words.unknown.empty()) refuse_option(parsed, words.unknown.front());
-    if (!words.wrong.empty()) refuse(parsed, words.wrong);
-    if (words.plain.empty()) refuse(parsed, "no command is given");
-    if (const std::string name = option_without_value(arguments); !name.empty()) {
-        refuse(parsed, "`" + name + "` needs a value");
-    }
-    if (parsed.done) return parsed;
-
-    options.files.assign(words.plain.begin() + 1, words.plain.end());
-    for (const auto& [name, values] : words.options) take_option(parsed, name, values);
-    look_over(parsed);
+    read_options(arguments, words, parsed);
+    if (parsed.done) take_reports(arguments, options);
     return parsed;
 }
 

@@ -2,6 +2,7 @@
 
 #include "frontend/base/files.h"
 #include "frontend/base/interrupts.h"
+#include "frontend/cli/inputs.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 
@@ -49,6 +50,7 @@ void write(Reporter& reporter, Report& report, std::string_view text) {
 }
 
 void add(Reporter& reporter, Report& report, const Finding& finding) {
+    if (report.is_mute) return;
     if (report.format == Format::junit) {
         add_finding(report.junit, finding);
         return;
@@ -106,6 +108,32 @@ void count(Reporter& reporter, const Finding& finding) {
         ++summary.warnings;
         if (reporter.options.error_on_warnings) summary.status = std::max(summary.status, 1);
     }
+}
+
+// The files that a command line may mean, also those in its folders.
+FileSet possible_inputs(const Options& options) {
+    FileSet inputs;
+    add_file(inputs, options.depfile);
+    for (const std::string& path : options.files) {
+        if (path == "-") add_file(inputs, "/dev/stdin");
+        try {
+            for (const std::string& file : expand_folders(expand_patterns({path})))
+                add_file(inputs, file);
+        } catch (const UsageError&) {
+            // There is no such file.
+        }
+    }
+    return inputs;
+}
+
+// Takes away the files of --report that are inputs: wrong use must not write over them.
+void drop_inputs(Options& options) {
+    FileSet reports;
+    for (const auto& [format, path] : options.reports) add_file(reports, path);
+    if (reports.empty()) return;
+    const FileSet inputs = possible_inputs(options);
+    std::erase_if(options.reports,
+                  [&](const auto& report) { return has_file(inputs, report.second); });
 }
 
 void write_report_files(Reporter& reporter) {
@@ -213,15 +241,17 @@ int end(Reporter& reporter, const std::string& news) {
 int report_usage(const Options& options, const std::string& text, const std::string& hint) {
     Reporter reporter;
     reporter.options = options;
-    reporter.options.reports.clear();
-    if (for_people(options.format)) {
+    drop_inputs(reporter.options);
+    const bool is_plain = for_people(options.format);
+    if (is_plain) {
         put(reporter.err, "error: " + text + "\n");
         if (!hint.empty()) put(reporter.err, "help: " + hint + "\n");
-        flush(reporter.err);
-        return 2;
+        reporter.options.quiet = true;
     }
     begin(reporter);
+    reporter.reports.front().is_mute = is_plain;
     show_usage(reporter, text, hint);
+    reporter.reports.front().is_mute = false;
     return end(reporter, "");
 }
 

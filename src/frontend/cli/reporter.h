@@ -20,6 +20,8 @@ struct Report {
     // Empty for the command's stream.
     std::string path;
     bool colour = false;
+    // Findings are not written.
+    bool is_mute = false;
     bool first = true;
     // Of a file, until it is written.
     std::string text;
