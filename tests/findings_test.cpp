@@ -246,6 +246,9 @@ TEST(Github, EscapesWhatDividesACommand) {
               "(model.zlm:3:5)%0Ahelp: give the two things different names\n");
 }
 
+const std::vector<CodeCount> statistics{{"name-unused", Severity::warning, 12},
+                                        {"usage", Severity::error, 1}};
+
 TEST(Json, IsAnObjectALine) {
     EXPECT_EQ(
         report_finding(Format::json, usual, true, true),
@@ -265,6 +268,23 @@ TEST(Json, IsAnObjectALine) {
         report_tail(Format::json, {3, 2, 1, 4, 1}),
         R"({"version":2,"type":"summary","files":3,"errors":2,"warnings":1,"more":true,"hidden":4,"status":1})"
         "\n");
+    Summary summary;
+    summary.outputs = {{"a\xFF", "b"}, {}};
+    summary.statistics = statistics;
+    EXPECT_TRUE(
+        report_tail(Format::json, summary)
+            .ends_with("\"status\":0,\"written\":[\"a\xEF\xBF\xBD\",\"b\"],\"unchanged\":[],"
+                       "\"statistics\":[{\"code\":\"name-unused\",\"severity\":\"warning\","
+                       "\"count\":12},{\"code\":\"usage\",\"severity\":\"error\","
+                       "\"count\":1}]}\n"));
+}
+
+TEST(Text, EndsWithStatistics) {
+    Summary summary;
+    EXPECT_EQ(report_tail(Format::text, summary), "");
+    summary.statistics = statistics;
+    EXPECT_EQ(report_tail(Format::text, summary), "12  warning  name-unused\n 1  error    usage\n");
+    EXPECT_EQ(report_tail(Format::brief, summary), report_tail(Format::text, summary));
 }
 
 TEST(Sarif, HasRelativeLocations) {
@@ -309,7 +329,8 @@ string report(Format format, const std::vector<Finding>& findings, std::size_t h
     for (const Finding& finding : findings) {
         text += report_finding(format, finding, &finding == findings.data(), false);
     }
-    return text + report_tail(format, {1, findings.size(), 0, hidden, findings.empty() ? 0 : 1});
+    return text + report_tail(format, {1, findings.size(), 0, hidden, findings.empty() ? 0 : 1,
+                                       OutputFiles{{"a"}, {}}, statistics});
 }
 
 const std::vector<Finding> all_kinds{usual,

@@ -51,6 +51,9 @@ complete -c orvex -n '__fish_seen_subcommand_from translate' -s o -l out -x -a '
 complete -c orvex -n '__fish_seen_subcommand_from translate' -l header -r -F -d 'Path of the header file'
 complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d 'Write what the outputs depend on'
 
+complete -c orvex -n '__fish_seen_subcommand_from check' -l statistics -d 'Count the findings of each code'
+complete -c orvex -n '__fish_seen_subcommand_from check' -l exit-zero -d 'End with status 0 in spite of findings'
+
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot svg mermaid json table' -d 'Form of the picture'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what is connected to this name'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many steps away from it'

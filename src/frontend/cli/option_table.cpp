@@ -211,6 +211,16 @@ const OptionRow option_rows[] = {
          o.error_on_warnings = true;
          return std::string();
      }},
+    {"--statistics", "", bit(Command::check), "count the findings of each code",
+     [](Options& o, const std::string&) {
+         o.statistics = true;
+         return std::string();
+     }},
+    {"--exit-zero", "", bit(Command::check), "end with status 0 in spite of findings",
+     [](Options& o, const std::string&) {
+         o.exit_zero = true;
+         return std::string();
+     }},
     {"--max-errors", "N", with_files, "show at most N errors of a file (default: 20; 0: all)",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
     {"-j,--jobs", "N", with_warnings, "work on N files at once",

@@ -32,6 +32,10 @@ struct Options {
     // --warn CODE=LEVEL; "all" for --warn LEVEL.
     std::map<std::string, Severity> levels;
     bool error_on_warnings = false;
+    // Counts for each code, after the findings.
+    bool statistics = false;
+    // Status 0 in spite of findings.
+    bool exit_zero = false;
 
     // How files are read and translated.
 

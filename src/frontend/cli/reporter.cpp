@@ -100,6 +100,7 @@ void tell(Reporter& reporter, const std::string& news) {
 
 void count(Reporter& reporter, const Finding& finding) {
     Summary& summary = reporter.summary;
+    ++reporter.counts[{finding.code, finding.severity}];
     if (finding.severity == Severity::error) {
         ++summary.errors;
         summary.status = std::max(summary.status, status_of(finding.code));
@@ -108,6 +109,17 @@ void count(Reporter& reporter, const Finding& finding) {
         ++summary.warnings;
         if (reporter.options.error_on_warnings) summary.status = std::max(summary.status, 1);
     }
+}
+
+// What the options make of the summary.
+void complete(Reporter& reporter) {
+    Summary& summary = reporter.summary;
+    if (reporter.options.exit_zero && summary.status == 1) summary.status = 0;
+    if (!reporter.options.statistics) return;
+    std::vector<CodeCount>& rows = summary.statistics.emplace();
+    for (const auto& [key, count] : reporter.counts) rows.push_back({key.first, key.second, count});
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const CodeCount& a, const CodeCount& b) { return a.count > b.count; });
 }
 
 // The files that a command line may mean, also those in its folders.
@@ -224,7 +236,9 @@ void hide_progress(Reporter& reporter) {
 
 int end(Reporter& reporter, const std::string& news) {
     hide_progress(reporter);
+    complete(reporter);
     write_report_files(reporter);
+    complete(reporter);
     if (interrupt_signal() != 0) return reporter.summary.status;
     Report& report = reporter.reports.front();
     write(reporter, report, tail(report, reporter.summary));

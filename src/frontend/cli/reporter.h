@@ -10,7 +10,9 @@
 
 #include <chrono>
 #include <cstddef>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvex::frontend {
@@ -35,6 +37,7 @@ struct Reporter {
     // The first is that of the stream.
     std::vector<Report> reports;
     Summary summary;
+    std::map<std::pair<std::string, Severity>, std::size_t> counts;
     // Of the first error.
     std::string first_code;
     std::chrono::steady_clock::time_point shown;

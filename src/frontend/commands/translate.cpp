@@ -52,8 +52,8 @@ void write_depfile(const Options& options, const Placed& placed, Reporter& repor
 }
 
 std::string summary_line(const Placed& placed) {
-    const std::size_t unchanged = placed.outputs.size() - placed.written;
-    std::string text = "wrote " + counted(placed.written, "file");
+    const std::size_t unchanged = placed.files.unchanged.size();
+    std::string text = "wrote " + counted(placed.files.written.size(), "file");
     if (unchanged > 0) text += ", " + std::to_string(unchanged) + " unchanged";
     if (placed.untranslated > 0)
         text += "; " + counted(placed.untranslated, "model") + " not translated";
@@ -74,7 +74,10 @@ int run_translate(const Options& options) {
     steps.end = [&](Reporter& reporter, const Inputs& inputs) {
         write_depfile(options, placed, reporter, inputs);
     };
-    steps.summary_line = [&] { return summary_line(placed); };
+    steps.summarise = [&](Summary& summary) {
+        summary.outputs = placed.files;
+        return summary_line(placed);
+    };
     return run_session(options, steps);
 }
 

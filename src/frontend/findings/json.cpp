@@ -41,6 +41,15 @@ Json spans_of(const Span& span, bool primary) {
     return spans;
 }
 
+Json statistics(const std::vector<CodeCount>& counts) {
+    Json list = Json::array();
+    for (const CodeCount& row : counts) {
+        list.push_back(
+            {{"code", row.code}, {"severity", severity_name(row.severity)}, {"count", row.count}});
+    }
+    return list;
+}
+
 // SARIF.
 
 // A byte of a path in a URI.
@@ -134,15 +143,20 @@ std::string json_finding(const Finding& finding) {
 }
 
 std::string json_summary(const Summary& summary) {
-    return dumped({{"version", 2},
-                   {"type", "summary"},
-                   {"files", summary.files},
-                   {"errors", summary.errors},
-                   {"warnings", summary.warnings},
-                   {"more", summary.hidden > 0},
-                   {"hidden", summary.hidden},
-                   {"status", summary.status}}) +
-           '\n';
+    Json json = {{"version", 2},
+                 {"type", "summary"},
+                 {"files", summary.files},
+                 {"errors", summary.errors},
+                 {"warnings", summary.warnings},
+                 {"more", summary.hidden > 0},
+                 {"hidden", summary.hidden},
+                 {"status", summary.status}};
+    if (summary.outputs) {
+        json["written"] = summary.outputs->written;
+        json["unchanged"] = summary.outputs->unchanged;
+    }
+    if (summary.statistics) json["statistics"] = statistics(*summary.statistics);
+    return dumped(json) + '\n';
 }
 
 std::string sarif_head() {

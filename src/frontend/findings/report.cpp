@@ -129,6 +129,24 @@ std::string annotation(const Finding& finding) {
     return text + "::" + escaped(annotation_text(finding), in_text);
 }
 
+// Statistics.
+
+// A line for each code: its count, flush right, its severity and the code.
+std::string table_of(const std::vector<CodeCount>& counts) {
+    constexpr std::size_t severity_width = 7;
+    std::size_t width = 0;
+    for (const CodeCount& row : counts) width = std::max(width, std::to_string(row.count).size());
+    std::string text;
+    for (const CodeCount& row : counts) {
+        const std::string count = std::to_string(row.count);
+        std::string severity = severity_name(row.severity);
+        severity.resize(severity_width, ' ');
+        text += std::string(width - count.size(), ' ') + count + "  " + severity + "  " + row.code +
+                '\n';
+    }
+    return text;
+}
+
 }  // namespace
 
 Paint paint_of(Severity severity) {
@@ -188,6 +206,8 @@ std::string report_tail(Format format, const Summary& summary) {
     if (format == Format::sarif) return sarif_tail(summary);
     if (format == Format::github && summary.hidden > 0)
         return "::notice::" + std::string(more_errors) + "\n";
+    const bool for_people = format == Format::text || format == Format::brief;
+    if (for_people && summary.statistics) return table_of(*summary.statistics);
     return {};
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -15,6 +16,19 @@ enum class Format { text, brief, json, sarif, github, junit };
 
 // The format of that name ("short" is brief); none for another name.
 std::optional<Format> format_of(std::string_view name);
+
+// How many findings have a code and a severity.
+struct CodeCount {
+    std::string code;
+    Severity severity = Severity::error;
+    std::size_t count = 0;
+};
+
+// Paths of outputs: those that were written, and those that would not have changed.
+struct OutputFiles {
+    std::vector<std::string> written;
+    std::vector<std::string> unchanged;
+};
 
 // What a report ends with.
 struct Summary {
@@ -25,6 +39,10 @@ struct Summary {
     std::size_t hidden = 0;
     // Exit status.
     int status = 0;
+    // Of translate.
+    std::optional<OutputFiles> outputs = std::nullopt;
+    // Where they are wanted, the most frequent first.
+    std::optional<std::vector<CodeCount>> statistics = std::nullopt;
 };
 
 // What github, junit and sarif end with where there is more.

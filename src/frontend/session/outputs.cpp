@@ -48,6 +48,10 @@ std::optional<Finding> clash(const std::string& path, const Span& span, const In
     return finding;
 }
 
+void note_output(const std::string& path, bool changed, OutputFiles& files) {
+    (changed ? files.written : files.unchanged).push_back(path);
+}
+
 // Both files of a model, or none: each is written before one of them gets its name, and one that is
 // written in its place, such as a device, is the first to be.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
@@ -67,14 +71,14 @@ bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& pla
         discard(files[second]);
         return false;
     }
+    note_output(paths[first], files[first].changed, placed.files);
     failed = paths[second];
     if (!commit(files[second])) return false;
+    note_output(paths[second], files[second].changed, placed.files);
     for (const std::string& path : paths) {
         placed.outputs.push_back(path);
         placed.taken.emplace(without_detours(path), span);
     }
-    placed.written +=
-        static_cast<std::size_t>(files[0].changed) + static_cast<std::size_t>(files[1].changed);
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include "frontend/cli/options.h"
 #include "frontend/findings/finding.h"
+#include "frontend/findings/report.h"
 #include "frontend/session/session.h"
 
 #include <cstddef>
@@ -15,7 +16,7 @@ namespace orvex::frontend {
 // The outputs of all files, for the depfile and the summary.
 struct Placed {
     std::vector<std::string> outputs;  // paths, generator then header file of each model
-    std::size_t written = 0;           // of them new or changed; the others were not touched
+    OutputFiles files;                 // the same, and one whose partner could not be written
     // Models without outputs, as there is an error in or before them.
     std::size_t untranslated = 0;
     std::map<std::string, Span> taken;  // the same paths without detours, and the models' places

@@ -202,8 +202,10 @@ int run_and_end(Session& session) {
         // Nobody reads on: the end says why.
     }
     stop_if_interrupted();
-    const std::string line = session.steps.summary_line ? session.steps.summary_line() : "";
-    const int status = end(session.reporter, line);
+    Reporter& reporter = session.reporter;
+    const std::string news =
+        session.steps.summarise ? session.steps.summarise(reporter.summary) : "";
+    const int status = end(reporter, news);
     stop_if_interrupted();
     return status;
 }

@@ -46,8 +46,8 @@ struct Steps {
     std::function<void(File&)> before_output;
     // After the last file.
     std::function<void(Reporter&, const Inputs&)> end;
-    // What begins the closing line.
-    std::function<std::string()> summary_line;
+    // Adds what was done to the summary, and returns what begins the closing line.
+    std::function<std::string(Summary&)> summarise;
 };
 
 // Runs a command. Returns the exit status. Throws UsageError where the command line is seen to be
