@@ -156,9 +156,7 @@ void write_report_files(Reporter& reporter) {
         if (put_file(report.path, text, changed)) continue;
         const int error = errno;
         if (interrupt_signal() != 0) return;
-        show(reporter, failure("output-unwritable",
-                               {{"path", report.path}, {"reason", system_message(error)}},
-                               whole_file(report.path)));
+        show(reporter, write_failure(report.path, error, whole_file(report.path)));
     }
 }
 

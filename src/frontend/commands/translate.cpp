@@ -1,6 +1,5 @@
 #include "frontend/commands/translate.h"
 
-#include "frontend/base/bytes.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
@@ -22,13 +21,9 @@ namespace {
 // One header path can take the header of one model only.
 void check_header(const Options& options, const std::vector<File>& files) {
     if (options.header.empty()) return;
-    std::string name = options.model;
-    make_upper(name);
     std::size_t models = 0;
     for (const File& file : files) {
-        if (file.source == nullptr) continue;
-        for (const ModelText& model : file.source->models)
-            models += static_cast<std::size_t>(name.empty() || model.name == name);
+        if (file.source != nullptr) models += asked_models(options, *file.source);
     }
     if (models > 1) {
         throw UsageError{"`--header` is for one model, and there are " + std::to_string(models),
@@ -47,8 +42,7 @@ void write_depfile(const Options& options, const Placed& placed, Reporter& repor
     if (put_file(path, depfile(placed.outputs, read), changed)) return;
     const int error = errno;
     stop_if_interrupted();
-    show(reporter, failure("output-unwritable", {{"path", path}, {"reason", system_message(error)}},
-                           whole_file(path)));
+    show(reporter, write_failure(path, error, whole_file(path)));
 }
 
 std::string summary_line(const Placed& placed) {
@@ -66,6 +60,7 @@ int run_translate(const Options& options) {
     Placed placed;
     Steps steps;
     steps.wanted.outputs = true;
+    steps.needs_names = true;
     steps.needs_all = !options.header.empty();
     steps.start = [&](const std::vector<File>& files) { check_header(options, files); };
     steps.finish = [&](File& file, const Inputs& inputs) {

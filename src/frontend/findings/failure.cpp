@@ -1,8 +1,10 @@
 #include "frontend/findings/failure.h"
 
+#include "frontend/base/streams.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/wording.h"
 
+#include <cerrno>
 #include <utility>
 #include <vector>
 
@@ -37,6 +39,11 @@ void set_help(Finding& finding, std::string text) {
     std::erase_if(finding.remarks,
                   [](const Remark& remark) { return remark.severity == Severity::help; });
     finding.remarks.push_back({Severity::help, std::move(text), {}});
+}
+
+Finding write_failure(const std::string& path, int error, Span span) {
+    const std::string reason = error == ENXIO ? "no program reads from it" : system_message(error);
+    return failure("output-unwritable", {{"path", path}, {"reason", reason}}, std::move(span));
 }
 
 }  // namespace orvex::frontend

@@ -17,4 +17,7 @@ Finding warning(std::string code, const Values& values, Span span, std::string_v
 // Replaces what the finding advises: it has at most one line of help.
 void set_help(Finding& finding, std::string text);
 
+// A file that could not be written, with the errno that says why.
+Finding write_failure(const std::string& path, int error, Span span);
+
 }  // namespace orvex::frontend

@@ -123,7 +123,6 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
                    const std::string& program, const Workplace& place) {
     Checked checked;
     const Selection selection = select_models(source, options.model, checked.findings);
-    checked.model_count = selection.models.size();
     const Court court{source, selection.models, program, place,
                       settings_of(source, options, wanted.outputs)};
     std::future<RunResult> run = start_judging(court);

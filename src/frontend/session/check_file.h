@@ -14,7 +14,6 @@ namespace orvex::frontend {
 
 struct Checked {
     std::vector<Finding> findings;    // ordered by line
-    std::size_t model_count = 0;      // of the models that are to be translated
     std::vector<Model> models;        // these, where they are wanted
     std::vector<Translated> outputs;  // of models without an error, in the order of the file
 };

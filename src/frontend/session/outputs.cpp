@@ -1,13 +1,16 @@
 #include "frontend/session/outputs.h"
 
-#include "frontend/base/streams.h"
+#include "frontend/base/bytes.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <optional>
+#include <set>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -32,20 +35,45 @@ std::string output_path(const Options& options, const std::string& name) {
 }
 
 // What keeps a path from being an output of the model; nothing where it can be one.
-std::optional<Finding> clash(const std::string& path, const Span& span, const Inputs& inputs,
-                             const Placed& placed) {
+std::optional<Finding> clash(const std::string& path, const Span& span, const Inputs& inputs) {
     if (has_file(inputs.files, path)) {
         return failure("output-is-input", {{"path", path}}, span);
     }
     if (inputs.reserved.contains(without_detours(path))) {
         return failure("output-repeated", {{"path", path}}, span, "reserved");
     }
-    const auto taken = placed.taken.find(without_detours(path));
-    if (taken == placed.taken.end()) return {};
+    return {};
+}
+
+// A model of the same name in another file: its outputs have the same paths.
+std::optional<Finding> namesake(const std::string& name, const std::string& path, const Span& span,
+                                const Inputs& inputs) {
+    const auto found = inputs.models.find(name);
+    if (found == inputs.models.end() || found->second.size() < 2) return {};
+    const std::vector<Span>& places = found->second;
     Finding finding = failure("output-repeated", {{"path", path}}, span);
+    const Span& other = places.front().path == span.path ? places.back() : places.front();
     finding.remarks.insert(finding.remarks.begin(),
-                           {Severity::note, "this model writes it", taken->second});
+                           {Severity::note, "this model has the same name", other});
     return finding;
+}
+
+// Names that more than one model of the file has.
+std::set<std::string_view> shared_names(const Source& source) {
+    std::set<std::string_view> names;
+    std::set<std::string_view> shared;
+    for (const ModelText& model : source.models) {
+        if (!names.insert(model.name).second) shared.insert(model.name);
+    }
+    return shared;
+}
+
+// Makes the folder of an output. Returns 0 or an errno.
+int make_folder(const std::string& path) {
+    const fs::path folder = fs::path(path).parent_path();
+    std::error_code error;
+    if (!folder.empty()) fs::create_directories(folder, error);
+    return error.value();
 }
 
 void note_output(const std::string& path, bool changed, OutputFiles& files) {
@@ -55,7 +83,7 @@ void note_output(const std::string& path, bool changed, OutputFiles& files) {
 // Both files of a model, or none: each is written before one of them gets its name, and one that is
 // written in its place, such as a device, is the first to be.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
-           const Span& span, std::string& failed) {
+           std::string& failed) {
     Pending files[2];  // generator, header
     const std::string_view texts[2] = {output.generator, output.header};
     for (int i = 0; i < 2; ++i) {
@@ -75,61 +103,67 @@ bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& pla
     failed = paths[second];
     if (!commit(files[second])) return false;
     note_output(paths[second], files[second].changed, placed.files);
-    for (const std::string& path : paths) {
-        placed.outputs.push_back(path);
-        placed.taken.emplace(without_detours(path), span);
-    }
+    placed.outputs.insert(placed.outputs.end(), std::begin(paths), std::end(paths));
     return true;
 }
 
-Finding write_failure(const std::string& path, int error, const Span& span) {
-    return failure("output-unwritable", {{"path", path}, {"reason", system_message(error)}}, span);
+// What keeps these paths from being the outputs of the model; nothing where they can be.
+std::optional<Finding> refusal(const std::string (&paths)[2], const std::string& name,
+                               const Span& span, const Inputs& inputs) {
+    for (const std::string& path : paths) {
+        if (std::optional<Finding> finding = clash(path, span, inputs)) return finding;
+    }
+    if (std::optional<Finding> finding = namesake(name, paths[0], span, inputs)) return finding;
+    if (without_detours(paths[0]) == without_detours(paths[1]))
+        return failure("output-repeated", {{"path", paths[1]}}, span);
+    for (const std::string& path : paths) {
+        if (const int error = make_folder(path); error != 0)
+            return write_failure(path, error, span);
+    }
+    return {};
 }
 
-void place_model(const Source& source, const Translated& model, const Options& options,
+// False, with a finding, where there is no output.
+bool place_model(const Source& source, const Translated& model, const Options& options,
                  const Inputs& inputs, Placed& placed, std::vector<Finding>& findings) {
     const Span span = record_span(source, source.models[model.model].line);
     const std::string& name = source.models[model.model].name;
     const std::string paths[2] = {
         output_path(options, name + ".GEN"),
         options.header.empty() ? output_path(options, name + ".HDR") : options.header};
-    for (const std::string& path : paths) {
-        if (std::optional<Finding> finding = clash(path, span, inputs, placed)) {
-            findings.push_back(*std::move(finding));
-            return;
-        }
-    }
-    if (without_detours(paths[0]) == without_detours(paths[1])) {
-        findings.push_back(failure("output-repeated", {{"path", paths[1]}}, span));
-        return;
+    if (std::optional<Finding> finding = refusal(paths, name, span, inputs)) {
+        findings.push_back(*std::move(finding));
+        return false;
     }
     std::string failed;
-    if (!place(paths, model.output, placed, span, failed)) {
-        findings.push_back(write_failure(failed, errno, span));
-    }
+    if (place(paths, model.output, placed, failed)) return true;
+    findings.push_back(write_failure(failed, errno, span));
+    return false;
 }
 
 }  // namespace
+
+std::size_t asked_models(const Options& options, const Source& source) {
+    if (options.model.empty()) return source.models.size();
+    std::string name = options.model;
+    make_upper(name);
+    return static_cast<std::size_t>(
+        std::count_if(source.models.begin(), source.models.end(),
+                      [&](const ModelText& model) { return model.name == name; }));
+}
 
 void place_outputs(File& file, const Options& options, const Inputs& inputs, Placed& placed) {
     const Source& source = *file.source;
     Checked& checked = file.checked;
     std::vector<Finding> findings;
     std::size_t placed_models = 0;
+    const std::set<std::string_view> shared = shared_names(source);
     for (const Translated& model : checked.outputs) {
-        if (has_failed(source.models[model.model], checked.findings, options)) continue;
-        ++placed_models;
-        std::error_code error;
-        fs::create_directories(options.out, error);
-        if (error) {
-            findings.push_back(
-                write_failure(output_path(options, source.models[model.model].name + ".GEN"),
-                              error.value(), record_span(source, source.models[model.model].line)));
-            continue;
-        }
-        place_model(source, model, options, inputs, placed, findings);
+        const ModelText& text = source.models[model.model];
+        if (has_failed(text, checked.findings, options) || shared.contains(text.name)) continue;
+        if (place_model(source, model, options, inputs, placed, findings)) ++placed_models;
     }
-    placed.untranslated += checked.model_count - placed_models;
+    placed.untranslated += asked_models(options, source) - placed_models;
     checked.findings.insert(checked.findings.end(), findings.begin(), findings.end());
 }
 

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
+#include <new>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -164,6 +166,35 @@ void find_files(Session& session) {
     session.is_read.resize(session.files.size());
 }
 
+void add_names(const Source& source, Inputs& inputs) {
+    std::set<std::string_view> of_file;
+    for (const ModelText& model : source.models) {
+        std::vector<Span>& places = inputs.models[model.name];
+        if (of_file.insert(model.name).second && places.size() < 2)
+            places.push_back(record_span(source, model.line));
+    }
+}
+
+// One file after another, so that no more than one is in memory. What cannot be read is reported
+// when it is checked.
+void find_names(Session& session) {
+    const std::size_t count = session.files.size();
+    for (std::size_t i = 0; i < count && count > 1; ++i) {
+        if (session.is_read[i]) {
+            if (session.files[i].source) add_names(*session.files[i].source, session.inputs);
+            continue;
+        }
+        Source source;
+        try {
+            if (!read_source(session.inputs.paths[i], source)) continue;
+        } catch (const std::bad_alloc&) {
+            continue;
+        }
+        source.path = shown_path(session, i);
+        add_names(source, session.inputs);
+    }
+}
+
 // Files whose reading may wait are read before the signals are caught: until then these end the
 // program at once.
 void read_first(Session& session) {
@@ -171,6 +202,7 @@ void read_first(Session& session) {
         if (session.steps.needs_all || may_wait(session.inputs.paths[i])) read(session, i);
     }
     if (session.steps.start) session.steps.start(session.files);
+    if (session.steps.needs_names) find_names(session);
 }
 
 void run_files(Session& session) {

@@ -8,6 +8,7 @@
 #include "frontend/session/check_file.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -28,6 +29,9 @@ struct Inputs {
     FileSet files;
     // Paths of reports and the depfile, without detours.
     std::set<std::string> reserved;
+    // Of several files, where those names are wanted: the models of each name, no more than two and
+    // of one file only the first.
+    std::map<std::string, std::vector<Span>> models;
 };
 
 // What a command does with its files. Steps that are left out do nothing.
@@ -38,6 +42,8 @@ struct Steps {
     // With all files that can be read, before any is checked: is the command line right for them?
     bool needs_all = false;
     std::function<void(const std::vector<File>&)> start;
+    // Must the names of all models be known before any file is checked?
+    bool needs_names = false;
     // With a file that has been checked, on any thread.
     std::function<void(File&)> work;
     // With each file in their order, before its findings are shown.
