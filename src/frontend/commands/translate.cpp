@@ -56,7 +56,10 @@ std::string summary_line(const Placed& placed) {
 
 }  // namespace
 
-int run_translate(const Options& options) {
+int run_translate(const Options& given) {
+    Options options = given;
+    // Nothing to translate is an error, unless the user has given it a level.
+    options.levels.try_emplace("model-missing", Severity::error);
     Placed placed;
     Steps steps;
     steps.wanted.outputs = true;
