@@ -217,6 +217,15 @@ const CommandLine command_lines[] = {
      "`./x` is given for two files"},
     {"translate good.zlm --depfile o/../M.HDR; ls M.GEN", 2, nothing,
      "error[output-repeated]: output `M.HDR` is also a report or the depfile"},
+    {"--version; mkfifo f; timeout 9 \"$ORVEX\" check --report json=f good.zlm", 2,
+     "error[output-unwritable]: cannot write `f`: no program reads from it\n", "1 error"},
+    {"--version; mkfifo f; timeout 9 \"$ORVEX\" translate --depfile f good.zlm; ls *.GEN", 0,
+     "M.GEN\n", "cannot write `f`: no program reads from it\n"},
+    {"--version; mkfifo f; timeout 9 \"$ORVEX\" translate --header f good.zlm; ls *.GEN", 2,
+     "orvex", "cannot write `f`: no program reads from it\n"},
+    {"--version; mkfifo f; cat f >r & sleep 0.1; \"$ORVEX\" check -q --report short=f bad.zlm; "
+     "wait; cat r",
+     0, "\nbad.zlm:8:1", nothing},
     {"translate --header /dev/full good.zlm; ls *.GEN", 2, nothing,
      "cannot write `/dev/full`: No space left"},
     {"--version; printf '#!/bin/sh\necho what >&2\n' >mute; chmod +x mute; "
@@ -426,9 +435,8 @@ TEST(Translate, AFailedWriteLeavesTheOldFile) {
 
 // What a command waits for, and the signal.
 const char* const waits[][2] = {
-    {"check --report json=fifo good.zlm", "INT"},
-    {"translate --header fifo good.zlm", "TERM"},
-    {"translate --depfile fifo --model N two.zlm", "HUP"},
+    {"translate --header full good.zlm", "TERM"},
+    {"translate --depfile full --model N two.zlm", "HUP"},
     {"check fifo good.zlm", "TERM"},
     {"check -j 1 --translator ./silent good.zlm bad.zlm", "INT"},
     {"check -j 2 --translator ./silent good.zlm bad.zlm", "HUP"},
@@ -450,7 +458,8 @@ TEST(Jobs, ASignalEndsEveryWait) {
         folder.write("M.GEN", "old");
         folder.write("many.zlm", model("M", unused_names(200)));
         const Result result = folder.shell(
-            "mkfifo fifo full; exec 9<>full; chmod +x silent deaf; mkdir tmp bin; export "
+            "mkfifo fifo full; exec 9<>full; dd if=/dev/zero of=full oflag=nonblock bs=4096 2>&-\n"
+            "chmod +x silent deaf; mkdir tmp bin; export "
             "HERE=\"$PWD\" TMPDIR=\"$PWD/tmp\" PATH=\"$PWD/bin:$PATH\"; cp silent bin/dot\n"
             "timeout -k 5 --preserve-status -s " +
             std::string(signal) + " 0.2 \"$ORVEX\" " + command +

@@ -45,6 +45,17 @@ std::string followed(const std::string& path) {
     return target.string();
 }
 
+// Opens a device or pipe, which must have a reader by now. -1, with errno set, where it cannot be
+// opened. Writing to it waits, as ever.
+int open_at_once(const std::string& path) {
+    const int file = open_file(path, O_WRONLY | O_NOCTTY | O_NONBLOCK);
+    if (file == -1) return -1;
+    const int flags = ::fcntl(file, F_GETFL);
+    if (flags != -1 && ::fcntl(file, F_SETFL, flags & ~O_NONBLOCK) != -1) return file;
+    ::close(file);
+    return -1;
+}
+
 // A new hidden file in the folder of the target. -1, with errno set, where there can be none.
 int open_temporary(Pending& pending) {
     static std::atomic<unsigned> counter = 0;
@@ -127,7 +138,7 @@ bool prepare(const std::string& path, std::string_view text, Pending& pending) {
 bool commit(Pending& pending) {
     if (!pending.changed) return true;
     if (pending.in_place) {
-        const int file = open_file(pending.target, O_WRONLY | O_NOCTTY);
+        const int file = open_at_once(pending.target);
         return file != -1 && close_written(file, write_all(file, pending.text));
     }
     if (::rename(pending.temporary.c_str(), pending.target.c_str()) == 0) return true;

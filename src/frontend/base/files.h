@@ -32,7 +32,8 @@ struct Pending {
 
 // Writes a new file beside the one at `path`, to take its name in commit(). Nothing is written
 // where the text would not change. A link is followed. What is no regular file, such as a device,
-// is written in place, by commit(); `text` must live until then. Both are false, with errno set,
+// is written in place, by commit(); `text` must live until then. A pipe that no program reads is an
+// error, ENXIO. Both are false, with errno set,
 // if that cannot be done, and leave no file.
 bool prepare(const std::string& path, std::string_view text, Pending& pending);
 bool commit(Pending& pending);
