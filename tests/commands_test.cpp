@@ -161,6 +161,24 @@ const CommandLine command_lines[] = {
     {"check --bogus --format junit", 2, "<testcase name=\"usage\" classname=\"orvex\">", nothing},
     {"check bad.zlm --report short=none/r", 2, "cannot write `none/r`: No such file", "2 errors"},
     {"check good.zlm --translator ./none", 2, "error[translator-failed]: ", "1 error"},
+    {"--version; export TMPDIR=none; \"$ORVEX\" check good.zlm", 2,
+     "error[temporary-folder-unusable]: cannot use the temporary folder `none`: No such file",
+     "1 error"},
+    {"--version; (ulimit -f 0; TMPDIR=$PWD/empty \"$ORVEX\" check good.zlm) | cat", 0,
+     "/empty`: File too large\n", nothing},
+    {"--version; printf '#!/bin/sh\necho \" *** Cannot write file: M.GEN: No space left\" >&2\n' "
+     ">full; chmod +x full; TMPDIR=empty \"$ORVEX\" check --translator ./full good.zlm --format "
+     "short",
+     2, "/empty`: No space left [temporary-folder-unusable]\n", "1 error in 1 file\n"},
+    {"--version; n=$(printf 'a\nb.zlm'); cp bad.zlm \"$n\"; \"$ORVEX\" check \"$n\"", 2,
+     "error[file-name-unusable]: the put file cannot be named after `a\uFFFDb.zlm`: it has a line "
+     "end",
+     "1 error in 1 file\n"},
+    {"--version; n=$(printf 'a\nb.zlm'); cp good.zlm \"$n\"; "
+     "\"$ORVEX\" translate --put-file p --depfile d \"$n\"; ls *.GEN",
+     0, "M.GEN\n", "cannot write `d`: make cannot read a name with a line end\n"},
+    {"--version; n=$(printf '%0252d'); cp good.zlm $n; \"$ORVEX\" check $n", 2,
+     "it is longer than 255 characters\n", "1 error in 1 file\n"},
     {"check bad.zlm >/dev/full", 2, nothing, "cannot write standard output: No space left"},
     {"codes >&-", 2, nothing, "cannot write standard output: Bad file descriptor"},
     {"codes | head -n 1", 0, "control-unreadable", nothing},
@@ -431,6 +449,22 @@ TEST(Translate, AFailedWriteLeavesTheOldFile) {
     EXPECT_EQ(result.out,
               "error[output-unwritable]: cannot write `r.json`: File too large\n2\nold\n"
               "many.zlm\nr.json\n");
+}
+
+// Memory that is not enough for a file ends neither the run nor the other files. Under a sanitizer
+// the program needs more than the limit to start.
+TEST(Commands, MissingMemoryNamesTheFile) {
+    const Folder folder;
+    write_files(folder);
+    const Result result = folder.shell(
+        "ulimit -v 400000; \"$ORVEX\" --version >&2 || exit 99\n"
+        "truncate -s 3G large.zlm; \"$ORVEX\" check --format short bad.zlm large.zlm warn.zlm");
+    if (result.status == 99) GTEST_SKIP() << "the limit is too small to start the program";
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.out.find("\nlarge.zlm: error: not enough memory for `large.zlm` "
+                              "[memory-exhausted]\nwarn.zlm:5:"),
+              std::string::npos)
+        << result.out;
 }
 
 // What a command waits for, and the signal.

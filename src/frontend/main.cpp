@@ -12,6 +12,7 @@
 #include "frontend/findings/messages.h"
 
 #include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -78,6 +79,10 @@ int main(int argc, char** argv) {
     guard_streams();
     try {
         return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        Stream err{2, "error: not enough memory\n", 0};
+        flush(err);
+        return 2;
     } catch (const std::exception& error) {
         Stream err{2, std::string("error: ") + error.what() + "\n", 0};
         flush(err);

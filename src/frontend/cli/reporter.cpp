@@ -26,9 +26,9 @@ constexpr std::string_view erase_line = "\r\x1b[K";
 // Those errors say that the work could not be done, not that a model is wrong.
 int status_of(std::string_view code) {
     constexpr std::string_view failures[] = {
-        "file-unreadable",   "graphviz-failed", "graphviz-timeout",
-        "output-unwritable", "result-unknown",  "translator-failed",
-        "read-failed",       "write-failed",    "usage"};
+        "file-name-unusable",        "file-unreadable",   "graphviz-failed", "graphviz-timeout",
+        "memory-exhausted",          "output-unwritable", "read-failed",     "result-unknown",
+        "temporary-folder-unusable", "translator-failed", "usage",           "write-failed"};
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 

@@ -38,6 +38,17 @@ void write_depfile(const Options& options, const Placed& placed, Reporter& repor
     std::vector<std::string> read;
     std::copy_if(inputs.paths.begin(), inputs.paths.end(), std::back_inserter(read),
                  [](const std::string& input) { return input != "-"; });
+    const auto has_line_end = [](const std::string& name) {
+        return name.find('\n') != std::string::npos;
+    };
+    if (std::any_of(read.begin(), read.end(), has_line_end) ||
+        std::any_of(placed.outputs.begin(), placed.outputs.end(), has_line_end)) {
+        show(reporter,
+             failure("output-unwritable",
+                     {{"path", path}, {"reason", "make cannot read a name with a line end"}},
+                     whole_file(path)));
+        return;
+    }
     bool changed = false;
     if (put_file(path, depfile(placed.outputs, read), changed)) return;
     const int error = errno;

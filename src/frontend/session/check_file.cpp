@@ -55,6 +55,26 @@ std::string usual_put_file(const std::string& path) {
     return name + ".scr";
 }
 
+// What keeps a path from being a line of the control file; empty where it can be one.
+std::string fault_of_line(const std::string& path) {
+    if (path.find_first_of("\n\r") != std::string::npos) return "it has a line end";
+    if (path.size() > longest_setting)
+        return "it is longer than " + std::to_string(longest_setting) + " characters";
+    return {};
+}
+
+// Whether the name of the file can be made that of the put file, where the options give none; a
+// finding says why not.
+bool has_put_file(const Source& source, const Options& options, Checked& checked) {
+    if (!options.put_file.empty()) return true;
+    const std::string reason = fault_of_line(usual_put_file(source.path));
+    if (reason.empty()) return true;
+    checked.findings.push_back(failure("file-name-unusable",
+                                       {{"path", source.path}, {"reason", reason}},
+                                       whole_file(source.path)));
+    return false;
+}
+
 RunSettings settings_of(const Source& source, const Options& options, bool keeps_outputs) {
     return {options.put_file.empty() ? usual_put_file(source.path) : options.put_file, options.time,
             options.first_model, options.first_constraint, keeps_outputs};
@@ -65,14 +85,26 @@ bool has_finding(const Checked& checked, const std::string& message) {
                        [&](const Finding& finding) { return finding.message == message; });
 }
 
-// What the system kept the translator from: a full disk, an unreadable file.
-void add_system_messages(const Source& source, const Verdict& verdict, Checked& checked) {
+// What the system kept the translator from. It reads and writes nothing but files in the temporary
+// folder.
+Finding system_failure(const Source& source, const Workplace& place, const Recognised& known) {
+    const std::string& code = known.entry->code;
+    const Span span = whole_file(source.path);
+    const auto reason = known.values.find("reason");
+    if ((code != "read-failed" && code != "write-failed") || reason == known.values.end())
+        return failure(code, known.values, span);
+    return failure("temporary-folder-unusable",
+                   {{"path", place.parent()}, {"reason", reason->second}}, span);
+}
+
+void add_system_messages(const Source& source, const Workplace& place, const Verdict& verdict,
+                         Checked& checked) {
     bool explained = false;
     for (const std::string& line : verdict.messages) {
         const auto known = recognise(line);
         if (!known) continue;
         explained = true;
-        Finding finding = failure(known->entry->code, known->values, whole_file(source.path));
+        Finding finding = system_failure(source, place, *known);
         if (!has_finding(checked, finding.message)) checked.findings.push_back(std::move(finding));
     }
     if (verdict.cause.empty() || explained) return;
@@ -122,13 +154,14 @@ void order_by_place(std::vector<Finding>& findings) {
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
                    const std::string& program, const Workplace& place) {
     Checked checked;
+    if (!has_put_file(source, options, checked)) return checked;
     const Selection selection = select_models(source, options.model, checked.findings);
     const Court court{source, selection.models, program, place,
                       settings_of(source, options, wanted.outputs)};
     std::future<RunResult> run = start_judging(court);
     Findings found = check_models(source, selection, wanted.models, checked.models);
     Verdict verdict = judge(court, found.expectations, std::move(run));
-    add_system_messages(source, verdict, checked);
+    add_system_messages(source, place, verdict, checked);
     add_model_errors(verdict, found, checked);
     add_stops(source, verdict, checked);
     move_to(checked.findings, found.warnings);

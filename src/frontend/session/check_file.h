@@ -25,7 +25,7 @@ struct Wanted {
 };
 
 // Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
-// translator cannot be run.
+// translator cannot be run, FolderFailure where it has no room.
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
                    const std::string& program, const Workplace& place);
 

@@ -2,6 +2,7 @@
 
 #include "frontend/base/interrupts.h"
 #include "frontend/base/jobs.h"
+#include "frontend/base/streams.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
@@ -39,6 +40,16 @@ Finding start_failure(const std::string& path, const StartFailure& error) {
     return failure("translator-failed", {{"reason", error.reason}}, whole_file(path));
 }
 
+Finding folder_failure(const std::string& path, const FolderFailure& error) {
+    return failure("temporary-folder-unusable",
+                   {{"path", error.folder}, {"reason", system_message(error.error)}},
+                   whole_file(path));
+}
+
+Finding memory_failure(const std::string& path) {
+    return failure("memory-exhausted", {{"path", path}}, whole_file(path));
+}
+
 std::string shown_path(const Session& session, std::size_t index) {
     const std::string& path = session.inputs.paths[index];
     return path == "-" ? session.options.stdin_filename : path;
@@ -50,16 +61,33 @@ bool read(Session& session, std::size_t index) {
     if (session.is_read[index]) return file.source != nullptr;
     session.is_read[index] = true;
     const std::string path = shown_path(session, index);
-    file.source = std::make_unique<Source>();
-    if (read_source(session.inputs.paths[index], *file.source)) {
-        file.source->path = path;
-        return true;
+    int error = 0;
+    try {
+        file.source = std::make_unique<Source>();
+        if (read_source(session.inputs.paths[index], *file.source)) {
+            file.source->path = path;
+            return true;
+        }
+        error = errno;
+    } catch (const std::bad_alloc&) {
+        error = ENOMEM;
     }
-    const int error = errno;
     file.source.reset();
+    if (error == ENOMEM) {
+        file.checked.findings.push_back(memory_failure(path));
+        return false;
+    }
     file.checked.findings.push_back(failure(
         "file-unreadable", {{"path", path}, {"reason", system_message(error)}}, whole_file(path)));
     return false;
+}
+
+void check(Session& session, File& file, std::size_t worker) {
+    auto& place = session.places[worker];
+    if (place == nullptr) place = std::make_unique<Workplace>();
+    file.checked =
+        check_file(*file.source, session.options, session.steps.wanted, session.program, *place);
+    if (session.steps.work) session.steps.work(file);
 }
 
 // On any thread.
@@ -67,17 +95,19 @@ void work_on(Session& session, std::size_t index, std::size_t worker) {
     stop_if_interrupted();
     File& file = session.files[index];
     if (!read(session, index)) return;
+    const std::string path = file.source->path;
     try {
-        auto& place = session.places[worker];
-        if (place == nullptr) place = std::make_unique<Workplace>();
-        file.checked = check_file(*file.source, session.options, session.steps.wanted,
-                                  session.program, *place);
+        check(session, file, worker);
     } catch (const StartFailure& error) {
         stop_if_interrupted();
-        file.checked.findings.push_back(start_failure(file.source->path, error));
-        return;
+        file.checked.findings.push_back(start_failure(path, error));
+    } catch (const FolderFailure& error) {
+        stop_if_interrupted();
+        file.checked.findings.push_back(folder_failure(path, error));
+    } catch (const std::bad_alloc&) {
+        file = File();
+        file.checked.findings.push_back(memory_failure(path));
     }
-    if (session.steps.work) session.steps.work(file);
 }
 
 // A model that --model asks for need not be in every file.
@@ -105,12 +135,8 @@ void show_findings(Session& session, const File& file) {
     }
 }
 
-// On one thread, in the order of the files.
-void finish(Session& session, std::size_t index) {
-    stop_if_interrupted();
-    File& file = session.files[index];
+void finish_file(Session& session, File& file) {
     Reporter& reporter = session.reporter;
-    begin_file(reporter, shown_path(session, index));
     if (!session.options.model.empty() && file.source != nullptr)
         keep_unknown_models(session, file.checked.findings);
     if (session.steps.finish && file.source != nullptr) {
@@ -120,7 +146,21 @@ void finish(Session& session, std::size_t index) {
     show_findings(session, file);
     if (session.steps.before_output) session.steps.before_output(file);
     put_output(reporter, file.output);
-    file = File();
+}
+
+// On one thread, in the order of the files.
+void finish(Session& session, std::size_t index) {
+    stop_if_interrupted();
+    Reporter& reporter = session.reporter;
+    const std::string path = shown_path(session, index);
+    begin_file(reporter, path);
+    try {
+        finish_file(session, session.files[index]);
+    } catch (const std::bad_alloc&) {
+        session.files[index] = File();
+        show(reporter, memory_failure(path));
+    }
+    session.files[index] = File();
     if (!flush(reporter.out)) throw OutputFailure();
     flush(reporter.err);
     show_progress(reporter, index + 1, session.files.size());
@@ -187,11 +227,11 @@ void find_names(Session& session) {
         Source source;
         try {
             if (!read_source(session.inputs.paths[i], source)) continue;
+            source.path = shown_path(session, i);
+            add_names(source, session.inputs);
         } catch (const std::bad_alloc&) {
-            continue;
+            // The check of the file meets the same end, and reports it.
         }
-        source.path = shown_path(session, i);
-        add_names(source, session.inputs);
     }
 }
 

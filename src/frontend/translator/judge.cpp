@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <system_error>
 
 namespace orvex::frontend {
 
@@ -159,13 +160,20 @@ std::future<RunResult> start_judging(const Court& court) {
     // For less, starting a thread takes longer than it saves.
     constexpr std::size_t large = std::size_t{1} << 20U;
     const bool alone = court.source.bytes.size() < large;
-    const InterruptsHeld held;
-    return std::async(alone ? std::launch::deferred : std::launch::async, [court] {
+    const auto judge_all = [court] {
         if (court.selected.empty()) return RunResult();
         const bool is_whole = court.selected.size() == court.source.models.size();
         if (is_whole) return run(court, court.source.bytes);
         return run(court, first_input(court.source, court.selected));
-    });
+    };
+    if (alone) return std::async(std::launch::deferred, judge_all);
+    try {
+        const InterruptsHeld held;
+        return std::async(std::launch::async, judge_all);
+    } catch (const std::system_error&) {
+        // The system gives no more threads.
+        return std::async(std::launch::deferred, judge_all);
+    }
 }
 
 Verdict judge(const Court& court, std::span<const Expectation> models,

@@ -29,9 +29,9 @@ constexpr char ended_early[] = "it ended before it had read the model";
 
 constexpr std::size_t longest_number = 4;
 
-void write_file(const std::string& path, std::string_view bytes) {
-    if (!write_private_file(path, bytes))
-        throw StartFailure{"cannot write " + path + ": " + system_message(errno)};
+void write_file(const Workplace& place, const std::string& name, std::string_view bytes) {
+    if (!write_private_file(place.path() + "/" + name, bytes))
+        throw FolderFailure{place.parent(), errno};
 }
 
 // Removes the files of a folder.
@@ -48,8 +48,8 @@ void empty_folder(const std::string& path) {
 // Removes the files of a run on every way out of it.
 class Cleaner {
   public:
-    Cleaner(const std::string& folder, const std::vector<std::string>& names)
-        : folder_(folder), names_(names) {}
+    Cleaner(const Workplace& place, const std::vector<std::string>& names)
+        : place_(place), names_(names) {}
     ~Cleaner() { remove_all(); }
     Cleaner(const Cleaner&) = delete;
     Cleaner(Cleaner&&) = delete;
@@ -58,8 +58,7 @@ class Cleaner {
 
     // A file that stays could be taken for one of the next run.
     void clean() {
-        if (const int error = remove_all(); error != 0)
-            throw StartFailure{"cannot empty " + folder_ + ": " + system_message(error)};
+        if (const int error = remove_all(); error != 0) throw FolderFailure{place_.parent(), error};
     }
 
   private:
@@ -67,7 +66,7 @@ class Cleaner {
     int remove_all() {
         int error = 0;
         const auto remove = [&](const std::string& name) {
-            const std::string path = folder_ + "/" + name;
+            const std::string path = place_.path() + "/" + name;
             if (::unlink(path.c_str()) != 0 && errno != ENOENT) error = errno;
         };
         if (cleaned_) return 0;
@@ -80,7 +79,7 @@ class Cleaner {
         return error;
     }
 
-    const std::string& folder_;
+    const Workplace& place_;
     const std::vector<std::string>& names_;
     bool cleaned_ = false;
 };
@@ -281,13 +280,12 @@ std::string given_program(const std::string& given) {
 }  // namespace
 
 Workplace::Workplace() {
-    const char* const parent = std::getenv("TMPDIR");
-    path_ = parent == nullptr || *parent == '\0' ? "/tmp" : parent;
+    const char* const wanted = std::getenv("TMPDIR");
+    path_ = wanted == nullptr || *wanted == '\0' ? "/tmp" : wanted;
     path_ += "/orvex-XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr) {
-        path_.resize(path_.find_last_of('/'));
-        throw StartFailure{"cannot make a temporary folder in " + path_ + ": " +
-                           system_message(errno)};
+        const int error = errno;
+        throw FolderFailure{parent(), error};
     }
     if (path_.front() != '/') path_ = absolute(path_);
 }
@@ -327,9 +325,9 @@ RunResult read_outputs(const std::string& folder, const std::vector<std::string>
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings) {
     const std::string& folder = place.path();
-    Cleaner cleaner(folder, names);
-    write_file(folder + "/" + control_file, control_text(settings));
-    write_file(folder + "/" + input_file, input);
+    Cleaner cleaner(place, names);
+    write_file(place, control_file, control_text(settings));
+    write_file(place, input_file, input);
     Ended ended = run_process({{program, control_file}, folder});
     expect_orderly_end(program, ended);
     RunResult result = read_outputs(folder, names, settings.keeps_outputs);

@@ -12,7 +12,13 @@
 
 namespace orvex::frontend {
 
-// A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws StartFailure
+// The folder for temporary files cannot be used: it is not there, is full, ...
+struct FolderFailure {
+    std::string folder;
+    int error = 0;  // errno
+};
+
+// A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws FolderFailure
 // where none can be made.
 class Workplace {
   public:
@@ -24,6 +30,9 @@ class Workplace {
     Workplace& operator=(Workplace&&) = delete;
 
     const std::string& path() const { return path_; }
+
+    // The folder that it is in.
+    std::string parent() const { return path_.substr(0, path_.rfind('/')); }
 
   private:
     std::string path_;
@@ -87,7 +96,8 @@ RunResult read_outputs(const std::string& folder, const std::vector<std::string>
 // Translates `input` with the program in the folder and reads what it wrote, as read_outputs does.
 // The run's files are removed. Throws StartFailure where the program cannot be run, ends
 // by a signal or with another status than 0, or says on its standard output why it could not begin
-// (its words are the reason), or where a file of the run cannot be removed.
+// (its words are the reason), and FolderFailure where a file of the run cannot be written or
+// removed.
 RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings);
 
