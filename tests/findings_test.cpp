@@ -71,17 +71,18 @@ TEST(Index, HasTheLevelsOfTheRules) {
     EXPECT_EQ(of_rules, of_page);
 }
 
-// Nothing else in the sources of the front end is written like a code but the blocks of an entry.
+// Nothing else in the sources of the front end is written like a code but the blocks of an entry
+// and what formats call a confidence.
 TEST(Index, HasEachCodeOfTheSources) {
     const std::regex literal("\"([a-z]+(-[a-z]+)+)\"");
-    const std::regex block("(wrong|corrected)-(command|control)");
+    const std::regex other("(wrong|corrected)-(command|control)|(machine|maybe|has)-[a-z]+");
     std::size_t count = 0;
     for (const auto& file : std::filesystem::recursive_directory_iterator(SOURCE_DIR "/frontend")) {
         if (file.path().extension() != ".cpp") continue;
         const string text = harness::read_file(file.path());
         for (std::sregex_iterator at(text.begin(), text.end(), literal), end; at != end; ++at) {
             const string code = at->str(1);
-            if (std::regex_match(code, block)) continue;
+            if (std::regex_match(code, other)) continue;
             EXPECT_NE(find_code(code), nullptr) << code << " of " << file.path();
             ++count;
         }
@@ -155,6 +156,21 @@ const Finding placeless{Severity::error,
                         {},
                         {{Severity::help, "did you mean `--format`?", {}}}};
 
+// With a fix of two edits, the second of which puts a line in.
+const Finding fixed{
+    Severity::warning,
+    "plus-joined",
+    "it is `+P`",
+    {"m.zlm", 7, 1, 3, 60, 62, "+P:1"},
+    {{Severity::help, "put a blank", {}}},
+    Fix{Confidence::certain, {{61, 61, " ", 7, 2, 7, 2}, {64, 64, "\n*", 7, 5, 7, 5}}}};
+
+Finding with_confidence(Confidence confidence) {
+    Finding finding = fixed;
+    finding.fix->confidence = confidence;
+    return finding;
+}
+
 // A finding on one line of text.
 Finding at(const string& text, int column, int end_column, const string& path = "m.zlm") {
     return {Severity::warning,
@@ -224,6 +240,16 @@ TEST(Text, ShowsAnyLine) {
     EXPECT_TRUE(rendered(at("", 1, 2), false).ends_with("\n  |\n7 |\n  | ^"));
 }
 
+TEST(Text, OffersWhatTheProgramCanDo) {
+    const string start =
+        "warning[plus-joined]: it is `+P`\n --> m.zlm:7:1\n  |\n7 | +P:1\n  | ^^\n"
+        "  |\n  = help: put a blank";
+    EXPECT_EQ(rendered(fixed, false), start + " (`--fix` does this)");
+    EXPECT_EQ(rendered(with_confidence(Confidence::maybe), false),
+              start + " (`--unsafe-fixes` does this)");
+    EXPECT_EQ(rendered(with_confidence(Confidence::placeholders), false), start);
+}
+
 TEST(Short, IsALineEach) {
     EXPECT_EQ(report_finding(Format::brief, usual, true, true),
               "model.zlm:12:7: error: symbol type mismatch: `PX` [kind-mismatch]\n");
@@ -287,6 +313,27 @@ TEST(Text, EndsWithStatistics) {
     EXPECT_EQ(report_tail(Format::brief, summary), report_tail(Format::text, summary));
 }
 
+TEST(Json, HasTheEditsOfAFix) {
+    const string json =
+        report_finding(Format::json, with_confidence(Confidence::maybe), true, true);
+    EXPECT_NE(json.find(R"("fix":{"confidence":"maybe-incorrect","edits":[{"line":7,"column":2,)"
+                        R"("end_line":7,"end_column":2,"byte_start":61,"byte_end":61,"text":" "},)"
+                        R"({"line":7,"column":5,"end_line":7,"end_column":5,"byte_start":64,)"
+                        R"("byte_end":64,"text":"\n*"}]},"rendered":)"),
+              string::npos)
+        << json;
+    const string sarif = report_finding(Format::sarif, fixed, true, true);
+    EXPECT_NE(sarif.find(R"("fixes":[{"artifactChanges":[{"artifactLocation":{"uri":"m.zlm"},)"
+                         R"("replacements":[{"deletedRegion":{"startLine":7,"startColumn":2,)"
+                         R"("endLine":7,"endColumn":2},"insertedContent":{"text":" "}},)"
+                         R"({"deletedRegion":{"startLine":7,"startColumn":5,"endLine":7,)"
+                         R"("endColumn":5},"insertedContent":{"text":"\n*"}}]}],)"
+                         R"("properties":{"confidence":"machine-applicable"},)"
+                         R"("description":{"text":"put a blank"}}],"partialFingerprints")"),
+              string::npos)
+        << sarif;
+}
+
 TEST(Sarif, HasRelativeLocations) {
     Finding finding = usual;
     finding.span.path = std::filesystem::current_path().string() + "/a/m\xC3\xA9 1.zlm";
@@ -334,6 +381,7 @@ string report(Format format, const std::vector<Finding>& findings, std::size_t h
 }
 
 const std::vector<Finding> all_kinds{usual,
+                                     fixed,
                                      whole_file,
                                      placeless,
                                      at("\tO:\xC3\x89 Q:1", 5, 8),
@@ -372,11 +420,12 @@ TEST(Schemas, HoldForJsonAndSarif) {
     if (result.status == 99)
         GTEST_SKIP() << "no python3 with jsonschema (Debian: python3-jsonschema)";
     EXPECT_EQ(result.out,
-              "valid valid valid valid valid valid valid valid valid "
+              "valid valid valid valid valid valid valid valid valid valid "
               "invalid valid invalid valid invalid valid valid invalid valid invalid "
               "invalid invalid \n"
               "valid valid invalid \n"
               "kind-mismatch kind-mismatch model.zlm\n"
+              "plus-joined plus-joined m.zlm\n"
               "model-missing model-missing a%20b%2Cc%3A100%25.zlm\n"
               "usage usage .\n"
               "plus-joined plus-joined m.zlm\n"

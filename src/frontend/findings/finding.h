@@ -34,16 +34,24 @@ struct Remark {
     Span span;
 };
 
-// Bytes of the file that are replaced by a text; the end exclusive. An empty range inserts.
+// Bytes of the file that are replaced by a text; the end exclusive. An empty range inserts. Lines
+// and columns are those of both ends.
 struct Edit {
     std::size_t begin = 0;
     std::size_t end = 0;
     std::string text;
+    int line = 0;
+    int column = 0;
+    int end_line = 0;
+    int end_column = 0;
 };
 
 // How sure it is that edits are what the author means: certain, may be wrong, or with places that
 // the author has to fill.
 enum class Confidence { certain, maybe, placeholders };
+
+// "machine-applicable", "maybe-incorrect" or "has-placeholders": what formats for programs call it.
+std::string confidence_name(Confidence confidence);
 
 // What corrects a finding: edits in the order of the file, apart from one another.
 struct Fix {

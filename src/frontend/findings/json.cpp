@@ -50,6 +50,20 @@ Json statistics(const std::vector<CodeCount>& counts) {
     return list;
 }
 
+Json fix_of(const Fix& fix) {
+    Json edits = Json::array();
+    for (const Edit& edit : fix.edits) {
+        edits.push_back({{"line", edit.line},
+                         {"column", edit.column},
+                         {"end_line", edit.end_line},
+                         {"end_column", edit.end_column},
+                         {"byte_start", edit.begin},
+                         {"byte_end", edit.end},
+                         {"text", edit.text}});
+    }
+    return {{"confidence", confidence_name(fix.confidence)}, {"edits", edits}};
+}
+
 // SARIF.
 
 // A byte of a path in a URI.
@@ -89,6 +103,27 @@ Json location_of(const Span& span) {
     }
     return {{"physicalLocation",
              {{"artifactLocation", {{"uri", uri_of(span.path)}}}, {"region", region}}}};
+}
+
+// A fix says what it is for in the words of the help.
+Json fixes_of(const Finding& finding) {
+    Json replacements = Json::array();
+    for (const Edit& edit : finding.fix->edits) {
+        replacements.push_back({{"deletedRegion",
+                                 {{"startLine", edit.line},
+                                  {"startColumn", edit.column},
+                                  {"endLine", edit.end_line},
+                                  {"endColumn", edit.end_column}}},
+                                {"insertedContent", {{"text", edit.text}}}});
+    }
+    Json fix = {{"artifactChanges",
+                 Json::array({{{"artifactLocation", {{"uri", uri_of(finding.span.path)}}},
+                               {"replacements", replacements}}})},
+                {"properties", {{"confidence", confidence_name(finding.fix->confidence)}}}};
+    for (const Remark& remark : finding.remarks) {
+        if (remark.severity == Severity::help) fix["description"] = {{"text", remark.message}};
+    }
+    return Json::array({fix});
 }
 
 // A number that stays when the finding moves to another line of its file (64 bits, FNV-1a).
@@ -132,13 +167,14 @@ std::string json_finding(const Finding& finding) {
                  {"code", finding.code},
                  {"message", finding.message},
                  {"spans", spans_of(finding.span, true)},
-                 {"children", Json::array()},
-                 {"rendered", rendered(finding, false)}};
+                 {"children", Json::array()}};
     for (const Remark& remark : finding.remarks) {
         json["children"].push_back({{"severity", severity_name(remark.severity)},
                                     {"message", remark.message},
                                     {"spans", spans_of(remark.span, false)}});
     }
+    if (finding.fix) json["fix"] = fix_of(*finding.fix);
+    json["rendered"] = rendered(finding, false);
     return dumped(json) + '\n';
 }
 
@@ -191,6 +227,7 @@ std::string sarif_finding(const Finding& finding, bool first) {
     json["message"] = {{"text", message}};
     json["locations"] = Json::array({location_of(finding.span)});
     if (!related.empty()) json["relatedLocations"] = related;
+    if (finding.fix) json["fixes"] = fixes_of(finding);
     json["partialFingerprints"] = {{"orvexLine/v1", fingerprint(finding)}};
     return (first ? "" : ",\n") + dumped(json);
 }

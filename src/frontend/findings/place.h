@@ -18,4 +18,8 @@ Span span_of(const Source& source, Range range);
 // after "!" left out unless it is all there is.
 Span record_span(const Source& source, int line);
 
+// Gives the edits of a fix their lines and columns, and the lines that they put in the line ends of
+// the file where they have LF alone.
+void place_fix(const Source& source, Fix& fix);
+
 }  // namespace orvex::frontend

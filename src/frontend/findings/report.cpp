@@ -72,6 +72,13 @@ std::string place_of(const Layout& layout, const Span& span, Paint paint) {
     return text;
 }
 
+// What `orvex check` can do about a finding, after its help. It fills no placeholders.
+std::string offer_of(const Finding& finding) {
+    if (!finding.fix || finding.fix->confidence == Confidence::placeholders) return {};
+    const bool is_certain = finding.fix->confidence == Confidence::certain;
+    return is_certain ? " (`--fix` does this)" : " (`--unsafe-fixes` does this)";
+}
+
 std::string remark_of(const Layout& layout, const Remark& remark) {
     const std::string name = severity_name(remark.severity);
     const std::string message = ": " + printable(remark.message);
@@ -171,6 +178,15 @@ std::string severity_name(Severity severity) {
     return "error";
 }
 
+std::string confidence_name(Confidence confidence) {
+    switch (confidence) {
+    case Confidence::certain: return "machine-applicable";
+    case Confidence::maybe: return "maybe-incorrect";
+    case Confidence::placeholders: break;
+    }
+    return "has-placeholders";
+}
+
 std::optional<Format> format_of(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, Format>, 6> formats{
         {{"text", Format::text},
@@ -222,7 +238,10 @@ std::string rendered(const Finding& finding, bool colour) {
                        place_of(layout, finding.span, paint);
     const bool excerpt_ends = finding.span.line > 0 && !finding.remarks.empty();
     if (excerpt_ends) text += '\n' + margin(layout, "", " |");
-    for (const Remark& remark : finding.remarks) text += remark_of(layout, remark);
+    for (const Remark& remark : finding.remarks) {
+        text += remark_of(layout, remark);
+        if (remark.severity == Severity::help) text += offer_of(finding);
+    }
     return text;
 }
 

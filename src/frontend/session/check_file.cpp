@@ -167,6 +167,9 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
     move_to(checked.findings, found.warnings);
     apply_levels(options, checked.findings);
     order_by_place(checked.findings);
+    for (Finding& finding : checked.findings) {
+        if (finding.fix) place_fix(source, *finding.fix);
+    }
     checked.outputs = std::move(verdict.outputs);
     return checked;
 }
