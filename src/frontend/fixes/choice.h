@@ -1,0 +1,20 @@
+// Which fixes of findings can be made at once.
+#pragma once
+
+#include "frontend/findings/finding.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Choice {
+    std::vector<Edit> edits;  // of all chosen fixes, in order and apart from one another
+    std::size_t fixes = 0;
+};
+
+// Chooses, in the order of the findings, the fixes that are at least as sure as `least`, but for
+// those that touch the place of one before them. A fix with placeholders is never chosen.
+Choice choose_fixes(const std::vector<Finding>& findings, Confidence least);
+
+}  // namespace orvex::frontend

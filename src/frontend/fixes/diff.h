@@ -1,0 +1,17 @@
+// Edits as a text that `patch` takes.
+#pragma once
+
+#include "frontend/findings/finding.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// The unified diff of a text with edits that are in order and apart from one another; empty where
+// there are none.
+std::string unified_diff(const std::string& path, std::string_view text,
+                         const std::vector<Edit>& edits);
+
+}  // namespace orvex::frontend
