@@ -1,6 +1,7 @@
 #include "notation/arguments.h"
 
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/fields.h"
@@ -17,11 +18,35 @@ namespace {
 // Sets that the host's program cannot have.
 using IsWrong = bool (*)(std::string_view argument);
 
+// How the quotation marks of UTF-8 begin; one more byte tells them apart.
+constexpr std::string_view typographic = "\xE2\x80";
+
 bool is_blank(std::string_view argument) { return argument.empty(); }
 
 // An element that was to be in double quotes: in single ones, or in typographic ones of UTF-8.
 bool is_misquoted(std::string_view argument) {
-    return argument.starts_with('\'') || argument.starts_with("\xE2\x80");
+    return argument.starts_with('\'') || argument.starts_with(typographic);
+}
+
+// The length of the quotation mark that begins a text; 0 where there is none.
+std::size_t mark_size(std::string_view text) {
+    if (text.starts_with('\'')) return 1;
+    return text.starts_with(typographic) ? typographic.size() + 1 : 0;
+}
+
+// Puts double quotes in place of other marks, where there is one at each end.
+void fix_quotes(Range argument, std::string_view text, Finding& finding) {
+    const std::size_t first = mark_size(text);
+    const std::size_t last = text.ends_with('\'') ? 1 : typographic.size() + 1;
+    if (first == 0 || text.size() <= first + last) return;
+    const std::size_t end = text.size() - last;
+    const bool is_clear = mark_size(text.substr(end)) == last &&
+                          text.substr(first, end - first).find_first_of("'\"") == text.npos;
+    if (!is_clear) return;
+    const auto offset = [&](std::size_t at) { return argument.begin + static_cast<Offset>(at); };
+    set_fix(finding, Confidence::certain,
+            {replacing({argument.begin, offset(first)}, "\""),
+             replacing({offset(end), argument.end}, "\"")});
 }
 
 // Goes through the loops of a model: those of declarations, blocks, entries and reports. A set over
@@ -100,8 +125,11 @@ void check_argument_blank(const Subject& subject, Findings& findings) {
 }
 
 void check_argument_quotes(const Subject& subject, Findings& findings) {
-    for (const Range argument : Loops(subject, is_misquoted).read())
-        warn(subject, findings, argument, {{"argument", as_read(subject, argument)}});
+    for (const Range argument : Loops(subject, is_misquoted).read()) {
+        Finding& finding =
+            warn(subject, findings, argument, {{"argument", as_read(subject, argument)}});
+        fix_quotes(argument, text_in(subject, argument), finding);
+    }
 }
 
 }  // namespace orvex::frontend

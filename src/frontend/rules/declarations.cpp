@@ -1,4 +1,5 @@
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/tree.h"
@@ -13,7 +14,11 @@ void warn_of_repeated(const Subject& subject, const Field& field, Findings& find
     const Index symbol = field.reference.symbol;
     const bool is_known = symbol != no_index && subject.model->symbols[symbol].entered;
     if (!is_known || field.faulty || has(*subject.facts, symbol, is_odd)) return;
-    warn(subject, findings, field.reference.name, {{"name", name_of(*subject.model, symbol)}});
+    Finding& finding =
+        warn(subject, findings, field.reference.name, {{"name", name_of(*subject.model, symbol)}});
+    if (subject.source.tree.records[field.record].kind != RecordKind::names) return;
+    if (const auto edit = removing_field(subject.source, field.record, field.node))
+        set_fix(finding, Confidence::maybe, {*edit});
 }
 
 // A report variable is declared by the first record that it begins.

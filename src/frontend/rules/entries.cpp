@@ -1,4 +1,5 @@
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
@@ -112,8 +113,16 @@ void check_entry_joined(const Subject& subject, Findings& findings) {
     for (const Row& row : subject.facts->rows.rows) {
         const Field* const joined = joined_field(subject.facts->rows, row);
         if (joined == nullptr || joined->faulty) continue;
-        warn(subject, findings, label_place(subject, *joined),
-             {{"label", label_text(subject, *joined)}});
+        const Range label = label_place(subject, *joined);
+        Finding& finding =
+            warn(subject, findings, label, {{"label", label_text(subject, *joined)}});
+        if (!joined->before.empty()) continue;
+        const Tree& tree = subject.source.tree;
+        const Offset start = line_range(tree, joined->record).begin;
+        const bool is_first = tree.records[joined->record].field == joined->node;
+        set_fix(finding, Confidence::certain,
+                {is_first ? replacing({start, start + 1}, " ")
+                          : breaking_line(subject.source.bytes, label.begin, "  ")});
     }
 }
 

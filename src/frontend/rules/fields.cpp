@@ -1,4 +1,7 @@
+#include "frontend/syntax/fields.h"
+
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
@@ -7,7 +10,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace orvex::frontend {
@@ -50,26 +53,39 @@ class Labels {
         in_opening_.clear();
     }
 
-    // Notes the label of a field. Has the row it already?
-    bool is_repeated(const Subject& subject, const Row& row, const Field& field) {
-        if (row.entry != nullptr) return field.row != nullptr && is_second(*field.row);
-        return !is_made_by_host(subject.source, field) &&
-               !in_opening_.insert(capitals(text_in(subject, field.label))).second;
+    // Notes the label of a field. The field that has it already, or null.
+    const Field* earlier(const Subject& subject, const Row& row, const Field& field) {
+        if (row.entry != nullptr)
+            return field.row == nullptr ? nullptr : first_of(*field.row, field);
+        if (is_made_by_host(subject.source, field)) return nullptr;
+        const auto [first, is_new] =
+            in_opening_.emplace(capitals(text_in(subject, field.label)), &field);
+        return is_new ? nullptr : first->second;
     }
 
   private:
-    bool is_second(const notation::Label& label) {
-        if (!label.single) return false;
-        Index& last = last_row_[static_cast<std::size_t>(&label - notation::labels().data())];
-        const bool second = last == row_;
-        last = row_;
-        return second;
+    const Field* first_of(const notation::Label& label, const Field& field) {
+        if (!label.single) return nullptr;
+        First& first = first_[static_cast<std::size_t>(&label - notation::labels().data())];
+        if (first.row == row_) return first.field;
+        first = {row_, &field};
+        return nullptr;
     }
 
+    struct First {
+        Index row = 0;
+        const Field* field = nullptr;
+    };
+
     Index row_ = 0;
-    std::vector<Index> last_row_ = std::vector<Index>(notation::labels().size());
-    std::unordered_set<std::string> in_opening_;
+    std::vector<First> first_ = std::vector<First>(notation::labels().size());
+    std::unordered_map<std::string, const Field*> in_opening_;
 };
+
+// The field without its label, as it is read.
+std::string value_of(const Subject& subject, const Field& field) {
+    return as_read(subject, parts_of(subject.source.tree, field.record, field.node).all);
+}
 
 void check_owner_empty(const Subject& subject, const Field& field, Findings& findings) {
     const bool names_owner = field.row != nullptr && field.row->owns && !field.faulty;
@@ -122,9 +138,14 @@ void check_label_twice(const Subject& subject, Findings& findings) {
         if (joined_field(rows, row) != nullptr) continue;
         labels.start_row();
         for (const Field* const field : fields_of(rows, row)) {
-            if (field->faulty || !labels.is_repeated(subject, row, *field)) continue;
-            warn(subject, findings, label_place(subject, *field),
-                 {{"label", label_text(subject, *field)}});
+            if (field->faulty) continue;
+            const Field* const first = labels.earlier(subject, row, *field);
+            if (first == nullptr) continue;
+            Finding& finding = warn(subject, findings, label_place(subject, *field),
+                                    {{"label", label_text(subject, *field)}});
+            const auto edit = removing_field(subject.source, field->record, field->node);
+            if (edit && value_of(subject, *first) == value_of(subject, *field))
+                set_fix(finding, Confidence::certain, {*edit});
         }
     }
 }

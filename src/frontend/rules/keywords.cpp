@@ -1,7 +1,13 @@
 #include "notation/keywords.h"
 
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/warn.h"
+#include "notation/records.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -35,6 +41,26 @@ Range ignored_text(const Tree& tree, Index record) {
     return text;
 }
 
+// A name that the model uses as one of the kind, and does not declare.
+bool is_missing(const Model& model, std::string_view name, Kind kind) {
+    const Symbol* const symbol = find_symbol(model, name);
+    return symbol != nullptr && symbol->kind == kind && !symbol->is_declared;
+}
+
+// Is the ignored text certainly meant as what the block has? Words after the keyword of a
+// declaration may be a comment.
+bool is_meant(const Subject& subject, const BlockNode& block, std::string_view text) {
+    if (block.keyword->opens == Opens::report) return text.find(':') != std::string_view::npos;
+    const Kind kind = kind_of_type(block.keyword->type);
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
+        const std::string word = capitals(text.substr(0, end));
+        if (!is_missing(*subject.model, word.substr(0, word.find('(')), kind)) return false;
+        text.remove_prefix(std::min(text.find_first_not_of(" \t", end), text.size()));
+    }
+    return true;
+}
+
 }  // namespace
 
 // Of auxiliary variables, only the whole keyword opens a block that makes its names such.
@@ -42,7 +68,10 @@ void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     for_each_keyword(subject, [&](const BlockNode& block) {
         if (!block.keyword->only_whole || block.gives_type) return;
         const Range place = keyword_place(subject.source.tree, block.record);
-        warn(subject, findings, place, {{"keyword", as_read(subject, place)}});
+        Finding& finding = warn(subject, findings, place, {{"keyword", as_read(subject, place)}});
+        const std::string keyword = notation::keyword_mark + std::string(block.keyword->word);
+        set_fix(finding, Confidence::certain,
+                {replacing(place, cased_like(text_in(subject, place), keyword))});
     });
 }
 
@@ -53,7 +82,10 @@ void check_keyword_text(const Subject& subject, Findings& findings) {
         const bool is_whole = opens == Opens::declaration || opens == Opens::report;
         if (!is_whole || tree.records[block.record].fault != Fault::none) return;
         const Range text = ignored_text(tree, block.record);
-        if (!text.empty()) warn(subject, findings, text);
+        if (text.empty()) return;
+        const bool is_certain = is_meant(subject, block, text_in(subject, text));
+        set_fix(warn(subject, findings, text), is_certain ? Confidence::certain : Confidence::maybe,
+                {breaking_line(subject.source.bytes, text.begin, "  ")});
     });
 }
 

@@ -1,6 +1,9 @@
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
+#include "notation/keywords.h"
+#include "notation/labels.h"
 #include "notation/limits.h"
 #include "notation/records.h"
 
@@ -56,9 +59,50 @@ void check_hidden_model(const Subject& subject, Index record, Findings& findings
     const std::string_view keyword = notation::model_keyword;
     if (at == std::string::npos || at == 0 || line.compare(at, keyword.size(), keyword) != 0)
         return;
-    warn(subject, findings, part_of(subject, record, at, at + keyword.size() - 1),
-         {{"mark", std::string(keyword.substr(0, keyword.size() - 1))}},
-         is_marked ? "byte order mark" : "");
+    Finding& finding =
+        warn(subject, findings, part_of(subject, record, at, at + keyword.size() - 1),
+             {{"mark", std::string(keyword.substr(0, keyword.size() - 1))}},
+             is_marked ? "byte order mark" : "");
+    // Blanks may have been put there so that the model is passed over.
+    const bool is_certain = is_marked && at == byte_order_mark.size();
+    set_fix(finding, is_certain ? Confidence::certain : Confidence::maybe,
+            {removing(part_of(subject, record, 0, at))});
+}
+
+// Moves the mark at `at` to column 1. What follows a "+" stays in its column.
+void fix_indent(const Subject& subject, Index record, std::size_t at, Finding& finding) {
+    const std::string_view line = line_of(subject, record);
+    if (line[at] == notation::keyword_mark) {
+        const std::string word = capitals(first_word(line.substr(at))).substr(1);
+        if (notation::find_keyword(word) != nullptr || notation::ends_model(word))
+            set_fix(finding, Confidence::certain, {removing(part_of(subject, record, 0, at))});
+    } else if (subject.source.tree.records[record].kind == RecordKind::entry) {
+        const std::size_t end = line.front() == blank_char ? 1 : 0;
+        set_fix(finding, Confidence::certain,
+                {replacing(part_of(subject, record, 0, end), "+"),
+                 replacing(part_of(subject, record, at, at + 1), " ")});
+    }
+}
+
+// Does the label begin an entry, and so need a line of its own?
+bool begins_line(std::string_view label) {
+    const notation::Label* const row = notation::find_label(label);
+    return row != nullptr && row->begins != notation::nothing;
+}
+
+// Breaks a long line before the last field that begins in what is read of it.
+void fix_length(const Subject& subject, Index record, Finding& finding) {
+    const Tree& tree = subject.source.tree;
+    const RecordNode& node = tree.records[record];
+    const Index last = tree.records[record + 1].field - 1;
+    const bool has_fields =
+        node.kind == RecordKind::entry || node.kind == RecordKind::continuation ||
+        (node.kind == RecordKind::opening && tree.records[record + 1].field > node.field);
+    if (!has_fields || last == node.field) return;
+    for (Index field = node.field; field <= last; ++field)
+        if (tree.fields[field].fault != Fault::none) return;
+    set_fix(finding, Confidence::maybe,
+            {breaking_line(subject.source.bytes, field_begin(tree, last), "+ ")});
 }
 
 }  // namespace
@@ -81,8 +125,9 @@ void check_line_indent(const Subject& subject, Findings& findings) {
         const std::size_t at = line.find_first_not_of(" \t");
         const bool is_keyword = line[at] == notation::keyword_mark;
         const std::size_t size = is_keyword ? first_word(line.substr(at)).size() : 1;
-        warn(subject, findings, part_of(subject, record, at, at + size),
-             {{"mark", std::string(line.substr(at, size))}});
+        Finding& finding = warn(subject, findings, part_of(subject, record, at, at + size),
+                                {{"mark", std::string(line.substr(at, size))}});
+        fix_indent(subject, record, at, finding);
     });
 }
 
@@ -97,7 +142,11 @@ void check_line_plus(const Subject& subject, Findings& findings) {
             label.size() >= 2 && label.size() < line.size() && line[label.size()] == ':';
         if (!is_label || has_error(subject.source.tree, record)) return;
         const Range place = part_of(subject, record, 0, label.size());
-        warn(subject, findings, place, {{"label", as_read(subject, place)}});
+        Finding& finding = warn(subject, findings, place, {{"label", as_read(subject, place)}});
+        const bool continues = subject.source.tree.records[record].kind == RecordKind::continuation;
+        const bool has_room = line.size() < notation::record_columns;
+        if (continues && has_room && !begins_line(as_read(subject, place).substr(1)))
+            set_fix(finding, Confidence::certain, {inserting(place.begin + 1, " ")});
     });
 }
 
@@ -110,8 +159,10 @@ void check_line_long(const Subject& subject, Findings& findings) {
         const std::string_view read = line.substr(0, line.find(notation::description_mark));
         const std::size_t size = read.find_last_not_of(" \t") + 1;
         if (size <= columns) return;
-        warn(subject, findings, part_of(subject, record, columns, size),
-             {{"count", std::to_string(size)}, {"limit", std::to_string(columns)}});
+        Finding& finding =
+            warn(subject, findings, part_of(subject, record, columns, size),
+                 {{"count", std::to_string(size)}, {"limit", std::to_string(columns)}});
+        fix_length(subject, record, finding);
     });
 }
 

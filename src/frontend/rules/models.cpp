@@ -1,12 +1,14 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
 #include "notation/records.h"
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -50,8 +52,14 @@ void check_model_name(const Subject& subject, Findings& findings) {
 void check_model_open(const Subject& subject, Findings& findings) {
     const ModelNode& node = subject.source.tree.models[subject.model->node];
     if (node.closed || subject.model->lost || has_indented_end(subject, node)) return;
-    warn(subject, findings, record_range(subject.source.tree, node.record),
-         {{"name", subject.model->name}});
+    const Tree& tree = subject.source.tree;
+    Finding& finding =
+        warn(subject, findings, record_range(tree, node.record), {{"name", subject.model->name}});
+    const Offset end = tree.tokens[tree.records[node.end].token].begin;
+    const bool is_open = !std::string_view(subject.source.bytes).substr(0, end).ends_with('\n');
+    set_fix(finding, Confidence::maybe,
+            {inserting(end, std::string(is_open ? "\n" : "") + notation::keyword_mark +
+                                std::string(notation::end_keyword) + "\n")});
 }
 
 }  // namespace orvex::frontend

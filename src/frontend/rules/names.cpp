@@ -1,12 +1,14 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/wording.h"
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvex::frontend {
@@ -70,6 +72,18 @@ std::string others_of(const Model& model, const Group& group) {
     return list.text();
 }
 
+// Writes the near name wherever the other one is used.
+void fix_spelling(const Subject& subject, const Undeclared& name, Finding& finding) {
+    std::vector<Edit> edits;
+    for (const Index use : name.uses) {
+        const Range place = subject.model->uses[use].range;
+        edits.push_back(replacing(place, cased_like(text_in(subject, place), name.near)));
+    }
+    std::sort(edits.begin(), edits.end(),
+              [](const Edit& a, const Edit& b) { return a.begin < b.begin; });
+    set_fix(finding, Confidence::maybe, std::move(edits));
+}
+
 void warn_of(const Subject& subject, const Group& group, Findings& findings) {
     const Model& model = *subject.model;
     const Undeclared& first = *group.front();
@@ -77,7 +91,10 @@ void warn_of(const Subject& subject, const Group& group, Findings& findings) {
         subject, findings, model.uses[first.first_use].range,
         {{"kind", std::string(kind_name(first.kind))}, {"name", name_of(model, first.symbol)}});
     std::size_t place = 0;
-    if (!first.near.empty()) set_help(finding, "did you mean `" + first.near + "`?");
+    if (!first.near.empty()) {
+        set_help(finding, "did you mean `" + first.near + "`?");
+        fix_spelling(subject, first, finding);
+    }
     const std::string lines = lines_of_uses(model, first, line_of_first(model, first));
     if (!lines.empty()) add_note(finding, place, "also used in " + lines);
     if (group.size() > 1) {
