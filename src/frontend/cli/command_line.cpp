@@ -218,6 +218,8 @@ void look_over(ParsedCommandLine& parsed) {
     if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
         refuse(parsed, "`-` is given twice, but standard input can be read once only");
     }
+    if (options.unsafe_fixes && !options.fix && !options.diff)
+        refuse(parsed, "`--unsafe-fixes` needs `--fix` or `--diff`");
     if (options.depth >= 0 && options.focus.empty()) refuse(parsed, "`--depth` needs `--focus`");
 }
 

@@ -206,6 +206,27 @@ const OptionRow option_rows[] = {
      take_report},
     {"--warn", "[CODE=]LEVEL", with_warnings,
      "off, warning or error, for one warning or for all; repeatable", take_warn},
+    {"--fix", "", bit(Command::check), "correct what can certainly be corrected, and check again",
+     [](Options& o, const std::string&) {
+         o.fix = true;
+         return std::string();
+     }},
+    {"--unsafe-fixes", "", bit(Command::check),
+     "with --fix or --diff: also make corrections that may be wrong",
+     [](Options& o, const std::string&) {
+         o.unsafe_fixes = true;
+         return std::string();
+     }},
+    {"--diff", "", bit(Command::check), "print corrections as a diff; change no file",
+     [](Options& o, const std::string&) {
+         o.diff = true;
+         return std::string();
+     }},
+    {"--add-allow", "", bit(Command::check), "write comments that allow all warnings found",
+     [](Options& o, const std::string&) {
+         o.add_allow = true;
+         return std::string();
+     }},
     {"--error-on-warnings", "", with_warnings, "let a warning count as an error",
      [](Options& o, const std::string&) {
          o.error_on_warnings = true;

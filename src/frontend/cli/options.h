@@ -37,6 +37,15 @@ struct Options {
     // Status 0 in spite of findings.
     bool exit_zero = false;
 
+    // What check does to files.
+
+    bool fix = false;
+    // Fixes that may be wrong, too.
+    bool unsafe_fixes = false;
+    bool add_allow = false;
+    // Shows what would be changed, and changes nothing.
+    bool diff = false;
+
     // How files are read and translated.
 
     // Files at once.

@@ -32,13 +32,20 @@ int status_of(std::string_view code) {
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 
+// Does check print a text: a diff, or what becomes of standard input?
+bool prints_text(const Options& options) {
+    const auto& files = options.files;
+    const bool has_stdin = std::find(files.begin(), files.end(), "-") != files.end();
+    return options.diff || ((options.fix || options.add_allow) && has_stdin);
+}
+
 // Findings are what check is for; the other commands have another product, or none, on standard
 // output.
 Stream& findings_stream(Reporter& reporter) {
     const Command command = reporter.options.command;
-    return command == Command::translate || command == Command::info || command == Command::graph
-               ? reporter.err
-               : reporter.out;
+    const bool has_product =
+        command == Command::translate || command == Command::info || command == Command::graph;
+    return has_product || prints_text(reporter.options) ? reporter.err : reporter.out;
 }
 
 void write(Reporter& reporter, Report& report, std::string_view text) {

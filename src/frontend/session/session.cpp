@@ -61,6 +61,7 @@ bool read(Session& session, std::size_t index) {
     if (session.is_read[index]) return file.source != nullptr;
     session.is_read[index] = true;
     const std::string path = shown_path(session, index);
+    file.is_stdin = session.inputs.paths[index] == "-";
     int error = 0;
     try {
         file.source = std::make_unique<Source>();
@@ -85,9 +86,14 @@ bool read(Session& session, std::size_t index) {
 void check(Session& session, File& file, std::size_t worker) {
     auto& place = session.places[worker];
     if (place == nullptr) place = std::make_unique<Workplace>();
-    file.checked =
-        check_file(*file.source, session.options, session.steps.wanted, session.program, *place);
+    const auto check_text = [&](const Source& source) {
+        stop_if_interrupted();
+        return check_file(source, session.options, session.steps.wanted, session.program, *place);
+    };
+    file.checked = check_text(*file.source);
     if (session.steps.work) session.steps.work(file);
+    if (!session.steps.mend) return;
+    session.steps.mend(file, [&](const Source& source) { return check_text(source).findings; });
 }
 
 // On any thread.

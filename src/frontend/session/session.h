@@ -5,6 +5,7 @@
 #include "frontend/base/files.h"
 #include "frontend/cli/options.h"
 #include "frontend/cli/reporter.h"
+#include "frontend/fixes/draft.h"
 #include "frontend/session/check_file.h"
 
 #include <functional>
@@ -16,10 +17,23 @@
 
 namespace orvex::frontend {
 
+// What a file becomes.
+struct Mended {
+    std::string text;
+    std::string diff;               // from its text before
+    std::vector<Finding> findings;  // those that are left
+    std::size_t fixed = 0;          // fixes made
+    std::size_t allowed = 0;        // findings that a new comment allows
+    bool is_changed = false;
+    bool is_refused = false;  // the text would have had more errors than before
+};
+
 // What was made of a file, until it is shown.
 struct File {
     std::unique_ptr<Source> source;  // null where it cannot be read
+    bool is_stdin = false;
     Checked checked;
+    Mended mended;
     std::string output;  // what the command prints for it
 };
 
@@ -46,6 +60,8 @@ struct Steps {
     bool needs_names = false;
     // With a file that has been checked, on any thread.
     std::function<void(File&)> work;
+    // The same, with what checks a text in place of the file's.
+    std::function<void(File&, const Check&)> mend;
     // With each file in their order, before its findings are shown.
     std::function<void(File&, const Inputs&)> finish;
     // With each file, after its findings are shown and before its output is.

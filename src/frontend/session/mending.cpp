@@ -1,0 +1,88 @@
+#include "frontend/session/mending.h"
+
+#include "frontend/base/files.h"
+#include "frontend/base/streams.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+#include "frontend/fixes/diff.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+std::size_t error_count(const std::vector<Finding>& findings) {
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [](const Finding& finding) { return finding.severity == Severity::error; }));
+}
+
+std::size_t unsafe_count(const std::vector<Finding>& findings) {
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(), [](const Finding& finding) {
+            return finding.fix && finding.fix->confidence == Confidence::maybe;
+        }));
+}
+
+// Why a file cannot be written, in the system's words; empty where it is. What is not a regular
+// file, such as a pipe, has been read to its end and is not the same any more.
+std::string write_text(const std::string& path, std::string_view text) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return "not a regular file";
+    bool changed = false;
+    return put_file(path, text, changed) ? "" : system_message(errno);
+}
+
+}  // namespace
+
+void mend_file(File& file, const Options& options, const Check& check) {
+    const Source& source = *file.source;
+    Mended& mended = file.mended;
+    Draft draft = begin_draft(source, file.checked.findings);
+    if (options.fix || !options.add_allow) {
+        make_fixes(draft, options.unsafe_fixes ? Confidence::maybe : Confidence::certain, check);
+    }
+    mended.is_refused = error_count(draft.findings) > error_count(file.checked.findings);
+    const std::vector<Edit> edits = draft.revision.edits();
+    mended.is_changed = !edits.empty() && !mended.is_refused;
+    if (!mended.is_changed) return;
+    mended.fixed = draft.fixed;
+    if (options.diff) mended.diff = unified_diff(source.path, source.bytes, edits);
+    mended.text = std::move(draft.source.bytes);
+    mended.findings = std::move(draft.findings);
+}
+
+void place_mended(File& file, const Options& options, MendingTotals& totals) {
+    Mended& mended = file.mended;
+    const Source& source = *file.source;
+    if (file.is_stdin && !options.diff) {
+        file.output = mended.is_changed ? std::move(mended.text) : source.bytes;
+    } else if (options.diff) {
+        file.output = std::move(mended.diff);
+    } else if (mended.is_changed) {
+        const std::string reason = write_text(source.path, mended.text);
+        if (!reason.empty()) {
+            file.checked.findings.push_back(failure("output-unwritable",
+                                                    {{"path", source.path}, {"reason", reason}},
+                                                    whole_file(source.path)));
+            return;
+        }
+    }
+    const std::vector<Finding>& left = mended.is_changed ? mended.findings : file.checked.findings;
+    if (!options.unsafe_fixes) totals.unsafe += unsafe_count(left);
+    totals.refused += static_cast<std::size_t>(mended.is_refused);
+    if (!mended.is_changed) return;
+    ++totals.files;
+    totals.fixed += mended.fixed;
+    totals.allowed += mended.allowed;
+    if (!options.diff) file.checked.findings = std::move(mended.findings);
+}
+
+}  // namespace orvex::frontend
