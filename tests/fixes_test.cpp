@@ -1,12 +1,17 @@
 // Edits: which fixes are made together, what comes of them, and their diff. The fixes of findings,
 // each made on the examples of docs/messages.md.
+#include "frontend/findings/messages.h"
 #include "frontend/fixes/choice.h"
 #include "frontend/fixes/diff.h"
 #include "frontend/fixes/revision.h"
 #include "harness.h"
 
 #include <gtest/gtest.h>
+#include <map>
+#include <regex>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using harness::Folder;
@@ -142,6 +147,223 @@ TEST(Diff, NamesAnyPath) {
         EXPECT_EQ(folder.shell("patch -s -p0 <diff").out, "");
         EXPECT_EQ(folder.read(path), "a\nold\n");
     }
+}
+
+// The fixes of findings.
+
+// The codes of the findings on a file, and those for which there is a fix of the confidence asked
+// for.
+struct Codes {
+    std::set<string> all;
+    std::set<string> fixable;
+};
+
+// The codes of all files, by their names.
+std::map<string, Codes> codes(const Folder& folder, const string& confidence) {
+    static const std::regex form("\"code\":\"([a-z-]+)\".*?\"path\":\"([^\"]+)\"");
+    std::map<string, Codes> found;
+    for (const string& line :
+         harness::lines_of(folder.shell("\"$ORVEX\" check --format json *.zlm").out)) {
+        std::smatch parts;
+        if (!std::regex_search(line, parts, form)) continue;
+        Codes& codes = found[parts[2]];
+        codes.all.insert(parts[1]);
+        if (line.find("\"confidence\":\"" + confidence + "\"") != string::npos)
+            codes.fixable.insert(parts[1]);
+    }
+    return found;
+}
+
+// Makes the fixes of all examples of the index. Returns how many have one for their own code.
+int fix_examples(const string& confidence, const string& options) {
+    const Folder folder;
+    for (const MessageEntry& entry : message_index())
+        if (!entry.wrong.empty()) folder.write(entry.code + ".zlm", entry.wrong);
+    std::map<string, Codes> before = codes(folder, confidence);
+    folder.shell("\"$ORVEX\" check " + options + " *.zlm");
+    std::map<string, Codes> after = codes(folder, confidence);
+    int count = 0;
+    for (const MessageEntry& entry : message_index()) {
+        const string file = entry.code + ".zlm";
+        if (!before[file].fixable.contains(entry.code)) continue;
+        ++count;
+        for (const string& code : after[file].all) {
+            EXPECT_TRUE(before[file].all.contains(code)) << code << " comes of fixing " << file;
+            EXPECT_NE(code, entry.code) << "is still there:\n" << folder.read(file);
+        }
+    }
+    return count;
+}
+
+TEST(Fixes, RemoveTheFindingsOfAllExamples) {
+    EXPECT_GE(fix_examples("machine-applicable", "--fix"), 8);
+    EXPECT_GE(fix_examples("maybe-incorrect", "--fix --unsafe-fixes"), 5);
+}
+
+// A model without findings but for its names and rows: line 5 has the commodities, and the rows of
+// Y begin in line 9.
+string model(const string& rows, const string& names = "  PY  PL\n") {
+    return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n" + names +
+           "$CONSUMERS:\n  RA\n$PROD:Y  S:1\n" + rows +
+           "$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
+}
+
+string replaced(string text, const string& old, const string& wanted) {
+    for (std::size_t at = text.find(old); at != string::npos;
+         at = text.find(old, at + wanted.size()))
+        text.replace(at, old.size(), wanted);
+    return text;
+}
+
+// Why `patch` does not make the wanted text with the diff that is shown; empty where it does.
+string fault_of_diff(const string& text, const string& options, const string& wanted) {
+    const Folder folder;
+    folder.write("m.zlm", text);
+    folder.shell("\"$ORVEX\" check -q --diff " + options + " m.zlm 2>/dev/null >diff");
+    if (folder.read("m.zlm") != text) return "the file has been changed";
+    folder.shell("patch -s --binary m.zlm diff");
+    return folder.read("m.zlm") == wanted ? "" : "wrong:\n" + folder.read("diff");
+}
+
+struct FixRow {
+    string rows, fixed;
+    bool is_unsafe = false;
+};
+
+TEST(Fixes, MakeTheTextThatWasMeant) {
+    const string long_value = "Q:(" + string(236, 'A') + ")";
+    const FixRow rows[] = {
+        {"  O:PY  Q:1\n  I:PL  Q:1\n", "  O:PY  Q:1\n  I:PL  Q:1\n"},
+        // Several edits in a line, one of them in the next round.
+        {"  O:PY  P:1  P:1  I:PL  I:PL  Q:1 ! two\n", "  O:PY  P:1\n  I:PL\n  I:PL  Q:1 ! two\n"},
+        {"  O:PY  P:1\n+ P:1\n  I:PL  Q:1\n+ Q:1  P:2\n", "  O:PY  P:1\n  I:PL  Q:1\n+ P:2\n"},
+        // Different values, and a line with a comment, stay.
+        {"  O:PY  P:1  P:2\n  I:PL  Q:1\n+ Q:1 ! so\n",
+         "  O:PY  P:1  P:2\n  I:PL  Q:1\n+ Q:1 ! so\n"},
+        {"  O:PY\n  + A:RA\n+T:1\n\t+\tP:1\n  I:PL\n",
+         "  O:PY\n+   A:RA\n+ T:1\n+\t \tP:1\n  I:PL\n"},
+        // A "+" that stands before the label of an entry may be another slip.
+        {"  O:PY\n+I:PL  Q:1\n  I:PL\n", "  O:PY\n+I:PL  Q:1\n  I:PL\n"},
+        {"  O:PY\n  I:pll  Q:1\n  I:Pll\n", "  O:PY\n  I:pl  Q:1\n  I:PL\n", true},
+        {"  O:PY  " + long_value + "  P:1.25\n  I:PL\n",
+         "  O:PY  " + long_value + "\n+ P:1.25\n  I:PL\n", true},
+        {"  O:PY\n  I:PL\n $PROD:Z\n  O:PY\n  I:PL\n", "  O:PY\n  I:PL\n$PROD:Z\n  O:PY\n  I:PL\n"},
+    };
+    for (const FixRow& row : rows) {
+        const string options = row.is_unsafe ? "--fix --unsafe-fixes" : "--fix";
+        for (const string line_end : {"\n", "\r\n"}) {
+            const Folder folder;
+            const string text = replaced(model(row.rows), "\n", line_end);
+            const string wanted = replaced(model(row.fixed), "\n", line_end);
+            folder.write("m.zlm", text);
+            folder.shell("\"$ORVEX\" check " + options + " m.zlm");
+            EXPECT_EQ(folder.read("m.zlm"), wanted);
+            EXPECT_EQ(folder
+                          .shell("printf '%s' '" + text + "' | \"$ORVEX\" check -q " + options +
+                                 " - 2>/dev/null")
+                          .out,
+                      wanted);
+            EXPECT_EQ(fault_of_diff(text, options, wanted), "");
+        }
+    }
+}
+
+TEST(Fixes, MoveAndRemoveNames) {
+    const std::pair<string, string> rows[] = {
+        {"  PY  PL  PY\n", "  PY  PL\n"},
+        {"  PY  PL\n  PY\n", "  PY  PL\n"},
+        {"  PY  PL\n  PY ! again\n", "  PY  PL\n  PY ! again\n"},
+        {"  PY\n  PY  PL ! both\n", "  PY\n  PL ! both\n"},
+    };
+    for (const auto& [names, fixed] : rows) {
+        const string rest = "  O:PY\n  I:PL\n";
+        EXPECT_EQ(fault_of_diff(model(rest, names), "--unsafe-fixes", model(rest, fixed)), "");
+    }
+    const string consumers = "$CONSUMERS:\n  RA\n";
+    const string text = model("  O:PY\n  I:PL\n");
+    EXPECT_EQ(fault_of_diff(replaced(text, consumers, "$CONSUMERS: RA ! us\n"), "",
+                            replaced(text, consumers, "$CONSUMERS:\n  RA ! us\n")),
+              "");
+    // Words that are not used as names may be a comment.
+    EXPECT_EQ(fault_of_diff(replaced(text, consumers, "$CONSUMERS: all of us\n  RA\n"), "",
+                            replaced(text, consumers, "$CONSUMERS: all of us\n  RA\n")),
+              "");
+}
+
+// Files.
+
+struct Command {
+    string command;  // m.zlm has a fault that can be fixed, n.zlm none
+    string out;      // of it and of the line that is told
+};
+
+TEST(Files, KeepWhatIsNotEdited) {
+    // A folder with a path so long that there is room for m.zlm in it, but not for a new file.
+    const string deep =
+        "x() { printf 'x%.0s' $(seq $1); }; p=.; while [ ${#p} -lt 3950 ]; do p=$p/$(x 100); done; "
+        "p=$p/$(x $((4084 - ${#p}))); mkdir -p $p; cp m.zlm $p; ";
+    const Command commands[] = {
+        {"chmod 640 m.zlm; ln -s m.zlm l.zlm; orvex --fix l.zlm; stat -c %a m.zlm; readlink l.zlm; "
+         "grep -c '^+ P' m.zlm",
+         "fixed 1 finding in 1 file\nchecked 1 file: no errors, no warnings\n640\nm.zlm\n1\n"},
+        {"touch -t 200001010000 n.zlm; orvex --fix n.zlm; find n.zlm -newermt 2001-01-01",
+         "checked 1 file: no errors, no warnings\n"},
+        // A name for which there is no room in the path: the new file cannot be made.
+        {deep + "orvex --fix $p/m.zlm; echo $?; cmp m.zlm $p/m.zlm; ls -A $p",
+         "1 error, 1 warning in 1 file\n2\nm.zlm\n"},
+
+        {"cat m.zlm | orvex --fix /dev/stdin; echo $?", "1 error, 1 warning in 1 file\n2\n"},
+        {"orvex --diff m.zlm n.zlm; echo $?; orvex --diff n.zlm; echo $?; cmp m.zlm old",
+         "would fix 1 finding in 1 file\n1 warning in 2 files\n1\n"
+         "checked 1 file: no errors, no warnings\n0\n"},
+        // A model that comes to light has an error.
+        {"sed 's/^.MODEL:M/ &N/; s/PROD/PORD/' m.zlm | cat n.zlm - >w.zlm; cp w.zlm v; orvex --fix "
+         "--unsafe-fixes "
+         "w.zlm; cmp w.zlm v",
+         "1 file left unchanged: there would be more errors\n1 warning in 1 file\n"},
+        {"sed 's/^.MODEL:M/ &N/' m.zlm | cat n.zlm - >w.zlm; orvex --fix w.zlm; orvex --diff w.zlm",
+         "1 more needs `--unsafe-fixes`\n1 warning in 1 file\n"
+         "1 more needs `--unsafe-fixes`\n1 warning in 1 file\n"},
+        {"orvex --add-allow --diff m.zlm; orvex --add-allow m.zlm; orvex m.zlm; "
+         "grep -n allow m.zlm",
+         "would allow 1 finding in 1 file\n1 warning in 1 file\nallowed 1 finding in 1 file\n"
+         "checked 1 file: no errors, no warnings\nchecked 1 file: no errors, no warnings\n"
+         "9:* orvex: allow plus-joined\n"},
+    };
+    for (const Command& row : commands) {
+        const Folder folder;
+        folder.write("m.zlm", model("  O:PY\n+P:1\n  I:PL\n"));
+        folder.write("old", model("  O:PY\n+P:1\n  I:PL\n"));
+        folder.write("n.zlm", model("  O:PY\n  I:PL\n"));
+        const harness::Result result = folder.shell(
+            "orvex() { \"$ORVEX\" check --format short \"$@\" >/dev/null 2>err; status=$?; "
+            "grep -v ' \\[[a-z-]*\\]$' err; rm err; return $status; }\n" +
+            row.command);
+        EXPECT_EQ(result.out, row.out) << row.command << result.err;
+    }
+}
+
+// A comment above each record with warnings, in the line ends of the file, and nothing else.
+TEST(Allow, IsAddedToOldFiles) {
+    const string rows = "  O:PY  P:1\n+P:1\n* so\n\n+ P:3\n  I:PL  Q:\n";
+    const string allowed = "* orvex: allow plus-joined, label-repeated\n" +
+                           replaced(rows, "  I", "* orvex: allow value-missing\n  I");
+    // Once they are right, the comments go.
+    const string corrected = "* orvex: allow plus-joined\n  O:PY  P:1\n+P:1\n* so\n\n  I:PL\n";
+    for (const string line_end : {"\n", "\r\n"}) {
+        const Folder folder;
+        folder.write("m.zlm", replaced(model(rows), "\n", line_end));
+        const string told = folder.shell("\"$ORVEX\" check --add-allow m.zlm").err;
+        EXPECT_NE(told.find("allowed 3 findings in 1 file\n"), string::npos) << told;
+        EXPECT_EQ(folder.read("m.zlm"), replaced(model(allowed), "\n", line_end));
+        folder.shell(
+            "sed -i 's/  Q:\\(\\r*\\)$/\\1/; /^+ P/d' m.zlm; \"$ORVEX\" check --fix m.zlm");
+        EXPECT_EQ(folder.read("m.zlm"), replaced(model(corrected), "\n", line_end));
+    }
+    const Folder folder;
+    folder.write("m.zlm", "TEXT\n");
+    folder.shell("\"$ORVEX\" check --add-allow m.zlm");
+    EXPECT_EQ(folder.read("m.zlm"), "* orvex: allow-file model-missing\nTEXT\n");
 }
 
 }  // namespace

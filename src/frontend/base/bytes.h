@@ -12,6 +12,14 @@ namespace orvex::frontend {
 // Only the letters a to z have an upper case, as for the translator.
 inline char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
+inline char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+inline std::string in_small_letters(std::string_view text) {
+    std::string small(text);
+    std::transform(small.begin(), small.end(), small.begin(), lower);
+    return small;
+}
+
 inline void make_upper(std::string& text) {
     std::transform(text.begin(), text.end(), text.begin(), upper);
 }

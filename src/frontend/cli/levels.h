@@ -4,6 +4,7 @@
 #include "frontend/cli/options.h"
 #include "frontend/findings/finding.h"
 
+#include <string_view>
 #include <vector>
 
 namespace orvex::frontend {
@@ -11,5 +12,8 @@ namespace orvex::frontend {
 // Gives each finding that is not an error the level that the options ask for, and drops those that
 // are off.
 void apply_levels(const Options& options, std::vector<Finding>& findings);
+
+// Is a finding with that code and level off?
+bool is_off(const Options& options, std::string_view code, Severity level);
 
 }  // namespace orvex::frontend

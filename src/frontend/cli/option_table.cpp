@@ -1,5 +1,6 @@
 #include "frontend/cli/option_table.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/base/spelling.h"
 #include "frontend/findings/messages.h"
 #include "frontend/rules/rule.h"
@@ -162,7 +163,7 @@ std::string take_warn(Options& options, const std::string& value) {
     std::size_t index = 0;
     std::string wrong = take_name(for_all ? value : value.substr(equals + 1), level_names, index);
     if (!wrong.empty()) return wrong;
-    const std::string code = for_all ? "all" : value.substr(0, equals);
+    const std::string code = for_all ? "all" : in_small_letters(value.substr(0, equals));
     if (!for_all) {
         const std::vector<std::string> codes = warning_codes();
         if (std::find(codes.begin(), codes.end(), code) == codes.end()) {

@@ -127,8 +127,9 @@ const std::vector<MessageEntry>& message_index() {
 }
 
 const MessageEntry* find_code(std::string_view code) {
+    const std::string small = in_small_letters(code);
     for (const MessageEntry& entry : message_index()) {
-        if (entry.code == code) return &entry;
+        if (entry.code == small) return &entry;
     }
     return nullptr;
 }

@@ -54,7 +54,7 @@ struct MessageEntry {
 // All entries, in the order of the page.
 const std::vector<MessageEntry>& message_index();
 
-// The entry of a code, or null.
+// The entry of a code, in letters of any case, or null.
 const MessageEntry* find_code(std::string_view code);
 
 struct Recognised {

@@ -71,4 +71,8 @@ void check_tax_receiver(const Subject& subject, Findings& findings);
 void check_argument_blank(const Subject& subject, Findings& findings);
 void check_argument_quotes(const Subject& subject, Findings& findings);
 
+// allow.cpp
+void check_allow_unknown(const Subject& subject, Findings& findings);
+void check_allow_invalid(const Subject& subject, Findings& findings);
+
 }  // namespace orvex::frontend

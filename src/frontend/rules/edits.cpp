@@ -1,5 +1,7 @@
 #include "frontend/rules/edits.h"
 
+#include "frontend/base/bytes.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -34,13 +36,8 @@ void set_fix(Finding& finding, Confidence confidence, std::vector<Edit> edits) {
 
 std::string cased_like(std::string_view model, std::string_view text) {
     const auto is_capital = [](char c) { return c >= 'A' && c <= 'Z'; };
-    std::string cased(text);
-    if (std::none_of(model.begin(), model.end(), is_capital)) {
-        for (char& c : cased) {
-            if (is_capital(c)) c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return cased;
+    const bool has_capital = std::any_of(model.begin(), model.end(), is_capital);
+    return has_capital ? std::string(text) : in_small_letters(text);
 }
 
 Edit breaking_line(std::string_view bytes, Offset place, std::string_view start) {

@@ -23,12 +23,14 @@ struct Subject {
     std::string_view code;  // of the rule
 };
 
-enum class Scope { file, model };
+// Findings of the scope `comments` come of all others and of the comments that allow some of them.
+enum class Scope { file, model, comments };
 
 struct Rule {
     std::string_view code;  // of docs/messages.md, where its text is explained
     Severity level;         // unless --warn says otherwise; that of an error is fixed
     Scope scope;
+    // Null for the scope `comments`.
     void (*check)(const Subject& subject, std::vector<Finding>& findings);
 };
 

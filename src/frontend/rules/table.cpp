@@ -47,6 +47,9 @@ constexpr Rule table[] = {
     {"tax-receiver-missing", level, Scope::model, check_tax_receiver},
     {"argument-blank", level, Scope::model, check_argument_blank},
     {"argument-misquoted", level, Scope::model, check_argument_quotes},
+    {"allow-unknown", level, Scope::file, check_allow_unknown},
+    {"allow-invalid", level, Scope::file, check_allow_invalid},
+    {"allow-unused", level, Scope::comments, nullptr},
 };
 
 void run_scope(Scope scope, Subject subject, std::vector<Finding>& findings) {

@@ -6,6 +6,7 @@
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"
 #include "frontend/model/build.h"
+#include "frontend/rules/allow.h"
 #include "frontend/rules/errors.h"
 #include "frontend/rules/rule.h"
 #include "frontend/rules/selection.h"
@@ -14,6 +15,7 @@
 #include <cstddef>
 #include <future>
 #include <iterator>
+#include <span>
 #include <utility>
 
 namespace orvex::frontend {
@@ -144,6 +146,46 @@ void add_model_errors(const Verdict& verdict, Findings& found, Checked& checked)
     }
 }
 
+// Are the rules judged where a comment applies? They keep silent about models that have errors or
+// are not looked at.
+class Judged {
+  public:
+    Judged(const Source& source, const Selection& selection, const Findings& found)
+        : tree_(source.tree), is_judged_(source.models.size()) {
+        for (std::size_t i = 0; i < found.errors.size(); ++i)
+            is_judged_[selection.models[i]] = found.errors[i].empty();
+        is_whole_ = std::find(is_judged_.begin(), is_judged_.end(), false) == is_judged_.end();
+    }
+
+    bool covers(const Allowance& allowance) const {
+        if (allowance.reach == Reach::file) return is_whole_;
+        const auto models = std::span(tree_.models).first(is_judged_.size());
+        const auto after =
+            std::upper_bound(models.begin(), models.end(), allowance.first,
+                             [](Index at, const ModelNode& model) { return at < model.record; });
+        if (after == models.begin() || allowance.first >= (after - 1)->end) return true;
+        return is_judged_[static_cast<std::size_t>(after - models.begin()) - 1];
+    }
+
+  private:
+    const Tree& tree_;
+    std::vector<bool> is_judged_;  // of each model
+    bool is_whole_ = false;
+};
+
+// Removes what comments allow, and finds the comments that allow nothing.
+void apply_allowances(const Source& source, const Options& options, const Judged& judged,
+                      std::vector<Finding>& findings) {
+    std::vector<Allowance> allowances = read_allowances(source);
+    if (allowances.empty()) return;
+    remove_allowed(allowances, findings);
+    const auto is_judged = [&](const Allowance& allowance) {
+        const Rule* const rule = allowable_rule(allowance.code);
+        return !is_off(options, allowance.code, rule->level) && judged.covers(allowance);
+    };
+    add_unused_allowances(source, allowances, is_judged, findings);
+}
+
 void order_by_place(std::vector<Finding>& findings) {
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
@@ -160,11 +202,13 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
                       settings_of(source, options, wanted.outputs)};
     std::future<RunResult> run = start_judging(court);
     Findings found = check_models(source, selection, wanted.models, checked.models);
+    const Judged judged(source, selection, found);
     Verdict verdict = judge(court, found.expectations, std::move(run));
     add_system_messages(source, place, verdict, checked);
     add_model_errors(verdict, found, checked);
     add_stops(source, verdict, checked);
     move_to(checked.findings, found.warnings);
+    apply_allowances(source, options, judged, checked.findings);
     apply_levels(options, checked.findings);
     order_by_place(checked.findings);
     for (Finding& finding : checked.findings) {

@@ -5,6 +5,7 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/fixes/diff.h"
+#include "frontend/rules/allow.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -48,6 +49,11 @@ void mend_file(File& file, const Options& options, const Check& check) {
     Draft draft = begin_draft(source, file.checked.findings);
     if (options.fix || !options.add_allow) {
         make_fixes(draft, options.unsafe_fixes ? Confidence::maybe : Confidence::certain, check);
+    }
+    if (options.add_allow) {
+        const AddedComments added = comments_for(draft.source, draft.findings);
+        if (added.findings > 0) revise(draft, added.edits, check);
+        mended.allowed = added.findings;
     }
     mended.is_refused = error_count(draft.findings) > error_count(file.checked.findings);
     const std::vector<Edit> edits = draft.revision.edits();
