@@ -1,5 +1,6 @@
 // Edits: which fixes are made together, what comes of them, and their diff. The fixes of findings,
 // each made on the examples of docs/messages.md.
+#include "fix_properties.h"
 #include "frontend/findings/messages.h"
 #include "frontend/fixes/choice.h"
 #include "frontend/fixes/diff.h"
@@ -8,6 +9,7 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <random>
 #include <regex>
 #include <set>
 #include <string>
@@ -288,6 +290,32 @@ TEST(Fixes, MoveAndRemoveNames) {
     EXPECT_EQ(fault_of_diff(replaced(text, consumers, "$CONSUMERS: all of us\n  RA\n"), "",
                             replaced(text, consumers, "$CONSUMERS: all of us\n  RA\n")),
               "");
+}
+
+// A text with some bytes taken out, doubled, or put in.
+string damaged(string text, std::mt19937& random) {
+    const string marks = "+$*!:, (\t\r\n\"'\xE2";
+    for (int edits = 0; edits < 4 && !text.empty(); ++edits) {
+        const std::size_t at = random() % text.size();
+        const std::size_t size = 1 + random() % 12;
+        switch (random() % 3) {
+        case 0: text.erase(at, size); break;
+        case 1: text.insert(at, text.substr(random() % text.size(), size)); break;
+        default: text[at] = marks[random() % marks.size()];
+        }
+    }
+    return text;
+}
+
+TEST(Fixes, KeepTheRestOfDamagedModels) {
+    std::mt19937 random(1);
+    for (const MessageEntry& entry : message_index()) {
+        EXPECT_EQ(fix_properties::broken(entry.wrong), "") << entry.wrong;
+        for (int i = 0; i < 20; ++i) {
+            const string text = damaged(entry.wrong, random);
+            EXPECT_EQ(fix_properties::broken(text), "") << text;
+        }
+    }
 }
 
 // Files.

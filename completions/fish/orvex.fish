@@ -47,6 +47,11 @@ complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints fr
 complete -c orvex -n $with_runs -l time -x -d 'Time stamp of the host'
 complete -c orvex -n $with_runs -l put-file -r -F -d 'Path in the FILE statement of the host'
 
+complete -c orvex -n '__fish_seen_subcommand_from check' -l fix -d 'Make certain corrections'
+complete -c orvex -n '__fish_seen_subcommand_from check' -l unsafe-fixes -d 'Also make corrections that may be wrong'
+complete -c orvex -n '__fish_seen_subcommand_from check' -l diff -d 'Show corrections as a diff'
+complete -c orvex -n '__fish_seen_subcommand_from check' -l add-allow -d 'Write comments that allow the warnings'
+
 complete -c orvex -n '__fish_seen_subcommand_from translate' -s o -l out -x -a '(__fish_complete_directories)' -d 'Folder for the outputs'
 complete -c orvex -n '__fish_seen_subcommand_from translate' -l header -r -F -d 'Path of the header file'
 complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d 'Write what the outputs depend on'

@@ -29,7 +29,8 @@ constexpr std::array commands = {
     CommandRow{
         Command::check, "check", "[OPTION...] FILE|FOLDER...", "show all errors and warnings",
         "Shows what is wrong in each file, all errors and not only the first, and leaves no\n"
-        "output. A folder is searched for *.zlm files. \"-\" is standard input.\n"},
+        "output. With --fix it corrects the files. A folder is searched for *.zlm files. \"-\"\n"
+        "is standard input.\n"},
     CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
                "Lists the names of each model with kind, dimension, description, declaration and\n"
                "references.\n"},

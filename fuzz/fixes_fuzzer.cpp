@@ -1,0 +1,18 @@
+// Makes the fixes of what the fuzzer makes up. The data are those of the other fuzzers; what comes
+// before the input is not used.
+#include "agree.h"
+#include "fix_properties.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string found = fix_properties::broken(agree::fuzzed_input({data, data + size}));
+    if (found.empty()) return 0;
+    std::fprintf(stderr, "broken: %s\n", found.c_str());
+    std::abort();
+}
