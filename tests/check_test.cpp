@@ -187,7 +187,7 @@ TEST(Check, TellsRowsFromOddRows) {
         {"$PROD:Y\n 1 O:PY  Q:1\n  I :PL\n+ a b Q:1\n  I:PL  Q :2\n",
          "9:2 text-ignored\n10:3 text-ignored\n11:3 text-ignored\n"},
         {"$PROD:Y  S:0,5\n  O:PY  Q:1;  P:1)\n  I:PL  Q:1 - 2\n",
-         "8:10 value-invalid\n9:9 value-invalid\n9:15 value-invalid\n10:9 value-invalid\n"},
+         "8:12 value-invalid\n9:11 value-invalid\n9:17 value-invalid\n10:11 value-invalid\n"},
         {"$PROD:Y\n  O:PY  Q:1  I:PL  Q:2  Q:3\n  I:PL  N:TAU\n",
          "9:14 entry-joined\n10:11 name-undeclared\n10:9 tax-receiver-missing\n"},
     };

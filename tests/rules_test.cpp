@@ -182,6 +182,71 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
               "`P19` (line 12), `P20` (line 13) and 1 more");
 }
 
+// A text with the edits of its only finding, after what they are: "certain: TEXT".
+string corrected(const string& text) {
+    const std::vector<Finding> found = find(text);
+    if (found.size() != 1 || !found.front().fix) return places(text) + "has no fix";
+    const auto& fix = *found.front().fix;
+    string result = text;
+    for (auto edit = fix.edits.rbegin(); edit != fix.edits.rend(); ++edit)
+        result.replace(edit->begin, edit->end - edit->begin, edit->text);
+    const bool is_certain = fix.confidence == orvex::frontend::Confidence::certain;
+    EXPECT_TRUE(!is_certain || places(result).empty()) << result;
+    return (is_certain ? "certain: " : "maybe: ") + result;
+}
+
+TEST(Rules, CorrectValuesArgumentsAndNames) {
+    const Row rows[] = {
+        {"Q:60*2", "certain: Q:(60*2)"},
+        {"Q:A - B", "certain: Q:(A - B)"},
+        {"Q:A GT 0", "maybe: Q:(A GT 0)"},
+        {"Q:1;", "certain: Q:1"},
+        {"Q:1\xC2\xA0", "certain: Q:1 "},
+        {"Q:\xE2\x88\x92"
+         "A",
+         "certain: Q:-A"},
+        {"Q:A\xE2\x80\x93"
+         "B\xE2\x80\x94"
+         "1",
+         "certain: Q:(A-B-1)"},
+        {"Q:4O\xE2\x80\x93"
+         "1",
+         "maybe: Q:4O-1"},
+        {"Q:3O", "maybe: Q:30"},
+        {"Q:o.5l", "maybe: Q:0.51"},
+        {"Q:\"w\"", "maybe: Q:w"},
+        {"Q:1,5", "maybe: Q:1.5"},
+        {"Q:w[\"a\"]", "maybe: Q:w(\"a\")"},
+        {"Q:1 P 2", "maybe: Q:1 P: 2"},
+        {"Q:1\xC2\xA0P:2", "certain: Q:1 P:2"},
+        {"Q:1$(A\xE2\x88\x92"
+         "B)",
+         "certain: Q:1$(A-B)"},
+    };
+    for (const Row& row : rows) {
+        const auto in_model = [](const string& field) {
+            return model("", "  O:PY  Q:1\n  I:PL  " + field + "\n");
+        };
+        const std::size_t space = row.findings.find(' ') + 1;
+        EXPECT_EQ(corrected(in_model(row.text)),
+                  row.findings.substr(0, space) + in_model(row.findings.substr(space)));
+    }
+    const auto with = [](const string& names, const string& pl) {
+        return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  " + names +
+               "\n$CONSUMERS:\n  RA\n$PROD:Y\n  O:PY  Q:1\n  I:" + pl +
+               "  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL(R)  Q:1\n$OFFTEXT\n";
+    };
+    EXPECT_EQ(corrected(with("PY,PX, PL(R)\n*", "PL(R)  Q:1\n  I:PX  Q:1\n  O:PX")),
+              "certain: " + with("PY PX  PL(R)\n*", "PL(R)  Q:1\n  I:PX  Q:1\n  O:PX"));
+    EXPECT_EQ(corrected(with("PY  PL(R)", "PL((R))")), "certain: " + with("PY  PL(R)", "PL(R)"));
+    EXPECT_EQ(corrected(with("PY  PL(R)", "PL('us')")),
+              "certain: " + with("PY  PL(R)", "PL(\"us\")"));
+    EXPECT_EQ(corrected(with("PY  PL(R)", "PL(2020)")),
+              "maybe: " + with("PY  PL(R)", "PL(\"2020\")"));
+    EXPECT_EQ(corrected(with("PY  PL(R)", "PL(R R)")), "10:8 argument-invalid\nhas no fix");
+    EXPECT_EQ(corrected(with("PY  PL(R)", "PL[R]")), "maybe: " + with("PY  PL(R)", "PL(R)"));
+}
+
 // The table has each code once for a scope.
 TEST(Rules, HaveOneRowForACodeAndScope) {
     const auto rules = orvex::frontend::rules();

@@ -347,7 +347,19 @@ class Builder {
         if (ranges && field.reference.argument_count > 0) open_loops(field);
         check_sets(field);
         enter_field(read, condition_text(read), Put::continuation);
+        if (is_in_nest(read)) field.row = nullptr;
         add_field(field);
+    }
+
+    // A label without value is that of a nest where the block opens one of that name, whatever it
+    // means otherwise.
+    bool is_in_nest(const Read& read) const {
+        if (read.field.row == nullptr || !read.field.text.empty() || model_.opening_is_open ||
+            model_.blocks.empty() || read.label == notation::quantity_label)
+            return false;
+        const Nest* const nest =
+            find_nest(model_, static_cast<Index>(model_.blocks.size()) - 1, read.label);
+        return nest != nullptr && !nest->label.empty();
     }
 
     // Fields of one entry or opening record follow one another; others are of none.
@@ -524,15 +536,19 @@ class Builder {
         }
     }
 
-    // Every own argument that is not quoted must be active.
-    void check_sets(const Field& field) {
+    // Every own argument that is not quoted must be active. With a blank one, the number of
+    // arguments says nothing.
+    void check_sets(Field& field) {
+        bool has_blank = false;
         for (const Argument& argument : arguments_of(model_, field.reference)) {
             const bool good = argument.kind == notation::ArgumentKind::element ||
                               symbols_.is_active(argument.symbol);
             if (good || field.faulty) continue;
             errors_.add_argument(Fault::chkset_inactive, argument.range, argument.symbol);
             symbols_.touch(argument.symbol);
+            has_blank = has_blank || argument.range.empty();
         }
+        field.faulty = field.faulty || has_blank;
     }
 
     std::string condition_text(const Read& read) const {

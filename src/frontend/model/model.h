@@ -97,7 +97,7 @@ struct Reference {
 };
 
 struct Field {
-    const notation::Label* row = nullptr;  // of a label that the notation knows
+    const notation::Label* row = nullptr;  // of a label that the notation knows; null for a nest
     Range label;
     Range text;     // the value: "Y0(S)", "GOVT"
     Range ignored;  // what is dropped after the arguments of a name

@@ -1,12 +1,17 @@
 #include "notation/arguments.h"
 
+#include "frontend/rules/arguments.h"
 #include "frontend/rules/checks.h"
-#include "frontend/rules/edits.h"
+#include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
+#include "frontend/syntax/lookalikes.h"
+#include "text/characters.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,45 +20,19 @@ namespace orvex::frontend {
 
 namespace {
 
-// Sets that the host's program cannot have.
-using IsWrong = bool (*)(std::string_view argument);
-
-// How the quotation marks of UTF-8 begin; one more byte tells them apart.
-constexpr std::string_view typographic = "\xE2\x80";
-
-bool is_blank(std::string_view argument) { return argument.empty(); }
-
-// An element that was to be in double quotes: in single ones, or in typographic ones of UTF-8.
+// An element that was to be in double quotes: in single ones, in typographic ones of UTF-8, or a
+// number.
 bool is_misquoted(std::string_view argument) {
-    return argument.starts_with('\'') || argument.starts_with(typographic);
+    return argument.starts_with('\'') || argument.starts_with("\xE2\x80") ||
+           (!argument.empty() && std::all_of(argument.begin(), argument.end(), is_name_byte) &&
+            is_digit(argument.front()));
 }
 
-// The length of the quotation mark that begins a text; 0 where there is none.
-std::size_t mark_size(std::string_view text) {
-    if (text.starts_with('\'')) return 1;
-    return text.starts_with(typographic) ? typographic.size() + 1 : 0;
-}
-
-// Puts double quotes in place of other marks, where there is one at each end.
-void fix_quotes(Range argument, std::string_view text, Finding& finding) {
-    const std::size_t first = mark_size(text);
-    const std::size_t last = text.ends_with('\'') ? 1 : typographic.size() + 1;
-    if (first == 0 || text.size() <= first + last) return;
-    const std::size_t end = text.size() - last;
-    const bool is_clear = mark_size(text.substr(end)) == last &&
-                          text.substr(first, end - first).find_first_of("'\"") == text.npos;
-    if (!is_clear) return;
-    const auto offset = [&](std::size_t at) { return argument.begin + static_cast<Offset>(at); };
-    set_fix(finding, Confidence::certain,
-            {replacing({argument.begin, offset(first)}, "\""),
-             replacing({offset(end), argument.end}, "\"")});
-}
-
-// Goes through the loops of a model: those of declarations, blocks, entries and reports. A set over
-// which one loops already is not found again.
+// Goes through the loops of a model, those of declarations, blocks, entries and reports, for
+// elements that are looped over. One over which one loops already is not found again.
 class Loops {
   public:
-    Loops(const Subject& subject, IsWrong is_wrong) : subject_(subject), is_wrong_(is_wrong) {}
+    explicit Loops(const Subject& subject) : subject_(subject) {}
 
     std::vector<Range> read() {
         read_declarations();
@@ -105,7 +84,7 @@ class Loops {
 
     void take(Range argument) {
         const std::string text = capitals(text_in(subject_, argument));
-        if (!is_wrong_(text) || notation::argument_kind(text) != notation::ArgumentKind::set)
+        if (!is_misquoted(text) || notation::argument_kind(text) != notation::ArgumentKind::set)
             return;
         if (std::find(open_.begin(), open_.end(), text) != open_.end()) return;
         open_.push_back(text);
@@ -113,22 +92,102 @@ class Loops {
     }
 
     const Subject& subject_;
-    IsWrong is_wrong_;
-    std::vector<std::string> open_;  // wrong sets of the open loops
+    std::vector<std::string> open_;  // elements of the open loops
     std::vector<Range> found_;
 };
 
+bool has_error(const Subject& subject, Index record) {
+    const std::vector<RecordNode>& records = subject.source.tree.records;
+    for (Index field = records[record].field; field < records[record + 1].field; ++field) {
+        if (has_error(*subject.facts, field)) return true;
+    }
+    return false;
+}
+
+// Is the argument read as a set, in a line without errors? An error may be about the set that it
+// was to be.
+bool is_judged(const Subject& subject, const Argument& argument) {
+    if (argument.kind != notation::ArgumentKind::set) return false;
+    const int line = line_of(subject.source.tree, argument.range.begin);
+    return !has_error(subject, static_cast<Index>(line - 1));
+}
+
+// Removes the parentheses in an argument, and those at the end of its list that they have led to.
+// Nothing where that makes no name.
+std::optional<Fix> without_parentheses(const Subject& subject, Range argument) {
+    const std::string_view bytes = subject.source.bytes;
+    std::string name;
+    Fix fix = {Confidence::certain, {}};
+    for (Offset at = argument.begin; at < argument.end; ++at) {
+        if (bytes[at] == '(' || bytes[at] == ')') {
+            fix.edits.push_back({at, at + 1, ""});
+        } else {
+            name += bytes[at];
+        }
+    }
+    if (fix.edits.empty() || !may_be_name(name)) return {};
+    const std::size_t close = bytes.find(')', argument.end);
+    const std::size_t last = std::min(bytes.find_first_not_of(')', close), bytes.size());
+    if (last > close + 1) fix.edits.push_back({close + 1, last, ""});
+    return fix;
+}
+
+// The length of the quote with which an argument begins and ends; 0 where it has none.
+Offset quote_length(std::string_view argument) {
+    const std::string_view quote = argument.starts_with('\'') ? "'" : "\xE2\x80";
+    const std::size_t size = quote == "'" ? 1 : 3;
+    const bool is_quoted = argument.size() > 2 * size && argument.starts_with(quote) &&
+                           argument.substr(argument.size() - size).starts_with(quote);
+    return is_quoted ? static_cast<Offset>(size) : 0;
+}
+
+// How often each symbol is an argument.
+std::vector<int> argument_counts(const Model& model) {
+    std::vector<int> counts(model.symbols.size());
+    for (const Argument& argument : model.arguments) ++counts[argument.symbol];
+    return counts;
+}
+
+// Where it is not the only argument of that text, others have to change with it.
+Fix in_double_quotes(const Subject& subject, Range argument, bool is_only) {
+    const Offset size = quote_length(text_in(subject, argument));
+    return {
+        size > 0 && is_only ? Confidence::certain : Confidence::maybe,
+        {{argument.begin, argument.begin + size, "\""}, {argument.end - size, argument.end, "\""}}};
+}
+
 }  // namespace
 
+bool is_invalid_set(std::string_view argument) {
+    return !argument.empty() && !may_be_name(argument) && !is_misquoted(argument) &&
+           lookalikes(argument).empty();
+}
+
 void check_argument_blank(const Subject& subject, Findings& findings) {
-    for (const Range argument : Loops(subject, is_blank).read()) warn(subject, findings, argument);
+    for (const Argument& argument : subject.model->arguments) {
+        if (argument.range.empty() && is_judged(subject, argument))
+            warn(subject, findings, argument.range);
+    }
+}
+
+void check_argument_invalid(const Subject& subject, Findings& findings) {
+    for (const Argument& argument : subject.model->arguments) {
+        if (!is_invalid_set(text_in(subject, argument.range)) || !is_judged(subject, argument))
+            continue;
+        warn(subject, findings, argument.range, {{"argument", as_read(subject, argument.range)}})
+            .fix = without_parentheses(subject, argument.range);
+    }
 }
 
 void check_argument_quotes(const Subject& subject, Findings& findings) {
-    for (const Range argument : Loops(subject, is_misquoted).read()) {
-        Finding& finding =
-            warn(subject, findings, argument, {{"argument", as_read(subject, argument)}});
-        fix_quotes(argument, text_in(subject, argument), finding);
+    const std::vector<Range> found = Loops(subject).read();
+    if (found.empty()) return;
+    const std::vector<int> counts = argument_counts(*subject.model);
+    for (const Range argument : found) {
+        const std::string text = as_read(subject, argument);
+        const Index symbol = subject.model->names.find(text);
+        warn(subject, findings, argument, {{"argument", text}}).fix =
+            in_double_quotes(subject, argument, symbol != no_index && counts[symbol] == 1);
     }
 }
 

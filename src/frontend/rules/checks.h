@@ -44,9 +44,11 @@ void check_auxiliary_constraint(const Subject& subject, Findings& findings);
 void check_constraint_twice(const Subject& subject, Findings& findings);
 
 // declarations.cpp
-void check_name_odd(const Subject& subject, Findings& findings);
 void check_name_missing(const Subject& subject, Findings& findings);
 void check_name_twice(const Subject& subject, Findings& findings);
+
+// invalid_names.cpp
+void check_name_invalid(const Subject& subject, Findings& findings);
 
 // entries.cpp
 void check_entry_text(const Subject& subject, Findings& findings);
@@ -56,9 +58,11 @@ void check_entry_joined(const Subject& subject, Findings& findings);
 
 // fields.cpp
 void check_field_empty(const Subject& subject, Findings& findings);
-void check_value_odd(const Subject& subject, Findings& findings);
 void check_label_unknown(const Subject& subject, Findings& findings);
 void check_label_twice(const Subject& subject, Findings& findings);
+
+// values.cpp
+void check_value_invalid(const Subject& subject, Findings& findings);
 
 // nests.cpp
 void check_nest_undeclared(const Subject& subject, Findings& findings);
@@ -67,8 +71,12 @@ void check_nest_undeclared(const Subject& subject, Findings& findings);
 void check_tax_rate(const Subject& subject, Findings& findings);
 void check_tax_receiver(const Subject& subject, Findings& findings);
 
+// characters.cpp
+void check_character(const Subject& subject, Findings& findings);
+
 // arguments.cpp
 void check_argument_blank(const Subject& subject, Findings& findings);
+void check_argument_invalid(const Subject& subject, Findings& findings);
 void check_argument_quotes(const Subject& subject, Findings& findings);
 
 // allow.cpp

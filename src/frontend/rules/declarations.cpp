@@ -31,18 +31,6 @@ bool is_declared_before(const Subject& subject, const Field& head) {
 
 }  // namespace
 
-// One for each line: all its words are there for the same reason.
-void check_name_odd(const Subject& subject, Findings& findings) {
-    Index last = no_index;
-    for (const Index index : subject.model->declared) {
-        const Symbol& symbol = subject.model->symbols[index];
-        const bool is_found = has(*subject.facts, index, is_odd) && symbol.entered;
-        if (!is_found || symbol.touched || symbol.declared_record == last) continue;
-        last = symbol.declared_record;
-        warn(subject, findings, symbol.declaration, {{"name", name_of(*subject.model, index)}});
-    }
-}
-
 void check_name_missing(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
     for (const Field& field : subject.model->nameless) {

@@ -1,3 +1,4 @@
+#include "frontend/rules/arguments.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
@@ -62,6 +63,15 @@ Range first_word(const Subject& subject, Range text) {
     return {text.begin, text.begin + static_cast<Offset>(size)};
 }
 
+// What is after the arguments may be a part of them where one of them is wrong.
+bool has_invalid_set(const Subject& subject, const Field& field) {
+    const auto arguments = arguments_of(*subject.model, field.reference);
+    return std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
+        return argument.kind == notation::ArgumentKind::set &&
+               is_invalid_set(text_in(subject, argument.range));
+    });
+}
+
 // Calls work(row) for the row of each entry of a production or demand block.
 template <typename Work>
 void for_each_entry(const Subject& subject, const Work& work) {
@@ -85,7 +95,7 @@ void check_entry_text(const Subject& subject, Findings& findings) {
     }
     for (const Row& row : subject.facts->rows.rows) {
         const Field& head = head_of(row);
-        if (head.ignored.empty() || head.faulty) continue;
+        if (head.ignored.empty() || head.faulty || has_invalid_set(subject, head)) continue;
         const Range word = first_word(subject, head.ignored);
         warn(subject, findings, word, {{"text", as_read(subject, word)}});
     }

@@ -1,6 +1,7 @@
 #include "frontend/rules/facts.h"
 
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/lookalikes.h"
 #include "text/characters.h"
 
 #include <algorithm>
@@ -12,8 +13,6 @@ namespace orvex::frontend {
 namespace {
 
 using notation::Meaning;
-
-constexpr std::string_view odd_characters = ":,;+=*/'\"";
 
 // Collects the facts, one after another.
 class Reader {
@@ -28,6 +27,7 @@ class Reader {
         read_rows_of_names();
         read_blocks();
         read_declared();
+        read_field_errors();
         read_text_not_read();
         read_type_errors();
         read_names_by_spelling();
@@ -70,6 +70,7 @@ class Reader {
 
     void add_flow(Index owner, const Row& row, const Field& field) {
         const Index commodity = field.reference.symbol;
+        if (field.text.empty()) add_nameless(meaning_of(field));
         switch (meaning_of(field)) {
         case Meaning::output: add(commodity, made | supplied); return add(owner, has_output);
         case Meaning::input: add(commodity, wanted); return add(owner, has_input);
@@ -107,7 +108,11 @@ class Reader {
         const bool is_known = symbol != no_index && model_.symbols[symbol].is_declared &&
                               model_.symbols[symbol].kind == Kind::commodity;
         if (is_known) return;
-        const Meaning meaning = meaning_of(head);
+        add_nameless(meaning_of(head));
+    }
+
+    // Any commodity may be meant.
+    void add_nameless(Meaning meaning) {
         const bool supplies = meaning == Meaning::output || meaning == Meaning::endowment;
         (supplies ? facts_.any_supplied : facts_.any_wanted) = true;
     }
@@ -129,14 +134,40 @@ class Reader {
     void read_declared() {
         for (const Index symbol : model_.declared) {
             facts_.is_declared[static_cast<std::size_t>(model_.symbols[symbol].kind)] = true;
-            const std::string& name = name_of(model_, symbol);
-            if (name.find_first_of(odd_characters) == std::string::npos) continue;
-            add(symbol, is_odd);
-            excuse_words(name);
         }
         for (Index symbol = 0; symbol < model_.symbols.size(); ++symbol) {
             if (model_.symbols[symbol].touched) add(symbol, is_excused);
+            read_name(symbol);
         }
+    }
+
+    void read_name(Index symbol) {
+        const Symbol& known = model_.symbols[symbol];
+        const std::string& name = name_of(model_, symbol);
+        const bool is_named = known.is_declared || (known.entered && is_variable(known.kind));
+        if (!is_named || name.empty() || (may_be_name(name) && lookalikes(name).empty())) return;
+        add(symbol, is_odd);
+        excuse_words(name);
+    }
+
+    void read_field_errors() {
+        const Tree& tree = source_.tree;
+        const ModelNode& node = tree.models[model_.node];
+        facts_.first_field = tree.records[node.record].field;
+        facts_.has_error.resize(tree.records[node.end].field - facts_.first_field);
+        for (std::size_t i = 0; i < facts_.has_error.size(); ++i)
+            facts_.has_error[i] = tree.fields[facts_.first_field + i].fault != Fault::none;
+        for (const Error& error : model_.errors) {
+            note_error(error.place);
+            for (const Range place : error.also) note_error(place);
+        }
+    }
+
+    void note_error(Range place) {
+        const Index field = field_at(source_.tree, place.begin);
+        const Index end = facts_.first_field + static_cast<Index>(facts_.has_error.size());
+        const bool is_known = field >= facts_.first_field && field < end;
+        if (is_known) facts_.has_error[field - facts_.first_field] = true;
     }
 
     void excuse_words(std::string_view text) {
@@ -164,7 +195,9 @@ class Reader {
     void take_token(Index token) {
         const Tree& tree = source_.tree;
         const TokenKind kind = tree.tokens[token].kind;
-        if (kind == TokenKind::ignored) excuse_words(text_of(source_.bytes, range_of(tree, token)));
+        const std::string_view text = text_of(source_.bytes, range_of(tree, token));
+        const bool is_odd_label = kind == TokenKind::label && !lookalikes(text).empty();
+        if (kind == TokenKind::ignored || is_odd_label) excuse_words(text);
         if (kind != TokenKind::unread || token == 0) return;
         if (tree.tokens[token - 1].kind == TokenKind::description) return;
         excuse_words(text_of(source_.bytes, range_of(tree, token - 1)));

@@ -24,7 +24,7 @@ enum Fact : unsigned {
     has_income = 1U << 7U,      // an endowment, or a tax
     block_unclear = 1U << 8U,   // a row of its block cannot be judged
     has_constraint = 1U << 9U,  // an auxiliary variable
-    is_odd = 1U << 10U,         // not meant to be a name
+    is_odd = 1U << 10U,         // has characters that no name has
     is_stray = 1U << 11U,       // begins a row with a label that begins none
     is_excused = 1U << 12U,     // what is missing for it has an error, or a finding of its own
 };
@@ -38,6 +38,8 @@ struct Facts {
     std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
     // A name of another kind is refused where a name of this kind must be: any may be meant.
     std::array<bool, kind_count> is_doubtful{};
+    Index first_field = 0;         // of the model, in Tree::fields
+    std::vector<bool> has_error;   // of each field from that one on
     bool any_supplied = false;     // any commodity may be made or owned where a name is refused
     bool any_wanted = false;       // used or demanded
     bool any_constrained = false;  // any auxiliary variable may be that of a refused constraint
@@ -45,6 +47,11 @@ struct Facts {
 
 inline bool has(const Facts& facts, Index symbol, Fact fact) {
     return (facts.names[symbol] & fact) != 0;
+}
+
+// Is an error of the translator in the field?
+inline bool has_error(const Facts& facts, Index field) {
+    return facts.has_error[field - facts.first_field];
 }
 
 inline bool is_doubtful(const Facts& facts, Kind kind) {

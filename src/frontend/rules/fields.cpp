@@ -5,6 +5,7 @@
 #include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/lookalikes.h"
 #include "notation/records.h"
 
 #include <cstddef>
@@ -27,22 +28,6 @@ void for_each_field(const Subject& subject, const Work& work) {
             if (!field->faulty) work(row, *field);
         }
     }
-}
-
-// Does the field mean something only with a value? In an opening record any one does.
-bool needs_value(const Row& row, const Field& field) {
-    return row.entry == nullptr || (field.row != nullptr && field.row->full);
-}
-
-// Outside of parentheses a value has neither blanks nor commas.
-bool is_odd_value(std::string_view value) {
-    int depth = 0;
-    for (const char c : value) {
-        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
-        const bool separates = notation::as_blank(c) == blank_char || c == ',' || c == ';';
-        if (depth < 0 || (depth == 0 && separates)) return true;
-    }
-    return depth != 0;
 }
 
 // The labels of a row so far. An opening record has each at most once, an entry some of them.
@@ -93,14 +78,35 @@ void check_owner_empty(const Subject& subject, const Field& field, Findings& fin
     warn(subject, findings, label_place(subject, field), {{"label", label_text(subject, field)}});
 }
 
+// Is the value in the label after it, with a blank that is not ASCII's?
+bool is_in_next_label(const Subject& subject, const Field& field) {
+    const Tree& tree = subject.source.tree;
+    if (field.node + 1 == tree.records[field.record + 1].field) return false;
+    const FieldParts next = parts_of(tree, field.record, field.node + 1);
+    return !lookalikes(text_in(subject, next.label)).empty();
+}
+
+// The first fields of entries that must name something.
+void check_heads(const Subject& subject, Findings& findings) {
+    for (const Row& row : subject.facts->rows.rows) {
+        if (row.entry == nullptr || row.stray || row.indented) continue;
+        const Field& head = row.entry->head;
+        if (head.faulty || !head.text.empty() || is_in_next_label(subject, head)) continue;
+        warn(subject, findings, label_place(subject, head), {{"label", label_text(subject, head)}},
+             "name");
+    }
+}
+
 }  // namespace
 
 void check_field_empty(const Subject& subject, Findings& findings) {
     for_each_field(subject, [&](const Row& row, const Field& field) {
         if (!needs_value(row, field) || !field.text.empty()) return;
+        if (is_in_next_label(subject, field)) return;
         warn(subject, findings, label_place(subject, field),
              {{"label", label_text(subject, field)}});
     });
+    check_heads(subject, findings);
     for (const Block& block : subject.model->blocks) {
         if (!is_opened_by(block, notation::Opens::report)) continue;
         for (const Entry& entry : entries_of(*subject.model, block)) {
@@ -110,21 +116,13 @@ void check_field_empty(const Subject& subject, Findings& findings) {
     }
 }
 
-void check_value_odd(const Subject& subject, Findings& findings) {
-    for_each_field(subject, [&](const Row& row, const Field& field) {
-        if (!needs_value(row, field) || field.is_name) return;
-        if (!is_odd_value(text_in(subject, field.text))) return;
-        warn(subject, findings, label_place(subject, field),
-             {{"label", label_text(subject, field)}});
-    });
-}
-
 // A label that is not known is that of a nest, which has no value in an entry.
 void check_label_unknown(const Subject& subject, Findings& findings) {
     for_each_field(subject, [&](const Row& row, const Field& field) {
         if (needs_value(row, field) || field.text.empty()) return;
-        const bool is_explained =
-            is_made_by_host(subject.source, field) || has_joined_plus(subject.source, field);
+        const bool is_explained = is_made_by_host(subject.source, field) ||
+                                  has_joined_plus(subject.source, field) ||
+                                  has_lookalike(subject.source, field);
         if (is_explained) return;
         warn(subject, findings, label_place(subject, field),
              {{"label", label_text(subject, field)}});

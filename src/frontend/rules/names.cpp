@@ -104,11 +104,14 @@ void warn_of(const Subject& subject, const Group& group, Findings& findings) {
 
 }  // namespace
 
-// Where the model declares no name of the kind, all of them have one cause.
+// Where the model declares no name of the kind, all of them have one cause. What is not a valid
+// name is found as such.
 void check_name_undeclared(const Subject& subject, Findings& findings) {
     const Model& model = *subject.model;
     Group names;
-    for (const Undeclared& name : subject.facts->undeclared) names.push_back(&name);
+    for (const Undeclared& name : subject.facts->undeclared) {
+        if (!has(*subject.facts, name.symbol, is_odd)) names.push_back(&name);
+    }
     std::stable_sort(names.begin(), names.end(), [&](const Undeclared* a, const Undeclared* b) {
         return model.uses[a->first_use].range.begin < model.uses[b->first_use].range.begin;
     });

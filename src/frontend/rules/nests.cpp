@@ -25,7 +25,8 @@ Names opened_nests(const Subject& subject, const Row& opening) {
 bool names_nest(const Subject& subject, const Field& field) {
     const bool has_meaning = field.row != nullptr && field.row->full;
     return !has_meaning && field.text.empty() && !field.faulty &&
-           !is_made_by_host(subject.source, field) && !has_joined_plus(subject.source, field);
+           !is_made_by_host(subject.source, field) && !has_joined_plus(subject.source, field) &&
+           !has_lookalike(subject.source, field);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "frontend/rules/rows.h"
 
+#include "frontend/syntax/lookalikes.h"
 #include "notation/records.h"
 
 #include <algorithm>
@@ -106,7 +107,8 @@ class Collector {
         const bool joins = row.entry != nullptr && begins_entry(field);
         if (row.own_count == row.field_count && !joins) ++row.own_count;
         ++row.field_count;
-        row.unclear = row.unclear || has_joined_plus(source_, field) || is_cut(field.record);
+        row.unclear = row.unclear || has_joined_plus(source_, field) || is_cut(field.record) ||
+                      has_lookalike(source_, field);
         rows_.fields.push_back(&field);
     }
 
@@ -159,6 +161,10 @@ const Field* joined_field(const Rows& rows, const Row& row) {
     return row.own_count == row.field_count ? nullptr : fields_of(rows, row)[row.own_count];
 }
 
+bool needs_value(const Row& row, const Field& field) {
+    return row.entry == nullptr || (field.row != nullptr && field.row->full);
+}
+
 const Field& head_of(const Row& row) { return row.entry == nullptr ? *row.owner : row.entry->head; }
 
 Meaning meaning_of(const Field& field) {
@@ -166,6 +172,7 @@ Meaning meaning_of(const Field& field) {
 }
 
 bool begins_entry(const Field& field) {
+    if (field.text.empty()) return false;
     const Meaning meaning = meaning_of(field);
     return meaning == Meaning::output || meaning == Meaning::input || meaning == Meaning::demand ||
            meaning == Meaning::endowment;
@@ -181,6 +188,10 @@ bool has_joined_plus(const Source& source, const Field& field) {
     return field.label.end - field.label.begin > 1 &&
            source.bytes[field.label.begin] == notation::continuation_mark &&
            field.label.begin == line_range(source.tree, field.record).begin;
+}
+
+bool has_lookalike(const Source& source, const Field& field) {
+    return !lookalikes(text_of(source.bytes, field.label)).empty();
 }
 
 bool is_made_by_host(const Source& source, const Field& field) {

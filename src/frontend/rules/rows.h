@@ -39,13 +39,17 @@ std::span<const Field* const> own_fields_of(const Rows& rows, const Row& row);
 // The field whose label begins an entry of its own, or null.
 const Field* joined_field(const Rows& rows, const Row& row);
 
+// Does the field mean something only with a value? In an opening record any one does.
+bool needs_value(const Row& row, const Field& field);
+
 // The first field of a row: for an opening record, the keyword with its name.
 const Field& head_of(const Row& row);
 
 // What the label of a field says of the economy.
 notation::Meaning meaning_of(const Field& field);
 
-// Does the label name an output, input, demand or endowment, and so begin an entry?
+// Does the field name an output, input, demand or endowment, and so begin an entry? Without a name
+// it is in a nest.
 bool begins_entry(const Field& field);
 
 // Does "+" or "$" begin a line, but not in column 1?
@@ -53,6 +57,9 @@ bool is_indented(std::string_view line);
 
 // Is the "+" that continues an entry joined to the label, and so a part of it?
 bool has_joined_plus(const Source& source, const Field& field);
+
+// Is a dash or a blank in the label that is not ASCII's? Then another label is meant.
+bool has_lookalike(const Source& source, const Field& field);
 
 // Labels that are elements of a set are made when the host's program runs.
 bool is_made_by_host(const Source& source, const Field& field);

@@ -15,6 +15,9 @@ struct Tax {
     const Field* rate = nullptr;
 };
 
+// A label without its name or value is found as such.
+bool lacks_text(const Field* field) { return field != nullptr && field->text.empty(); }
+
 // Calls work(tax) for each entry that can be read in all its lines.
 template <typename Work>
 void for_each_tax(const Subject& subject, const Work& work) {
@@ -26,7 +29,7 @@ void for_each_tax(const Subject& subject, const Work& work) {
             if (meaning_of(*field) == Meaning::tax_receiver) tax.receiver = field;
             if (meaning_of(*field) == Meaning::tax_rate) tax.rate = field;
         }
-        work(tax);
+        if (!lacks_text(tax.receiver) && !lacks_text(tax.rate)) work(tax);
     }
 }
 

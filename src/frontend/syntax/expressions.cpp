@@ -123,6 +123,21 @@ bool is_plain_name(std::string_view text) {
            std::all_of(text.begin(), text.end(), is_name_byte);
 }
 
+bool may_be_name(std::string_view text) {
+    if (text.empty() || is_digit(text.front())) return false;
+    for (std::size_t at = 0; at < text.size();) {
+        const bool is_foreign = static_cast<unsigned char>(text[at]) >= 0x80;
+        if (is_name_byte(text[at]) || is_foreign) {
+            ++at;
+            continue;
+        }
+        const Lexeme next = next_lexeme(text, at);
+        if (next.kind != TokenKind::macro) return false;
+        at = next.end;
+    }
+    return true;
+}
+
 Lexeme next_lexeme(std::string_view text, std::size_t at) {
     const char c = text[at];
     if (c == blank_char) {

@@ -14,6 +14,10 @@ bool is_name_byte(char c);
 // Is the text a name and no more? It does not begin with a digit.
 bool is_plain_name(std::string_view text);
 
+// Can the text be a name once the host has put in what each "%X%" in it stands for? Letters that
+// are not of ASCII pass.
+bool may_be_name(std::string_view text);
+
 struct Lexeme {
     TokenKind kind = TokenKind::symbol;
     std::size_t end = 0;

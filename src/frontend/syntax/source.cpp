@@ -61,6 +61,16 @@ int line_of(const Tree& tree, Offset offset) {
     return std::max(static_cast<int>(after - tree.records.begin()), 1);
 }
 
+Index field_at(const Tree& tree, Offset offset) {
+    const auto record = static_cast<Index>(line_of(tree, offset) - 1);
+    Index field = tree.records[record + 1].field;
+    while (field > tree.records[record].field &&
+           tree.tokens[tree.fields[field - 1].token].begin > offset) {
+        --field;
+    }
+    return field == tree.records[record].field ? no_index : field - 1;
+}
+
 int column_of(std::string_view line, std::size_t at) {
     int column = 1;
     std::size_t end = 0;

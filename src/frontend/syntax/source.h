@@ -41,6 +41,9 @@ Offset line_begin(const Source& source, int line);
 inline int line_of_record(Index record) { return static_cast<int>(record) + 1; }
 int line_of(const Tree& tree, Offset offset);
 
+// The field of its line in which a byte is, or no_index.
+Index field_at(const Tree& tree, Offset offset);
+
 // Column, from 1, of the byte at `at` (from 0) of a line: characters of UTF-8, or bytes where the
 // line is not UTF-8.
 int column_of(std::string_view line, std::size_t at);

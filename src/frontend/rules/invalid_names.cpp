@@ -1,0 +1,158 @@
+#include "frontend/rules/arguments.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/warn.h"
+#include "frontend/syntax/expressions.h"
+#include "frontend/syntax/fields.h"
+#include "frontend/syntax/lookalikes.h"
+#include "text/characters.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace orvex::frontend {
+
+namespace {
+
+// An invalid name as it is read, and where it is.
+struct Name {
+    std::string text;
+    Range place;
+};
+
+// The second word of a name with a blank.
+struct Word {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+Word second_word(std::string_view name) {
+    const std::size_t blank = std::min(name.find(blank_char), name.size());
+    const std::size_t begin = std::min(name.find_first_not_of(blank_char, blank), name.size());
+    return {begin, std::min(name.find(blank_char, begin), name.size())};
+}
+
+// What is wrong with the name, as the index has it. A label has a value after it.
+std::string_view variant_of(std::string_view name, Word word) {
+    if (is_digit(name.front())) return "digit";
+    if (name.find_first_of("[]{}") != std::string_view::npos) return "brackets";
+    if (name.find(',') != std::string_view::npos) return "comma";
+    if (word.begin == name.size()) return {};
+    const auto* const label = notation::find_label(name.substr(word.begin, word.end - word.begin));
+    return label != nullptr && label->full && word.end < name.size() ? "label" : "blank";
+}
+
+// Are there nothing but names and commas?
+bool are_names(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(','), text.size());
+        if (end > 0 && !may_be_name(text.substr(0, end))) return false;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return true;
+}
+
+class Checker {
+  public:
+    Checker(const Subject& subject, Findings& findings)
+        : subject_(subject),
+          tree_(subject.source.tree),
+          model_(*subject.model),
+          findings_(findings) {}
+
+    void check_declared(Index index) {
+        const Symbol& symbol = model_.symbols[index];
+        const bool is_found = has(*subject_.facts, index, is_odd) && symbol.entered;
+        if (is_found && !symbol.touched) check({name_of(model_, index), symbol.declaration}, true);
+    }
+
+    void check_undeclared(const Undeclared& name) {
+        if (!has(*subject_.facts, name.symbol, is_odd)) return;
+        check({name_of(model_, name.symbol), model_.uses[name.first_use].range}, false);
+    }
+
+    // Text after the arguments of a declared name.
+    void check_ends(Index record) {
+        if (tree_.records[record].kind != RecordKind::names) return;
+        const Index end = tree_.records[record + 1].field;
+        for (Index field = tree_.records[record].field; field < end; ++field) {
+            const FieldParts parts = parts_of(tree_, record, field);
+            if (parts.ignored.empty() || has_error(*subject_.facts, field) || has_wrong_set(parts))
+                continue;
+            const Range place = {parts.root.begin, parts.ignored.end};
+            check({as_read(subject_, place), place}, true);
+        }
+    }
+
+  private:
+    bool has_wrong_set(const FieldParts& parts) const {
+        const auto arguments = parts.own.arguments();
+        return std::any_of(arguments.begin(), arguments.end(), [&](Range argument) {
+            return is_invalid_set(text_in(subject_, argument));
+        });
+    }
+
+    void check(const Name& name, bool is_declared) {
+        const auto record = static_cast<Index>(line_of(tree_, name.place.begin) - 1);
+        if (is_declared && !records_.insert(record).second) return;
+        if (!lookalikes(name.text).empty()) return;
+        const Word word = second_word(name.text);
+        const std::string second = name.text.substr(word.begin, word.end - word.begin);
+        const std::string_view variant = variant_of(name.text, word);
+        Finding& finding = warn(subject_, findings_, name.place,
+                                {{"name", name.text}, {"label", second}}, variant);
+        if (variant == "comma" && is_declared) finding.fix = without_commas(record);
+        if (variant == "brackets") finding.fix = in_parentheses(name);
+        if (variant != "label") return;
+        const std::size_t colon = name.place.begin + word.end;
+        finding.fix = Fix{Confidence::maybe, {{colon, colon, ":"}}};
+    }
+
+    static Fix in_parentheses(const Name& name) {
+        Fix fix;
+        for (std::size_t at = name.text.find_first_of("[]{}"); at < name.text.size();
+             at = name.text.find_first_of("[]{}", at + 1)) {
+            const std::size_t place = name.place.begin + at;
+            const bool opens = name.text[at] == '[' || name.text[at] == '{';
+            fix.edits.push_back({place, place + 1, opens ? "(" : ")"});
+        }
+        return fix;
+    }
+
+    // A line of declarations with blanks in the place of its commas.
+    std::optional<Fix> without_commas(Index record) const {
+        Fix fix = {Confidence::certain, {}};
+        for (Index token = tree_.records[record].token; token < tree_.records[record + 1].token;
+             ++token) {
+            if (tree_.tokens[token].kind != TokenKind::name) continue;
+            const Range place = range_of(tree_, token);
+            const std::string_view text = text_in(subject_, place);
+            if (!are_names(text)) return {};
+            for (std::size_t at = text.find(','); at < text.size(); at = text.find(',', at + 1))
+                fix.edits.push_back({place.begin + at, place.begin + at + 1, " "});
+        }
+        return fix;
+    }
+
+    const Subject& subject_;
+    const Tree& tree_;
+    const Model& model_;
+    Findings& findings_;
+    std::unordered_set<Index> records_;  // of declarations that have a finding
+};
+
+}  // namespace
+
+// One for each line of declarations: all its words are there for the same reason.
+void check_name_invalid(const Subject& subject, Findings& findings) {
+    Checker checker(subject, findings);
+    for (const Index symbol : subject.model->declared) checker.check_declared(symbol);
+    for (const Undeclared& name : subject.facts->undeclared) checker.check_undeclared(name);
+    const ModelNode& node = subject.source.tree.models[subject.model->node];
+    for (Index record = node.record; record < node.end; ++record) checker.check_ends(record);
+}
+
+}  // namespace orvex::frontend

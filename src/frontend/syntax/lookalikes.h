@@ -1,0 +1,25 @@
+// Dashes and blanks that look like "-" and " " but are other characters, as texts from other
+// programs have them. Nothing reads them as a minus or a blank.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Lookalike {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    char meant = '-';       // or ' '
+    std::string_view name;  // "U+2212"
+};
+
+// Those of a text in UTF-8, outside of quotes.
+std::vector<Lookalike> lookalikes(std::string_view text);
+
+// The text with the characters that are meant.
+std::string without_lookalikes(std::string_view text);
+
+}  // namespace orvex::frontend
