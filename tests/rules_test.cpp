@@ -222,6 +222,7 @@ TEST(Rules, CorrectValuesArgumentsAndNames) {
         {"Q:1$(A\xE2\x88\x92"
          "B)",
          "certain: Q:1$(A-B)"},
+        {"Q:W#(R)", "maybe: Q:W"},
     };
     for (const Row& row : rows) {
         const auto in_model = [](const string& field) {
@@ -245,6 +246,28 @@ TEST(Rules, CorrectValuesArgumentsAndNames) {
               "maybe: " + with("PY  PL(R)", "PL(\"2020\")"));
     EXPECT_EQ(corrected(with("PY  PL(R)", "PL(R R)")), "10:8 argument-invalid\nhas no fix");
     EXPECT_EQ(corrected(with("PY  PL(R)", "PL[R]")), "maybe: " + with("PY  PL(R)", "PL(R)"));
+}
+
+TEST(Rules, CompareSetsWithThoseOfTheDeclaration) {
+    const auto with = [](const string& sets) {
+        return "$MODEL:M\n$SECTORS:\n  Y(G)\n$COMMODITIES:\n  P(G,R)  Q(\"a\",T)\n$CONSUMERS:\n  "
+               "RA\n"
+               "$PROD:Y(G)\n  O:P(G,R)  Q:1\n  I:P" +
+               sets +
+               "  Q:1\n$DEMAND:RA\n  D:P(G,R)\n  E:P(G,R)  Q:1\n  E:Q(S,T)\n  D:Q(S,T)\n"
+               "$OFFTEXT\n";
+    };
+    const Row rows[] = {
+        {"(G,R)", ""},
+        {"(\"a\",R)", ""},
+        {"(G+1,R)", ""},
+        {"(R,G)", "10:5 set-order-differs\n"},
+        {"(\"a\",G)", "10:5 set-order-differs\n"},
+        {"(H,R)", "10:5 set-differs\n"},
+        {"(R,H)", "10:5 set-differs\n"},
+        {"(G,R2)", "10:5 set-differs\n"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(places(with(row.text)), row.findings) << row.text;
 }
 
 // The table has each code once for a scope.

@@ -74,6 +74,11 @@ void check_tax_receiver(const Subject& subject, Findings& findings);
 // characters.cpp
 void check_character(const Subject& subject, Findings& findings);
 
+// sets.cpp
+void check_index_list(const Subject& subject, Findings& findings);
+void check_set_order(const Subject& subject, Findings& findings);
+void check_set_other(const Subject& subject, Findings& findings);
+
 // arguments.cpp
 void check_argument_blank(const Subject& subject, Findings& findings);
 void check_argument_invalid(const Subject& subject, Findings& findings);

@@ -48,10 +48,13 @@ constexpr Rule table[] = {
     {"argument-blank", level, Scope::model, check_argument_blank},
     {"argument-invalid", level, Scope::model, check_argument_invalid},
     {"argument-misquoted", level, Scope::model, check_argument_quotes},
+    {"index-list-ignored", level, Scope::model, check_index_list},
     {"character-invalid", level, Scope::model, check_character},
     {"allow-unknown", level, Scope::file, check_allow_unknown},
     {"allow-invalid", level, Scope::file, check_allow_invalid},
     {"allow-unused", level, Scope::comments, nullptr},
+    {"set-order-differs", Severity::off, Scope::model, check_set_order},
+    {"set-differs", Severity::off, Scope::model, check_set_other},
 };
 
 void run_scope(Scope scope, Subject subject, std::vector<Finding>& findings) {
