@@ -42,6 +42,17 @@ void check_block_missing(const Subject& subject, Findings& findings);
 // constraints.cpp
 void check_auxiliary_constraint(const Subject& subject, Findings& findings);
 void check_constraint_twice(const Subject& subject, Findings& findings);
+void check_constraint_empty(const Subject& subject, Findings& findings);
+void check_constraint_end(const Subject& subject, Findings& findings);
+void check_constraint_groups(const Subject& subject, Findings& findings);
+void check_constraint_relation(const Subject& subject, Findings& findings);
+void check_constraint_relations(const Subject& subject, Findings& findings);
+void check_constraint_dimension(const Subject& subject, Findings& findings);
+void check_constraint_text(const Subject& subject, Findings& findings);
+
+// operators.cpp
+void check_operator_missing(const Subject& subject, Findings& findings);
+void check_name_operator(const Subject& subject, Findings& findings);
 
 // declarations.cpp
 void check_name_missing(const Subject& subject, Findings& findings);

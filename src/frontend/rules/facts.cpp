@@ -32,6 +32,7 @@ class Reader {
         read_type_errors();
         read_names_by_spelling();
         collect_judged();
+        facts_.bodies = read_bodies(source_, model_);
     }
 
   private:

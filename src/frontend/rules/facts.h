@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frontend/model/model.h"
+#include "frontend/rules/constraint_bodies.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/undeclared.h"
 #include "frontend/syntax/source.h"
@@ -35,6 +36,7 @@ struct Facts {
     std::vector<const Field*> blocks;  // the head of each symbol's first block, or null
     std::vector<Index> judged;         // declared variables for which all that counts can be read
     std::vector<Undeclared> undeclared;
+    std::vector<Body> bodies;  // the texts of the constraints
     std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
     // A name of another kind is refused where a name of this kind must be: any may be meant.
     std::array<bool, kind_count> is_doubtful{};
