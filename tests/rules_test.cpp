@@ -1,5 +1,6 @@
 // What the rules say of models with errors, and how findings with one cause are joined.
 #include "frontend/model/build.h"
+#include "frontend/rules/host_text.h"
 #include "frontend/rules/rule.h"
 #include "frontend/syntax/source.h"
 
@@ -23,9 +24,10 @@ std::vector<Finding> find(const string& text) {
     orvex::frontend::parse_source(source);
     std::vector<Finding> findings;
     orvex::frontend::run_file_rules(source, findings);
+    const orvex::frontend::HostText host = orvex::frontend::read_host_text(source);
     for (Index i = 0; i < orvex::frontend::model_count(source.tree); ++i) {
         const Model model = orvex::frontend::build_model(source.bytes, source.tree, i, false);
-        orvex::frontend::run_model_rules(source, model, findings);
+        orvex::frontend::run_model_rules(source, host, model, findings);
     }
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });

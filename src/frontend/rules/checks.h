@@ -26,6 +26,7 @@ void check_keyword_text(const Subject& subject, Findings& findings);
 
 // names.cpp
 void check_name_undeclared(const Subject& subject, Findings& findings);
+void check_name_unknown(const Subject& subject, Findings& findings);
 void check_name_unused(const Subject& subject, Findings& findings);
 
 // flows.cpp
@@ -44,6 +45,7 @@ void check_auxiliary_constraint(const Subject& subject, Findings& findings);
 void check_constraint_twice(const Subject& subject, Findings& findings);
 void check_constraint_empty(const Subject& subject, Findings& findings);
 void check_constraint_end(const Subject& subject, Findings& findings);
+void check_constraint_open(const Subject& subject, Findings& findings);
 void check_constraint_groups(const Subject& subject, Findings& findings);
 void check_constraint_relation(const Subject& subject, Findings& findings);
 void check_constraint_relations(const Subject& subject, Findings& findings);

@@ -181,6 +181,16 @@ void check_constraint_end(const Subject& subject, Findings& findings) {
     }
 }
 
+// The translator ends such an equation where the next block begins.
+void check_constraint_open(const Subject& subject, Findings& findings) {
+    for (const Body& body : subject.facts->bodies) {
+        if (!body.is_clear || body.is_ended || body.fault != BodyFault::none) continue;
+        const Range last = body.parts.back().range;
+        Finding& finding = warn(subject, findings, last, {{"name", name_of(subject, body)}});
+        finding.fix = Fix{Confidence::certain, {{last.end, last.end, ";"}}};
+    }
+}
+
 void check_constraint_groups(const Subject& subject, Findings& findings) {
     for (const Body& body : subject.facts->bodies) {
         check_heading_groups(subject, body, findings);

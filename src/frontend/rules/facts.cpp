@@ -17,8 +17,8 @@ using notation::Meaning;
 // Collects the facts, one after another.
 class Reader {
   public:
-    Reader(const Source& source, const Model& model, Facts& facts)
-        : source_(source), model_(model), facts_(facts) {}
+    Reader(const Source& source, const HostText& host, const Model& model, Facts& facts)
+        : source_(source), host_(host), model_(model), facts_(facts) {}
 
     void read() {
         facts_.rows = read_rows(source_, model_);
@@ -31,6 +31,7 @@ class Reader {
         read_text_not_read();
         read_type_errors();
         read_names_by_spelling();
+        read_unknown_names();
         collect_judged();
         facts_.bodies = read_bodies(source_, model_);
     }
@@ -228,6 +229,14 @@ class Reader {
         read_refused_constraints(suggestions);
     }
 
+    void read_unknown_names() {
+        std::vector<bool> left_out(model_.symbols.size());
+        for (Index symbol = 0; symbol < left_out.size(); ++symbol)
+            left_out[symbol] = has_fact(symbol, is_excused);
+        facts_.unknown = read_unknown(source_, model_, host_, left_out);
+        for (const UnknownName& name : facts_.unknown) excuse(name.near);
+    }
+
     // A word in a faulty place may be any name, misspelt.
     void read_faulty_names(Suggestions& suggestions) {
         for (Index symbol = 0; symbol < model_.symbols.size(); ++symbol) {
@@ -260,6 +269,7 @@ class Reader {
     }
 
     const Source& source_;
+    const HostText& host_;
     const Model& model_;
     Facts& facts_;
 };
@@ -272,9 +282,9 @@ bool is_used(const Model& model, const Symbol& symbol) {
     return use != no_index;
 }
 
-Facts read_facts(const Source& source, const Model& model) {
+Facts read_facts(const Source& source, const HostText& host, const Model& model) {
     Facts facts;
-    Reader(source, model, facts).read();
+    Reader(source, host, model, facts).read();
     return facts;
 }
 

@@ -4,8 +4,10 @@
 
 #include "frontend/model/model.h"
 #include "frontend/rules/constraint_bodies.h"
+#include "frontend/rules/host_text.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/undeclared.h"
+#include "frontend/rules/unknown_names.h"
 #include "frontend/syntax/source.h"
 
 #include <array>
@@ -36,7 +38,8 @@ struct Facts {
     std::vector<const Field*> blocks;  // the head of each symbol's first block, or null
     std::vector<Index> judged;         // declared variables for which all that counts can be read
     std::vector<Undeclared> undeclared;
-    std::vector<Body> bodies;  // the texts of the constraints
+    std::vector<UnknownName> unknown;
+    std::vector<Body> bodies;                    // the texts of the constraints
     std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
     // A name of another kind is refused where a name of this kind must be: any may be meant.
     std::array<bool, kind_count> is_doubtful{};
@@ -63,7 +66,7 @@ inline bool is_doubtful(const Facts& facts, Kind kind) {
 // Is a declared name anywhere but in declarations?
 bool is_used(const Model& model, const Symbol& symbol);
 
-// Both must outlive the facts.
-Facts read_facts(const Source& source, const Model& model);
+// The source and the model must outlive the facts.
+Facts read_facts(const Source& source, const HostText& host, const Model& model);
 
 }  // namespace orvex::frontend

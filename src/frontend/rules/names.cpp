@@ -129,6 +129,35 @@ void check_name_undeclared(const Subject& subject, Findings& findings) {
     }
 }
 
+// A fix replaces the name wherever the model has it.
+void check_name_unknown(const Subject& subject, Findings& findings) {
+    const Model& model = *subject.model;
+    for (const UnknownName& name : subject.facts->unknown) {
+        const Symbol& symbol = model.symbols[name.symbol];
+        const std::string kind(symbol.kind == Kind::host ? "name" : kind_name(symbol.kind));
+        const Use& first = model.uses[name.uses.front()];
+        Finding& finding = warn(subject, findings, first.range,
+                                {{"kind", kind}, {"name", name_of(model, name.symbol)}},
+                                name.uses.size() == 1 ? "" : "several");
+        Fix fix;
+        std::vector<int> lines;  // of further uses
+        for (const Index index : name.uses) {
+            const Use& use = model.uses[index];
+            fix.edits.push_back({use.range.begin, use.range.end, name.near});
+            const int line = line_of_record(use.record);
+            const int last = lines.empty() ? line_of_record(first.record) : lines.back();
+            if (line != last) lines.push_back(line);
+        }
+        if (!lines.empty()) {
+            finding.remarks.insert(finding.remarks.begin(),
+                                   {Severity::note, "also used in " + line_list(lines), {}});
+        }
+        if (name.near.empty()) continue;
+        set_help(finding, "did you mean `" + name.near + "`?");
+        finding.fix = std::move(fix);
+    }
+}
+
 void check_name_unused(const Subject& subject, Findings& findings) {
     for (const Index index : subject.facts->judged) {
         const Symbol& symbol = subject.model->symbols[index];

@@ -61,14 +61,19 @@ void for_each_expression(const Subject& subject, const Work& work) {
 // The two operands with nothing between them, as they are written in one line.
 void warn_of_gap(const Subject& subject, const std::vector<Part>& parts, std::size_t at,
                  Findings& findings) {
+    const Part& last = parts[at - 1];
+    if (last.kind == TokenKind::number && last.range.end == parts[at].range.begin) {
+        warn(subject, findings, {last.range.begin, parts[at].range.end},
+             {{"word", last.text + parts[at].text}}, "joined");
+        return;
+    }
     const std::size_t left = begin_of_operand(parts, at);
-    const Range before = {parts[left].range.begin, parts[at - 1].range.end};
+    const Range before = {parts[left].range.begin, last.range.end};
     const Range after = parts[at].range;
     const bool is_in_line =
         line_of(subject.source.tree, before.begin) == line_of(subject.source.tree, after.begin);
     warn(subject, findings, {is_in_line ? before.begin : after.begin, after.end},
-         {{"left", as_read(subject, is_in_line ? before : parts[at - 1].range)},
-          {"right", parts[at].text}});
+         {{"left", as_read(subject, is_in_line ? before : last.range)}, {"right", parts[at].text}});
 }
 
 // The first use of each operator as a name.

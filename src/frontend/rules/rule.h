@@ -14,6 +14,7 @@
 namespace orvex::frontend {
 
 struct Facts;
+struct HostText;
 
 // A model of a file, as a rule sees it. The file is there even where it has no model.
 struct Subject {
@@ -41,7 +42,8 @@ std::span<const Rule> rules();
 // Runs all rules of a file as a whole.
 void run_file_rules(const Source& source, std::vector<Finding>& findings);
 
-// Runs all rules of models over one of them.
-void run_model_rules(const Source& source, const Model& model, std::vector<Finding>& findings);
+// Runs all rules of models over one of them. `host` is the host's text in the file.
+void run_model_rules(const Source& source, const HostText& host, const Model& model,
+                     std::vector<Finding>& findings);
 
 }  // namespace orvex::frontend

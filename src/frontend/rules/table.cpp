@@ -22,6 +22,7 @@ constexpr Rule table[] = {
     {"model-name-invalid", level, Scope::model, check_model_name},
     {"model-unclosed", level, Scope::model, check_model_open},
     {"name-undeclared", level, Scope::model, check_name_undeclared},
+    {"name-unknown", level, Scope::model, check_name_unknown},
     {"name-unused", level, Scope::model, check_name_unused},
     {"commodity-unused", level, Scope::model, check_commodity_unused},
     {"commodity-unsupplied", level, Scope::model, check_commodity_unmade},
@@ -35,6 +36,7 @@ constexpr Rule table[] = {
     {"name-invalid", level, Scope::model, check_name_invalid},
     {"constraint-empty", level, Scope::model, check_constraint_empty},
     {"constraint-end-misspelt", level, Scope::model, check_constraint_end},
+    {"constraint-end-missing", Severity::note, Scope::model, check_constraint_open},
     {"constraint-unbalanced", level, Scope::model, check_constraint_groups},
     {"constraint-relation-missing", level, Scope::model, check_constraint_relation},
     {"constraint-relation-repeated", level, Scope::model, check_constraint_relations},
@@ -84,8 +86,9 @@ void run_file_rules(const Source& source, std::vector<Finding>& findings) {
     run_scope(Scope::file, {source, nullptr, nullptr, {}}, findings);
 }
 
-void run_model_rules(const Source& source, const Model& model, std::vector<Finding>& findings) {
-    const Facts facts = read_facts(source, model);
+void run_model_rules(const Source& source, const HostText& host, const Model& model,
+                     std::vector<Finding>& findings) {
+    const Facts facts = read_facts(source, host, model);
     run_scope(Scope::model, {source, &model, &facts, {}}, findings);
 }
 

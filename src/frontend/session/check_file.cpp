@@ -8,6 +8,7 @@
 #include "frontend/model/build.h"
 #include "frontend/rules/allow.h"
 #include "frontend/rules/errors.h"
+#include "frontend/rules/host_text.h"
 #include "frontend/rules/rule.h"
 #include "frontend/rules/selection.h"
 
@@ -34,13 +35,14 @@ struct Findings {
 Findings check_models(const Source& source, const Selection& selection, bool keeps_models,
                       std::vector<Model>& models) {
     Findings found;
+    const HostText host = read_host_text(source);
     bool opening_is_open = false;
     for (const Index index : selection.models) {
         Model model = build_model(source.bytes, source.tree, index, opening_is_open);
         if (model.errors.empty()) opening_is_open = model.opening_is_open;
         found.expectations.push_back(expectation_of(model));
         add_errors(source, model, found.errors.emplace_back());
-        run_model_rules(source, model, found.warnings);
+        run_model_rules(source, host, model, found.warnings);
         if (keeps_models) models.push_back(std::move(model));
     }
     run_file_rules(source, found.warnings);

@@ -95,12 +95,17 @@ std::size_t end_of_group(std::span<const Part> parts, std::size_t open) {
     return parts.size();
 }
 
+bool lacks_operator(std::span<const Part> parts, std::size_t at) {
+    if (at == 0 || at >= parts.size()) return false;
+    const Part& left = parts[at - 1];
+    const Part& right = parts[at];
+    const bool calls = may_be_called(left) && opens_group(right);
+    return ends_operand(left) && begins_operand(right) && !calls && !is_element(left, right);
+}
+
 std::size_t missing_operator(std::span<const Part> parts) {
     for (std::size_t at = 1; at < parts.size(); ++at) {
-        const Part& left = parts[at - 1];
-        const bool calls = may_be_called(left) && opens_group(parts[at]);
-        const bool joins = calls || is_element(left, parts[at]);
-        if (ends_operand(left) && begins_operand(parts[at]) && !joins) return at;
+        if (lacks_operator(parts, at)) return at;
     }
     return no_part;
 }
@@ -118,7 +123,7 @@ std::size_t begin_of_operand(std::span<const Part> parts, std::size_t end) {
 }
 
 int count_arguments(std::span<const Part> parts, std::size_t at) {
-    if (at > 0 && is_macro(parts[at - 1])) return -1;
+    if (at >= parts.size() || (at > 0 && is_macro(parts[at - 1]))) return -1;
     std::size_t open = at + 1;
     while (open < parts.size() && parts[open].kind == TokenKind::attribute) ++open;
     if (open < parts.size() && is_macro(parts[open])) return -1;

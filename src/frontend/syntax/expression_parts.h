@@ -45,8 +45,10 @@ std::size_t unmatched_group(std::span<const Part> parts);
 // where none does.
 std::size_t end_of_group(std::span<const Part> parts, std::size_t open);
 
-// The number of the first part before which an operator is missing, since an operand ends right
-// before it; no_part where there is none.
+// Is an operator missing before the part, since an operand ends right before it?
+bool lacks_operator(std::span<const Part> parts, std::size_t at);
+
+// The number of the first part before which an operator is missing; no_part where there is none.
 std::size_t missing_operator(std::span<const Part> parts);
 
 // The number of the part that begins the operand which ends before `end`: that of TAX in TAX.L(R).
@@ -54,7 +56,7 @@ std::size_t missing_operator(std::span<const Part> parts);
 std::size_t begin_of_operand(std::span<const Part> parts, std::size_t end);
 
 // The number of arguments of the name at `at`, its attributes left out: 0 where no parenthesis
-// follows. -1 where it cannot be told, as with a macro.
+// follows. -1 where it cannot be told, as with a macro or where there is no such part.
 int count_arguments(std::span<const Part> parts, std::size_t at);
 
 // Is an operator of the host used as a name at `at`: LT in 1+LT(R)?
