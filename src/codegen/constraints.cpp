@@ -4,6 +4,7 @@
 #include "input/records.h"
 #include "notation/constraints.h"
 #include "notation/records.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "stop.h"
 #include "symbols/table.h"
@@ -17,7 +18,9 @@ namespace {
 void write_equation_head(View number, const Line& variable, View arguments, View condition) {
     const auto equation = joined<maxline>({number, arguments});
     write_line(kcon, {});
-    write_line(kcon, {"EQUATION ", equation, " Complementary equation(s) for ", variable, ";"});
+    Line declaration;
+    notation::make_equation(declaration, equation, variable);
+    write_line(kcon, {declaration});
     write_line(kcon, {});
     const auto definition = joined<maxline>({equation, condition});
     write_line(kcon, {definition, ".."});

@@ -10,6 +10,7 @@
 #include "notation/arguments.h"
 #include "notation/keywords.h"
 #include "notation/records.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "symbols/table.h"
 #include "unit.h"
@@ -101,12 +102,12 @@ int decblk() {
 void dumeqn() {
     const Line list = distinct_sets();
     const View sets = list.slice(1, list.length() - 1);  // without the last comma
-    const View mark = condtn.is_blank() ? "" : "$";
     if (length_of(sets) < 2) {
-        write_line(kdum, {"+", field, mark, condtn});
+        write_line(kdum, {"+", field, condtn.is_blank() ? "" : "$", condtn});
         return;
     }
-    const auto sum = joined<maxline>({"+SUM(", sets, ")", mark, condtn, ","});
+    Line sum;
+    notation::make_sum(sum, sets, condtn);
     write_line(kdum, {sum, field, ")"});
 }
 

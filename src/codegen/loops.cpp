@@ -2,6 +2,7 @@
 
 #include "codegen/writer.h"
 #include "notation/arguments.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "stop.h"
 
@@ -54,9 +55,7 @@ void guard_shift(const Argument& text, int shift) {
     const Name* const active = find_active(trimmed(text.slice(1, shift - 1)));
     if (active == nullptr)
         pperror(joined<maxline>({" *** ORVPP: Lead or lag set not active: ", text}));
-    const auto position = joined<maxline>({"ORD(", *active, ")", text.from(shift)});
-    output = joined<maxline>(
-        {"IF ( ( (", position, " GE 1) * (", position, " LE CARD(", *active, " )) ),"});
+    notation::make_shift_guard(output, *active, text.from(shift));
     wrtzlm();
     ++nblkif;
 }
@@ -68,12 +67,12 @@ void sloop() {
     const Line list = new_set_list();
     const View sets = list.slice(1, list.length() - 1);  // without the last comma
     const bool has_sets = length_of(sets) >= 2;
-    output.clear();
     if (has_sets) {
-        output.append("LOOP(", sets, condtn.is_blank() ? View(")") : View(")$"), condtn, ",");
+        notation::make_loop(output, sets, condtn);
     } else if (!condtn.is_blank()) {
-        output.append("IF (", condtn, ",");
+        notation::make_condition(output, condtn);
     } else {
+        output.clear();
         return;
     }
     wrtzlm();

@@ -7,6 +7,7 @@
 #include "input/values.h"
 #include "notation/labels.h"
 #include "notation/records.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "stop.h"
 
@@ -60,7 +61,7 @@ bool open_label_loop() {
         return false;
     }
     if (field.is_blank()) return false;
-    output = joined<maxline>({"LOOP(", label.slice(1, mark - 1), ","});
+    notation::make_label_loop(output, label.slice(1, mark - 1));
     wrtzlm();
     ++nloop;
     return true;

@@ -8,6 +8,7 @@
 #include "input/values.h"
 #include "notation/labels.h"
 #include "notation/records.h"
+#include "notation/statements.h"
 #include "preproc.h"
 #include "stop.h"
 #include "unit.h"
@@ -28,8 +29,12 @@ void report_variable() {
     if (label != notation::report_label) pperror(" *** REPBLK: first report field must be V");
     sloop();
     write_line(khdr, {field});
-    condtn =
-        condtn.is_blank() ? Line("(ORVREPORT)") : joined<maxline>({"((", condtn, ")$(ORVREPORT))"});
+    if (condtn.is_blank()) {
+        condtn = "(ORVREPORT)";
+    } else {
+        const Line own = condtn;
+        notation::make_report_condition(condtn, own);
+    }
     dumeqn();
     condtn.clear();
     chrfld(label, Put::new_line);

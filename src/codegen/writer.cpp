@@ -1,10 +1,10 @@
 #include "codegen/writer.h"
 
+#include "notation/statements.h"
 #include "preproc.h"
 #include "text/numbers.h"
 #include "unit.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -13,7 +13,7 @@ namespace orvex {
 namespace {
 
 // Columns before the text of the current line, at most all of them.
-int indentation() { return std::min(2 * (nif + nloop + nblkif), maxline); }
+int indentation() { return notation::indent_of(nif + nloop + nblkif); }
 
 // "{   12}  " and the indentation, made once for all the statements of an input line. Both statics
 // outlive a reset: `start` shows `number` at any time, and is written again for another number.
@@ -64,8 +64,7 @@ void closel(Level kind) {
 void ifblck(View cond) {
     cond = trimmed(cond);
     if (cond.empty()) return;
-    output.clear();
-    output.append("IF(ABS(", cond, ") GT ORVEPS, ");
+    notation::make_guard(output, cond);
     wrtzlm();
     ++nif;
 }

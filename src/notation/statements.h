@@ -1,4 +1,5 @@
-// The PUT statements that print one field, and whether they fit the columns of a statement.
+// The statements of the generator file for one field: what prints it, and the loops and guards
+// around that. In a longer text than a statement they show how many columns they would need.
 #pragma once
 
 #include "notation/arguments.h"
@@ -13,6 +14,9 @@
 namespace orvex::notation {
 
 using Statement = Text<record_columns>;
+
+// The columns before a statement that is in so many open levels, at most all of them.
+constexpr int indent_of(int levels) { return std::min(2 * levels, record_columns); }
 
 // How a statement for a name begins.
 enum class Put {
@@ -31,15 +35,16 @@ constexpr View put_text(Put mode) {
 }
 
 // Appends to the statement what must have room as a whole.
-template <typename... Pieces>
-bool append_whole(Statement& statement, const Pieces&... pieces) {
+template <int size, typename... Pieces>
+bool append_whole(Text<size>& statement, const Pieces&... pieces) {
     if (!statement.has_room_for(pieces...)) return false;
     statement.append(pieces...);
     return true;
 }
 
 // The statement of a value, without a condition.
-inline bool append_value(Statement& statement, View label, View value) {
+template <int size>
+bool append_value(Text<size>& statement, View label, View value) {
     const bool negative = value.starts_with('-');
     if (label == guard_label) {
         return negative ? append_whole(statement, "PUT /,'+','K:'(", value, ");")
@@ -60,7 +65,8 @@ inline bool append_value(Statement& statement, View label, View value) {
 
 // Begins the statement of a name: its condition, if there is one, and 'LABEL:NAME', or what there
 // is of it. What has no room is cut.
-inline void begin_name(Statement& statement, View condition, Put mode, View head, View name) {
+template <int size>
+void begin_name(Text<size>& statement, View condition, Put mode, View head, View name) {
     statement.clear();
     if (condition.empty()) {
         statement.append(put_text(mode));
@@ -74,7 +80,8 @@ inline void begin_name(Statement& statement, View condition, Put mode, View head
 // Appends what prints one argument when the generator file runs: a quoted element as it stands, the
 // element of a set by its text, a lead or lag by the text of the shifted element. False, with the
 // statement as it was, where it has no room.
-inline bool append_argument(Statement& statement, View argument) {
+template <int size>
+bool append_argument(Text<size>& statement, View argument) {
     if (is_element(argument)) {
         const View element = argument.substr(1, std::max<std::size_t>(argument.size(), 2) - 2);
         return append_whole(statement, "'.", element, "'");
@@ -85,18 +92,76 @@ inline bool append_argument(Statement& statement, View argument) {
 }
 
 // Ends the statement of a name.
-inline void end_name(Statement& statement, View condition) {
+template <int size>
+void end_name(Text<size>& statement, View condition) {
     statement.append(View(condition.empty() ? ";" : " );"));
 }
 
 // Makes the statement of a field with a value. False, with the statement in part, where it has no
 // room.
-inline bool make_value(Statement& statement, View condition, View label, View value) {
+template <int size>
+bool make_value(Text<size>& statement, View condition, View label, View value) {
     statement.clear();
     if (!condition.empty()) statement.append("IF (", condition, ",");
     if (!append_value(statement, label, value)) return false;
     if (!condition.empty()) statement.append("  );");
     return true;
+}
+
+// The statements that open loops and guards. What has no room is cut.
+
+// The loop of the sets "(S,T", which the statement closes, where the condition holds.
+template <int size>
+void make_loop(Text<size>& statement, View sets, View condition) {
+    statement.clear();
+    statement.append("LOOP(", sets, View(condition.empty() ? ")" : ")$"), condition, ",");
+}
+
+// The loop of a label that is an element of a set.
+template <int size>
+void make_label_loop(Text<size>& statement, View set) {
+    statement.clear();
+    statement.append("LOOP(", set, ",");
+}
+
+// What follows is only for a condition that holds; for a value other than zero; for a lead or lag,
+// such as "+1", that does not lead out of its set.
+template <int size>
+void make_condition(Text<size>& statement, View condition) {
+    statement.clear();
+    statement.append("IF (", condition, ",");
+}
+template <int size>
+void make_guard(Text<size>& statement, View value) {
+    statement.clear();
+    statement.append("IF(ABS(", value, ") GT ORVEPS, ");
+}
+template <int size>
+void make_shift_guard(Text<size>& statement, View set, View shift) {
+    statement.clear();
+    statement.append("IF ( ( (ORD(", set, ")", shift, " GE 1) * (ORD(", set, ")", shift,
+                     " LE CARD(", set, " )) ),");
+}
+
+// The condition of a report variable in the artificial equation, where it has one.
+template <int size>
+void make_report_condition(Text<size>& text, View condition) {
+    text.clear();
+    text.append("((", condition, ")$(ORVREPORT))");
+}
+
+// What begins the term of a name with the sets "(S,T" in the artificial equation.
+template <int size>
+void make_sum(Text<size>& text, View sets, View condition) {
+    text.clear();
+    text.append("+SUM(", sets, ")", View(condition.empty() ? "" : "$"), condition, ",");
+}
+
+// The declaration of a constraint's equation, such as "EQ_001(S)".
+template <int size>
+void make_equation(Text<size>& text, View equation, View variable) {
+    text.clear();
+    text.append("EQUATION ", equation, " Complementary equation(s) for ", variable, ";");
 }
 
 // The condition of a field that is written only where its value is not zero. What has no room is

@@ -3,6 +3,7 @@
 #include "frontend/model/errors.h"
 #include "frontend/model/field_reader.h"
 #include "frontend/model/nests.h"
+#include "frontend/model/statements.h"
 #include "frontend/model/symbols.h"
 #include "frontend/model/width.h"
 #include "frontend/syntax/expressions.h"
@@ -52,7 +53,8 @@ class Builder {
           model_(model),
           symbols_(model),
           errors_(bytes, model),
-          reader_(bytes, tree, model, symbols_) {}
+          reader_(bytes, tree, model, symbols_),
+          statements_(bytes, model) {}
 
     void build() {
         reserve();
@@ -111,6 +113,7 @@ class Builder {
         const BlockNode& node = tree_.blocks[next_block_++];
         if (record.fault != Fault::none) add_keyword_error(record.fault);
         symbols_.close_block();
+        statements_.close_block();
         errors_.start_block();
         Block& block = model_.blocks.emplace_back();
         block.keyword = node.keyword;
@@ -128,6 +131,8 @@ class Builder {
         case Opens::end: return;
         }
     }
+
+    string_view keyword_text() const { return text(range_of(tree_, tree_.records[record_].token)); }
 
     Range keyword_range() const {
         Range range = range_of(tree_, tree_.records[record_].token);
@@ -169,9 +174,10 @@ class Builder {
         read.field.is_name = true;
         reader_.add_uses(read, Role::block, true);
         check_syntax(read);
-        open_loops(read.field);
+        open_loops(read);
         symbols_.mark_block();
-        enter_name(read, head, {}, Put::new_line);
+        statements_.mark_block();
+        enter_name(read, capitals(keyword_text()), {}, Put::new_line);
         model_.blocks.back().head = read.field;
         add_nest_roots(model_, static_cast<Index>(model_.blocks.size()) - 1);
         take_fields(node + 1);
@@ -192,6 +198,10 @@ class Builder {
             symbols_.touch(symbol);
         }
         model_.constraints.push_back({symbol, name, record_});
+        Range arguments = read.parts.all;
+        arguments.begin = name.end;
+        if (read.parts.has_condition) arguments.end = read.parts.condition.begin;
+        statements_.declare_equation(read, name, arguments);
     }
 
     // Declarations.
@@ -202,12 +212,13 @@ class Builder {
     }
 
     void declare(Index node) {
+        statements_.close_block();
         Read read = reader_.read(record_, node);
         Field& field = read.field;
         field.is_name = true;
         reader_.add_uses(read, Role::declared, false);
         check_syntax(read);
-        open_loops(field);
+        open_loops(read);
         symbols_.close_field();
         if (field.reference.name.empty()) {
             model_.nameless.push_back(field);
@@ -215,6 +226,8 @@ class Builder {
         }
         if (gives_type_ && !enter(field, declared_kind_)) return;
         check_width(read, {}, {}, Put::new_line);
+        statements_.print_name(read, {}, {}, Put::new_line);
+        statements_.add_term(read, condition_text(read));
         note_declaration(read, node + 1 == end_field());
     }
 
@@ -276,6 +289,7 @@ class Builder {
 
     void take_entry(Index node) {
         symbols_.return_to_block();
+        statements_.return_to_block();
         model_.opening_is_open = false;
         if (!is_labelled(node)) return take_unlabelled(node);
         Read read = reader_.read(record_, node);
@@ -283,9 +297,9 @@ class Builder {
         read.field.is_name = read.label != notation::guard_label;
         reader_.add_uses(read, role_of(read.label), true);
         check_syntax(read);
-        check_shifts(read.field);
-        open_loops(read.field);
-        if (node + 1 == end_field() && read.field.is_name) look_ahead();
+        check_shifts(read);
+        open_loops(read);
+        open_guard(read);
         entry.refused = !enter_field(read, {}, Put::new_line);
         entry.head = read.field;
         add_entry(entry);
@@ -316,15 +330,47 @@ class Builder {
 
     // The translator reads the record after an entry of one field, and looks at its first field
     // where it is a continuation, before it goes on with the entry.
-    void look_ahead() {
+    // Returns that record if it is a continuation, else no_index.
+    Index look_ahead() {
         Index next = record_ + 1;
         while (next < node_.end && is_passed_over(tree_.records[next].kind)) ++next;
         errors_.read_up_to(std::min(next, node_.end - 1));
-        if (next == node_.end || tree_.records[next].kind != RecordKind::continuation) return;
+        if (next == node_.end || tree_.records[next].kind != RecordKind::continuation)
+            return no_index;
         const Index node = tree_.records[next].field;
-        if (is_labelled(node)) return;
+        if (is_labelled(node)) return next;
         add_unlabelled(next, node);
         looked_at_ = next;
+        return no_index;
+    }
+
+    // The guard of an entry: its own value, or the quantity that is its second field.
+    void open_guard(const Read& read) {
+        if (!read.field.is_name) return statements_.open_guard(read, read.field.text);
+        Index record = record_;
+        Index node = read.field.node + 1;
+        if (node == end_field()) {
+            record = look_ahead();
+            if (record == no_index) return;
+            node = tree_.records[record].field;
+        }
+        const Range value = quantity_at(record, node);
+        if (value.empty()) return;
+        if (statements_.surely_fits(value.end - value.begin)) return statements_.open_level();
+        statements_.open_guard(reader_.read(record, node), value);
+    }
+
+    // The value of a quantity as it is written; empty for another field.
+    Range quantity_at(Index record, Index node) const {
+        Index token = tree_.fields[node].token;
+        const Index end = end_of_field(tree_, record, node);
+        while (token < end && tree_.tokens[token].kind != TokenKind::label) ++token;
+        if (token == end || !same_when_read(text(range_of(tree_, token)), notation::quantity_label))
+            return {};
+        while (tree_.tokens[token].kind != TokenKind::colon) ++token;
+        ++token;
+        while (token < end && tree_.tokens[token].kind == TokenKind::blank) ++token;
+        return range_of(tree_, token, end);
     }
 
     static bool is_passed_over(RecordKind kind) {
@@ -344,10 +390,13 @@ class Builder {
         reader_.add_uses(read, field.is_name ? role_of(read.label) : Role::value, true);
         check_syntax(read);
         const bool ranges = read.label.find(notation::element_label) != std::string::npos;
-        if (ranges && field.reference.argument_count > 0) open_loops(field);
+        if (ranges && field.reference.argument_count > 0) open_loops(read);
         check_sets(field);
+        const bool loops = ranges && field.reference.argument_count == 0 && !field.text.empty();
+        if (loops) statements_.open_label(read);
         enter_field(read, condition_text(read), Put::continuation);
         if (is_in_nest(read)) field.row = nullptr;
+        if (loops) statements_.close_label();
         add_field(field);
     }
 
@@ -381,6 +430,7 @@ class Builder {
 
     void take_report(const RecordNode& record) {
         symbols_.close_block();
+        statements_.close_block();
         if (record.fault != Fault::none) {
             errors_.add(record.fault, range_of(tree_, record.token));
             return reader_.touch(record.token, end_token());
@@ -392,7 +442,8 @@ class Builder {
         check_syntax(read);
         if (read.label != notation::report_label)
             refuse(Fault::repblk_first, place_of_label(read.field), read.field);
-        open_loops(read.field);
+        open_loops(read);
+        statements_.add_report_term(read, condition_text(read));
         enter_field(read, {}, Put::new_line);
         note_report_variable(read);
         Entry entry;
@@ -485,10 +536,12 @@ class Builder {
         reader_.touch(read.parts.first, read.parts.end);
     }
 
-    void check_shifts(const Field& field) {
+    void check_shifts(const Read& read) {
+        const Field& field = read.field;
         for (const Argument& argument : arguments_of(model_, field.reference)) {
             const notation::Shift shift = notation::shift_of(text(argument.range));
             if (!shift.guarded || field.faulty) continue;
+            statements_.open_shift(read, text(argument.range), shift.at);
             const Index set =
                 symbols_.mention(without_blanks_at_end(text(argument.range).substr(0, shift.at)));
             if (shift.both) {
@@ -501,15 +554,20 @@ class Builder {
     }
 
     // The sets of a field become active.
-    void open_loops(const Field& field) {
+    void open_loops(const Read& read) {
+        const Field& field = read.field;
+        std::string sets = "(";  // those that were not
         if (field.faulty) activate_words(field);
         for (const auto list :
              {arguments_of(model_, field.reference), extras_of(model_, field.reference)}) {
             for (const Argument& argument : list) {
-                if (argument.kind == notation::ArgumentKind::set && !model_.lost)
-                    open_loop(field, argument);
+                if (argument.kind != notation::ArgumentKind::set || model_.lost) continue;
+                if (!symbols_.is_active(argument.symbol))
+                    sets.append(text(argument.range)).append(",");
+                open_loop(field, argument);
             }
         }
+        statements_.open(read, sets, condition_text(read));
     }
 
     // In a field with a fault each word before its condition may be meant for a set.
@@ -570,6 +628,7 @@ class Builder {
     bool enter_name(Read& read, string_view label, const std::string& condition, Put put) {
         Field& field = read.field;
         check_width(read, label, condition, put);
+        statements_.print_name(read, label, condition, put);
         const notation::TypeCode type = field.row == nullptr ? notation::no_type : field.row->type;
         if (type == notation::no_type || field.reference.name.empty()) return true;
         const bool good = enter(field, kind_of_type(type));
@@ -582,6 +641,7 @@ class Builder {
         if (!value_fits(read.label, text(field.text), condition)) {
             refuse(Fault::numfld_long, field.text.empty() ? field.label : field.text, field);
         }
+        statements_.print_value(read, condition);
         const bool is_name =
             !notation::is_numeric(text(field.text)) && !field.reference.name.empty();
         const bool good = !is_name || field.faulty || enter(field, Kind::parameter);
@@ -640,6 +700,7 @@ class Builder {
     Symbols symbols_;
     Errors errors_;
     FieldReader reader_;
+    Statements statements_;
     Index next_block_ = 0;
     Index record_ = 0;
     Index looked_at_ = no_index;  // a continuation whose error was found before its turn

@@ -10,6 +10,7 @@
 #include "notation/keywords.h"
 #include "notation/labels.h"
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -154,6 +155,17 @@ struct Error {
     std::vector<Range> also;     // further places of the same cause
 };
 
+// A statement of the generator file that passes its last column, and so loses its end.
+struct CutStatement {
+    enum class Part { value, condition, sets, levels };  // what makes it long
+
+    Field field;
+    Part part;
+    Range place;
+    std::size_t columns;  // that it needs, with its indentation
+    int levels;           // in which it is
+};
+
 struct Model {
     std::string name;   // in capitals, cut as the translator cuts it
     Index node = 0;     // in Tree::models
@@ -168,8 +180,9 @@ struct Model {
     std::vector<Nest> nests;
     NameTable nest_keys;  // block and name of each nest
     std::vector<Constraint> constraints;
-    std::vector<Field> repeated;   // further declarations of names
-    std::vector<Field> nameless;   // declarations without a name
+    std::vector<Field> repeated;  // further declarations of names
+    std::vector<Field> nameless;  // declarations without a name
+    std::vector<CutStatement> cut;
     std::vector<Error> errors;     // in the order of the translator's steps
     std::vector<Index> declared;   // symbols in the order of their declarations
     bool opening_is_open = false;  // its last fields belong to a block's opening record

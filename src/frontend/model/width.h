@@ -3,7 +3,9 @@
 
 #include "frontend/model/model.h"
 #include "notation/statements.h"
+#include "text/text.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,6 +16,18 @@ namespace orvex::frontend {
 // there is one.
 std::string condition_of(std::string_view label, std::string_view value, std::string_view condition,
                          bool has_condition);
+
+// A statement with all that a field can give, in whichever columns.
+using LongStatement = Text<2048>;
+
+// The columns of a statement but for what the field gives: no statement of a field takes more.
+constexpr std::size_t most_fixed_columns = 48;
+
+// The statement of a name, and at most how many columns of it the field gives.
+LongStatement name_statement(const Model& model, std::string_view bytes, const Field& field,
+                             std::string_view label, std::string_view condition, notation::Put put);
+std::size_t most_columns_of_name(const Model& model, const Field& field, std::string_view label,
+                                 std::string_view condition);
 
 // Precondition: `label` is in capitals.
 bool value_fits(std::string_view label, std::string_view value, std::string_view condition);

@@ -52,6 +52,9 @@ void check_constraint_relations(const Subject& subject, Findings& findings);
 void check_constraint_dimension(const Subject& subject, Findings& findings);
 void check_constraint_text(const Subject& subject, Findings& findings);
 
+// statements.cpp
+void check_statement_cut(const Subject& subject, Findings& findings);
+
 // operators.cpp
 void check_operator_missing(const Subject& subject, Findings& findings);
 void check_name_operator(const Subject& subject, Findings& findings);

@@ -18,6 +18,7 @@ constexpr Rule table[] = {
     {"auxiliary-misspelt", level, Scope::model, check_keyword_auxiliary},
     {"keyword-text-ignored", level, Scope::model, check_keyword_text},
     {"text-ignored", level, Scope::model, check_entry_text},
+    {"statement-cut", Severity::error, Scope::model, check_statement_cut},
     {"line-too-long", level, Scope::model, check_line_long},
     {"model-name-invalid", level, Scope::model, check_model_name},
     {"model-unclosed", level, Scope::model, check_model_open},
