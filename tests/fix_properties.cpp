@@ -8,6 +8,7 @@
 #include "frontend/model/build.h"
 #include "frontend/rules/allow.h"
 #include "frontend/rules/errors.h"
+#include "frontend/rules/host_text.h"
 #include "frontend/rules/rule.h"
 #include "frontend/rules/selection.h"
 #include "frontend/syntax/source.h"
@@ -29,10 +30,11 @@ namespace {
 std::vector<Finding> check(const Source& source) {
     std::vector<Finding> findings;
     const Selection selection = select_models(source, "", findings);
+    const orvex::frontend::HostText host = orvex::frontend::read_host_text(source);
     for (const Index index : selection.models) {
         const Model model = build_model(source.bytes, source.tree, index, false);
         add_errors(source, model, findings);
-        run_model_rules(source, model, findings);
+        run_model_rules(source, host, model, findings);
     }
     run_file_rules(source, findings);
     std::vector<Allowance> allowances = read_allowances(source);

@@ -45,7 +45,7 @@ int run_check(const Options& options) {
             const bool differs = options.diff && totals.files > 0;
             if (differs) reporter.summary.status = std::max(reporter.summary.status, 1);
         };
-        steps.summary_line = [&] { return summary_line(options, totals); };
+        steps.summarise = [&](Summary&) { return summary_line(options, totals); };
     }
     return run_session(options, steps);
 }
