@@ -218,6 +218,10 @@ const CommandLine command_lines[] = {
      "error[output-unwritable]: cannot write `good.zlm/x/M.GEN`: Not a directory"},
     {"translate good.zlm two.zlm", 1, nothing,
      "error[output-repeated]: output `M.GEN` is written by another model"},
+    // A statement that the translator cuts is an error, even with all warnings off.
+    {"--version; sed \"s/Q:1/Q:$(printf %0240d 7)/\" good.zlm >long.zlm; "
+     "\"$ORVEX\" translate --warn off long.zlm; ls *.GEN",
+     2, "orvex", "error[statement-cut]: the value of `Q:` makes a statement of 259 columns"},
     {"translate bad.zlm; ls *.GEN *.HDR", 2, nothing, "1 error in 1 file\n"},
     {"translate warn.zlm --error-on-warnings; ls *.GEN", 2, nothing, "1 warning in 1 file\n"},
     {"translate good.zlm two.zlm --out o; ls o", 0, "N.GEN\nN.HDR\n",
