@@ -34,6 +34,7 @@ class Reader {
         read_unknown_names();
         collect_judged();
         facts_.bodies = read_bodies(source_, model_);
+        facts_.operators = read_operators(source_, model_, facts_.bodies);
     }
 
   private:

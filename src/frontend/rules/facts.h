@@ -5,6 +5,7 @@
 #include "frontend/model/model.h"
 #include "frontend/rules/constraint_bodies.h"
 #include "frontend/rules/host_text.h"
+#include "frontend/rules/operators.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/undeclared.h"
 #include "frontend/rules/unknown_names.h"
@@ -39,7 +40,8 @@ struct Facts {
     std::vector<Index> judged;         // declared variables for which all that counts can be read
     std::vector<Undeclared> undeclared;
     std::vector<UnknownName> unknown;
-    std::vector<Body> bodies;                    // the texts of the constraints
+    std::vector<Body> bodies;  // the texts of the constraints
+    Operators operators;
     std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
     // A name of another kind is refused where a name of this kind must be: any may be meant.
     std::array<bool, kind_count> is_doubtful{};

@@ -1,99 +1,105 @@
-#include "frontend/findings/wording.h"
+#include "frontend/rules/operators.h"
+
 #include "frontend/rules/checks.h"
-#include "frontend/rules/constraint_bodies.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expression_parts.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
 
-#include <map>
-#include <string>
-#include <vector>
+#include <cstddef>
 
 namespace orvex::frontend {
 
 namespace {
 
-bool has_expression(const Tree& tree, Index first, Index end) {
-    for (Index token = first; token < end; ++token) {
-        const TokenKind kind = tree.tokens[token].kind;
-        if (kind == TokenKind::condition || kind == TokenKind::symbol) return true;
-    }
-    return false;
-}
-
-// Calls work(parts) for the condition and the expression in parentheses of each field of a record.
-template <typename Work>
-void for_each_expression(const Subject& subject, Index record, const Work& work) {
-    const Tree& tree = subject.source.tree;
-    for (Index field = tree.records[record].field; field < tree.records[record + 1].field;
-         ++field) {
-        const bool is_faulty = tree.fields[field].fault != Fault::none;
-        if (is_faulty ||
-            !has_expression(tree, tree.fields[field].token, end_of_field(tree, record, field)))
-            continue;
-        const FieldParts cut = parts_of(tree, record, field);
-        std::vector<Part> parts;
-        if (text_in(subject, cut.root).starts_with('(')) {
-            add_parts(subject.source.bytes, cut.root, parts);
-            parts.resize(end_of_group(parts, 0));
-            work(parts);
-        }
-        parts.clear();
-        add_parts(subject.source.bytes, cut.condition, parts);
-        work(parts);
-    }
-}
-
-// The same for all records of the model but the bodies of its constraints.
-template <typename Work>
-void for_each_expression(const Subject& subject, const Work& work) {
-    const Tree& tree = subject.source.tree;
-    const ModelNode& node = tree.models[subject.model->node];
-    for (Index record = node.record + 1; record < node.end; ++record) {
-        const RecordKind kind = tree.records[record].kind;
-        if (kind != RecordKind::body && kind != RecordKind::unknown)
-            for_each_expression(subject, record, work);
-    }
-}
-
-// The two operands with nothing between them, as they are written in one line.
-void warn_of_gap(const Subject& subject, const std::vector<Part>& parts, std::size_t at,
-                 Findings& findings) {
-    const Part& last = parts[at - 1];
-    if (last.kind == TokenKind::number && last.range.end == parts[at].range.begin) {
-        warn(subject, findings, {last.range.begin, parts[at].range.end},
-             {{"word", last.text + parts[at].text}}, "joined");
-        return;
-    }
-    const std::size_t left = begin_of_operand(parts, at);
-    const Range before = {parts[left].range.begin, last.range.end};
-    const Range after = parts[at].range;
-    const bool is_in_line =
-        line_of(subject.source.tree, before.begin) == line_of(subject.source.tree, after.begin);
-    warn(subject, findings, {is_in_line ? before.begin : after.begin, after.end},
-         {{"left", as_read(subject, is_in_line ? before : last.range)}, {"right", parts[at].text}});
-}
-
-// The first use of each operator as a name.
-class Misnamed {
+class Reader {
   public:
-    void add(const std::string& name, Range place) {
-        const auto [known, is_new] = places_.emplace(name, place);
-        if (!is_new && place.begin < known->second.begin) known->second = place;
-    }
+    Reader(const Source& source, const Model& model, Operators& found)
+        : source_(source), model_(model), found_(found) {}
 
-    void add_all(const std::vector<Part>& parts) {
-        for (std::size_t at = 0; at < parts.size(); ++at) {
-            if (is_operator_as_name(parts, at)) add(parts[at].text, parts[at].range);
+    void read(const std::vector<Body>& bodies) {
+        const ModelNode& node = source_.tree.models[model_.node];
+        for (Index record = node.record + 1; record < node.end; ++record) {
+            const RecordKind kind = source_.tree.records[record].kind;
+            if (kind != RecordKind::body && kind != RecordKind::unknown) take_record(record);
         }
+        for (const Body& body : bodies) take(body);
     }
-
-    const std::map<std::string, Range>& places() const { return places_; }
 
   private:
-    std::map<std::string, Range> places_;
+    void take_record(Index record) {
+        const Tree& tree = source_.tree;
+        const Index end = tree.records[record + 1].field;
+        for (Index field = tree.records[record].field; field < end; ++field) {
+            if (tree.fields[field].fault == Fault::none && has_expression(record, field))
+                take(parts_of(tree, record, field));
+        }
+    }
+
+    bool has_expression(Index record, Index field) const {
+        const Tree& tree = source_.tree;
+        const Index end = end_of_field(tree, record, field);
+        for (Index token = tree.fields[field].token; token < end; ++token) {
+            const TokenKind kind = tree.tokens[token].kind;
+            if (kind == TokenKind::condition || kind == TokenKind::symbol) return true;
+        }
+        return false;
+    }
+
+    // The condition, and the expression in parentheses.
+    void take(const FieldParts& field) {
+        if (text_of(source_.bytes, field.root).starts_with('(')) {
+            parts_.clear();
+            add_parts(source_.bytes, field.root, parts_);
+            parts_.resize(end_of_group(parts_, 0));
+            take_expression();
+        }
+        parts_.clear();
+        add_parts(source_.bytes, field.condition, parts_);
+        take_expression();
+    }
+
+    void take_expression() {
+        const std::size_t gap = missing_operator(parts_);
+        if (gap != no_part) add_gap(parts_, gap);
+        add_names(parts_);
+    }
+
+    void take(const Body& body) {
+        if (body.fault == BodyFault::no_operator) add_gap(body.parts, body.at);
+        if (body.is_clear) add_names(body.parts);
+    }
+
+    void add_gap(const std::vector<Part>& parts, std::size_t at) {
+        const Part& last = parts[at - 1];
+        const Part& next = parts[at];
+        if (last.kind == TokenKind::number && last.range.end == next.range.begin) {
+            found_.gaps.push_back(
+                {{last.range.begin, next.range.end}, last.text + next.text, {}, true});
+            return;
+        }
+        const Range left = {parts[begin_of_operand(parts, at)].range.begin, last.range.end};
+        const bool is_in_line =
+            line_of(source_.tree, left.begin) == line_of(source_.tree, next.range.begin);
+        found_.gaps.push_back({{is_in_line ? left.begin : next.range.begin, next.range.end},
+                               is_in_line ? capitals(text_of(source_.bytes, left)) : last.text,
+                               next.text});
+    }
+
+    void add_names(const std::vector<Part>& parts) {
+        for (std::size_t at = 0; at < parts.size(); ++at) {
+            if (!is_operator_as_name(parts, at)) continue;
+            const Range place = parts[at].range;
+            const auto known = found_.names.emplace(parts[at].text, place).first;
+            if (place.begin < known->second.begin) known->second = place;
+        }
+    }
+
+    const Source& source_;
+    const Model& model_;
+    Operators& found_;
+    std::vector<Part> parts_;  // of the present expression
 };
 
 // A variable that is not declared, or not used, has another finding.
@@ -106,30 +112,30 @@ bool is_misnamed(const Subject& subject, Index index) {
 
 }  // namespace
 
+Operators read_operators(const Source& source, const Model& model,
+                         const std::vector<Body>& bodies) {
+    Operators found;
+    Reader(source, model, found).read(bodies);
+    return found;
+}
+
 void check_operator_missing(const Subject& subject, Findings& findings) {
-    for_each_expression(subject, [&](const std::vector<Part>& parts) {
-        const std::size_t at = missing_operator(parts);
-        if (at != no_part) warn_of_gap(subject, parts, at, findings);
-    });
-    for (const Body& body : subject.facts->bodies) {
-        if (body.fault == BodyFault::no_operator)
-            warn_of_gap(subject, body.parts, body.at, findings);
+    for (const OperatorGap& gap : subject.facts->operators.gaps) {
+        warn(subject, findings, gap.place, {{"left", gap.left}, {"right", gap.right}},
+             gap.is_word ? "word" : "");
     }
 }
 
 void check_name_operator(const Subject& subject, Findings& findings) {
-    Misnamed misnamed;
+    std::map<std::string, Range> names = subject.facts->operators.names;
     for (Index symbol = 0; symbol < subject.model->symbols.size(); ++symbol) {
-        if (is_misnamed(subject, symbol))
-            misnamed.add(name_of(*subject.model, symbol),
-                         subject.model->uses[subject.model->symbols[symbol].first_use].range);
+        if (!is_misnamed(subject, symbol)) continue;
+        const Index use = subject.model->symbols[symbol].first_use;
+        const Range place = subject.model->uses[use].range;
+        const auto known = names.emplace(name_of(*subject.model, symbol), place).first;
+        if (place.begin < known->second.begin) known->second = place;
     }
-    for_each_expression(subject, [&](const std::vector<Part>& parts) { misnamed.add_all(parts); });
-    for (const Body& body : subject.facts->bodies) {
-        if (body.is_clear) misnamed.add_all(body.parts);
-    }
-    for (const auto& [name, place] : misnamed.places())
-        warn(subject, findings, place, {{"name", name}});
+    for (const auto& [name, place] : names) warn(subject, findings, place, {{"name", name}});
 }
 
 }  // namespace orvex::frontend
