@@ -308,6 +308,7 @@ string damaged(string text, std::mt19937& random) {
 }
 
 TEST(Fixes, KeepTheRestOfDamagedModels) {
+    EXPECT_EQ(fix_properties::broken(""), "");
     std::mt19937 random(1);
     for (const MessageEntry& entry : message_index()) {
         EXPECT_EQ(fix_properties::broken(entry.wrong), "") << entry.wrong;

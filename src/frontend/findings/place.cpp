@@ -14,11 +14,12 @@ struct Place {
     int column = 1;
 };
 
-// The end of a text that ends with a line end is in a line of its own.
+// The end of a text that is empty or ends with a line end is in a line of its own.
 Place place_at(const Source& source, std::size_t offset) {
     const std::string_view bytes = source.bytes;
     offset = std::min(offset, bytes.size());
-    if (offset == bytes.size() && bytes.ends_with('\n')) return {line_count(source) + 1, 1};
+    const bool has_whole_lines = bytes.empty() || bytes.ends_with('\n');
+    if (offset == bytes.size() && has_whole_lines) return {line_count(source) + 1, 1};
     const int line = line_of(source.tree, static_cast<Offset>(offset));
     const Offset start = line_begin(source, line);
     return {line, column_of(line_text(source, line), offset - start)};
