@@ -244,9 +244,9 @@ TEST(Text, OffersWhatTheProgramCanDo) {
     const string start =
         "warning[plus-joined]: it is `+P`\n --> m.zlm:7:1\n  |\n7 | +P:1\n  | ^^\n"
         "  |\n  = help: put a blank";
-    EXPECT_EQ(rendered(fixed, false), start + " (`--fix` does this)");
+    EXPECT_EQ(rendered(fixed, false), start + " (`check --fix` does this)");
     EXPECT_EQ(rendered(with_confidence(Confidence::maybe), false),
-              start + " (`--unsafe-fixes` does this)");
+              start + " (`check --fix --unsafe-fixes` does this)");
     EXPECT_EQ(rendered(with_confidence(Confidence::placeholders), false), start);
 }
 

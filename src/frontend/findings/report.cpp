@@ -76,7 +76,7 @@ std::string place_of(const Layout& layout, const Span& span, Paint paint) {
 std::string offer_of(const Finding& finding) {
     if (!finding.fix || finding.fix->confidence == Confidence::placeholders) return {};
     const bool is_certain = finding.fix->confidence == Confidence::certain;
-    return is_certain ? " (`--fix` does this)" : " (`--unsafe-fixes` does this)";
+    return is_certain ? " (`check --fix` does this)" : " (`check --fix --unsafe-fixes` does this)";
 }
 
 std::string remark_of(const Layout& layout, const Remark& remark) {
