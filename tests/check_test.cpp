@@ -135,13 +135,13 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
                          "  V:V4     W:RA\n"
                          "  V:V5     O:W      PROD:Z\n"  // 38: W is a sector
                          "$OFFTEXT\n"),
-              "5:3 declaration-unclosed\n"
+              "5:4 declaration-unclosed\n"
               "6:1 keyword-unknown\n"
               "9:7 kind-mismatch\n"
               "15:23 kind-mismatch\n"
               "16:17 argument-list-unclosed\n"
               "20:16 set-not-looped\n"
-              "21:8 condition-unbalanced\n"
+              "21:9 condition-unbalanced\n"
               "22:3 label-missing\n"
               "24:3 label-missing\n"
               "26:1 label-missing\n"
@@ -216,10 +216,10 @@ TEST(Check, HelpsWithTheCauseThatTheLineShows) {
     const string head = "$MODEL:M\n$COMMODITIES:\n  P\n$AUXILIARY:\n  T\n";
     const std::pair<string, string> rows[] = {
         {"$CONSTRAINT:T\n  T =E= 0;\n  P =G= 1;\n", "a constraint ends with its first `;`"},
-        {"$PROD:Y\n  * owns\n", "begin a comment with `*` in column 1"},
+        {"$PROD:Y\n  * owns\n", "begin the comment with `*` in column 1"},
         {"$PROD:Y\n O:P\n $OFFTEXT\n", "move the `$` to column 1"},
         {"$PROD:Y\n  O:P  Q:A('B')\n", "put the element into double quotes"},
-        {"$PROD:Y(R)\n  O:P  Q:A(R,)\n", "name the blank argument, or remove the comma"},
+        {"$PROD:Y(R)\n  O:P  Q:A(R,)\n", "name the set, or remove the comma"},
         {"$PROD:Y\n+ O:P\n", "begin a new line with `O:`: here it takes a value"},
         {"$PROD:Y  N:T\n", "move `N:` to an entry: here it takes a value"},
     };

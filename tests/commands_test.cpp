@@ -235,7 +235,7 @@ const CommandLine command_lines[] = {
     {"--version; cat good.zlm two.zlm >t; \"$ORVEX\" translate t; ls *.GEN", 0, "N.GEN\n",
      "wrote 2 files; 2 models not translated\n1 error in 1 file\n"},
     {"--version; echo '* none' >e; \"$ORVEX\" translate --warn off e", 1, "orvex",
-     "error[model-missing]: file has no `$MODEL:` line"},
+     "error[model-missing]: the file has no `$MODEL:` line"},
     {"--version; echo '* none' >e; \"$ORVEX\" translate --warn model-missing=off e", 0, "orvex",
      "wrote no files\n"},
     {"translate --header new/folder/h good.zlm; ls new/folder", 0, "h\n", "wrote 2 files\n"},
@@ -323,7 +323,7 @@ TEST(Commands, WithoutGraphvizThereIsNoPicture) {
         result.err,
         "error[graphviz-failed]: the picture cannot be drawn: Graphviz's `dot` is not installed\n"
         " --> good.zlm\n"
-        "  = help: install Graphviz (in Debian the package `graphviz`), or take a format that "
+        "  = help: install Graphviz (in Debian the package `graphviz`), or choose a format that "
         "needs no other program: `dot`, `mermaid`, `json` or `table`\n\n"
         "for more about an error: orvex explain graphviz-failed\n1 error in 1 file\n");
 }

@@ -92,13 +92,13 @@ TEST(Index, HasEachCodeOfTheSources) {
 
 // A message of the translator ("|" for a line end), and below it its code, values and what is said.
 const char* const recognised = R"( *** ADDSYM: symbol dimension error:Y
-dimension-mismatch name=Y: `Y` has a different number of sets
+dimension-mismatch name=Y: `Y` has another number of sets here than before
  *** Symbol type mismatch: P
 constraint-kind-mismatch name=P: `P` is not an auxiliary variable
  *** Unrecognized keyword:@
 keyword-unknown keyword=: unknown keyword `$`
  *** ADDSYM: symbol type mismatch: I:, O:, D: or W:
-kind-mismatch name=I:, O:, D: or W:: `I:, O:, D: or W:` is used as something else
+kind-mismatch name=I:, O:, D: or W:: `I:, O:, D: or W:` is used as two kinds of things
 *** REPBLK: 2nd report field must be I:, O:, D: or W:. Find: Q
 report-item-invalid label=Q: `Q:` cannot be reported
  *** REPBLK: 3rd report field Q                    is not PROD or DEMAND.
@@ -577,8 +577,8 @@ TEST(Explain, SaysWhatIsOddAboutAnEntry) {
 TEST(Codes, AreListedWithLevelAndMessage) {
     const string list = list_codes();
     for (const char* const line :
-         {"\ncontrol-label-unknown +error +invalid label in the control file\n",
-          "\nlisting-cut +warning +more than 10000 uses of names: <count> are left out of",
+         {"\ncontrol-label-unknown +error +the control file has an unknown label\n",
+          "\nlisting-cut +warning +more than 10000 uses of names: the symbol listing lacks <count> of them",
           "\nname-unused +warning +<kind> `<name>` is declared but "}) {
         EXPECT_TRUE(std::regex_search(list, std::regex(line))) << line;
     }

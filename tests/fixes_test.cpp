@@ -346,7 +346,7 @@ TEST(Files, KeepWhatIsNotEdited) {
          "would fix 1 finding in 1 file\n1 warning in 2 files\n1\n"
          "checked 1 file: no errors, no warnings\n0\n"},
         // A model that comes to light has an error.
-        {"sed 's/^.MODEL:M/ &N/; s/PROD/PORD/' m.zlm | cat n.zlm - >w.zlm; cp w.zlm v; orvex --fix "
+        {"sed 's/^.MODEL:M/ &N/; s/PROD/XQWZ/' m.zlm | cat n.zlm - >w.zlm; cp w.zlm v; orvex --fix "
          "--unsafe-fixes "
          "w.zlm; cmp w.zlm v",
          "1 file left unchanged: there would be more errors\n1 warning in 1 file\n"},

@@ -604,6 +604,7 @@ class Builder {
             if (good || field.faulty) continue;
             errors_.add_argument(Fault::chkset_inactive, argument.range, argument.symbol);
             symbols_.touch(argument.symbol);
+            field.unlooped = true;
             has_blank = has_blank || argument.range.empty();
         }
         field.faulty = field.faulty || has_blank;
@@ -650,12 +651,20 @@ class Builder {
         return good;
     }
 
+    // Does a field say with how many arguments its name is used? A name that is new there, with a
+    // wrong argument, may have one too many.
+    bool is_list_clear(const Field& field) const {
+        const bool is_known = model_.symbols[field.reference.symbol].entered;
+        return !field.faulty && (is_known || !field.unlooped);
+    }
+
     // Enters the name of a field and its arguments, or checks them. A field with a fault has no
     // further errors, and does not say with how many arguments a name is used. False where the name
     // is refused.
     bool enter(const Field& field, Kind kind) {
         const Reference& reference = field.reference;
-        const int dimension = field.faulty ? -1 : static_cast<int>(reference.argument_count);
+        const int dimension =
+            is_list_clear(field) ? static_cast<int>(reference.argument_count) : -1;
         const Fault fault =
             symbols_.enter(reference.symbol, reference.use, kind, dimension, errors_.read());
         const bool is_misplaced = fault == Fault::addsym_undeclared && declares();

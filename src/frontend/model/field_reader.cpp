@@ -92,10 +92,20 @@ bool FieldReader::names_something(Index token, Index end) const {
 void FieldReader::touch(Index first, Index end) {
     for (Index token = first; token < end; ++token) {
         const TokenKind kind = tree_.tokens[token].kind;
-        if (kind == TokenKind::word || kind == TokenKind::name || kind == TokenKind::argument ||
-            kind == TokenKind::ignored) {
+        if (kind == TokenKind::word || kind == TokenKind::name || kind == TokenKind::ignored) {
             symbols_.touch(text(range_of(tree_, token)));
+        } else if (kind == TokenKind::argument) {
+            touch_words(text(range_of(tree_, token)));
         }
+    }
+}
+
+// A list that is not closed has the rest of its line in its last argument.
+void FieldReader::touch_words(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const Lexeme next = next_lexeme(text, at);
+        if (next.kind == TokenKind::word) symbols_.touch(text.substr(at, next.end - at));
+        at = next.end;
     }
 }
 

@@ -39,6 +39,7 @@ class FieldReader {
                        Index& count);
     Argument read_argument(Range range, Index record, bool is_listed);
     void add_root(Field& field, Role role, bool is_listed);
+    void touch_words(std::string_view text);
     bool names_something(Index token, Index end) const;
     std::string_view text(Range range) const { return text_of(bytes_, range); }
 

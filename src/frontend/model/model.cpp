@@ -77,6 +77,12 @@ const Symbol* find_symbol(const Model& model, std::string_view name) {
     return symbol == no_index ? nullptr : &model.symbols[symbol];
 }
 
+bool is_used(const Model& model, const Symbol& symbol) {
+    Index use = symbol.first_use;
+    while (use != no_index && model.uses[use].role == Role::declared) use = model.uses[use].next;
+    return use != no_index;
+}
+
 bool is_opened_by(const Block& block, notation::Opens opens) {
     return block.keyword != nullptr && block.keyword->opens == opens;
 }

@@ -108,6 +108,7 @@ struct Field {
     Index node = 0;        // in Tree::fields
     bool is_name = false;  // names something; else it has a value
     bool faulty = false;
+    bool unlooped = false;  // has an argument over which it does not loop
 };
 
 struct Entry {
@@ -200,6 +201,9 @@ inline const std::string& name_of(const Model& model, Index symbol) {
 
 // The symbol of that name, or null.
 const Symbol* find_symbol(const Model& model, std::string_view name);
+
+// Is a declared name anywhere but in declarations?
+bool is_used(const Model& model, const Symbol& symbol);
 
 bool is_opened_by(const Block& block, notation::Opens opens);
 

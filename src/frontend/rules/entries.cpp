@@ -80,6 +80,12 @@ void for_each_entry(const Subject& subject, const Work& work) {
     }
 }
 
+// Is a variable refused in the place of a value?
+bool is_refused(const Model& model, const Field& field) {
+    const Index symbol = field.reference.symbol;
+    return !field.is_name && symbol != no_index && is_variable(model.symbols[symbol].kind);
+}
+
 }  // namespace
 
 // Text before the first label of a line, and after the sets of a block's or an entry's name.
@@ -122,7 +128,7 @@ void check_entry_label(const Subject& subject, Findings& findings) {
 void check_entry_joined(const Subject& subject, Findings& findings) {
     for (const Row& row : subject.facts->rows.rows) {
         const Field* const joined = joined_field(subject.facts->rows, row);
-        if (joined == nullptr || joined->faulty) continue;
+        if (joined == nullptr || joined->faulty || is_refused(*subject.model, *joined)) continue;
         const Range label = label_place(subject, *joined);
         Finding& finding =
             warn(subject, findings, label, {{"label", label_text(subject, *joined)}});

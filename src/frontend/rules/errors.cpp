@@ -1,16 +1,23 @@
 #include "frontend/rules/errors.h"
 
+#include "frontend/findings/failure.h"
 #include "frontend/findings/faults.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"
-#include "frontend/rules/error_help.h"
+#include "frontend/rules/error_case.h"
+#include "frontend/rules/error_place.h"
+#include "frontend/rules/error_texts.h"
+#include "frontend/rules/missing_end.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -31,53 +38,51 @@ std::string_view place_of_text(Fault fault) {
     }
 }
 
+using Say = void (*)(const ErrorCase& at, Said& said);
+
+// What finds the words for an error; null where the text of its code says all.
+Say words_for(Fault fault) {
+    switch (fault) {
+    case Fault::keyword_colon:
+    case Fault::keyword_unknown: return say_keyword;
+    case Fault::keyword_order: return say_late_declaration;
+    case Fault::getfld_blank: return say_comment;
+    case Fault::getfld_label: return say_unlabelled;
+    case Fault::freefd_end: return say_open_declaration;
+    case Fault::extarg_left: return say_bare_indices;
+    case Fault::extarg_right: return say_open_indices;
+    case Fault::extarg_close: return say_text_after_indices;
+    case Fault::extarg_invalid: return say_quoted_index;
+    case Fault::rdarg_parentheses: return say_open_arguments;
+    case Fault::rdarg_many:
+    case Fault::rdarg_seven: return say_many_arguments;
+    case Fault::rdarg_close: return say_text_after_arguments;
+    case Fault::rdarg_invalid: return say_broken_quotes;
+    case Fault::rdcond_close: return say_open_expression;
+    case Fault::chkcnd_parentheses: return say_open_condition;
+    case Fault::chrfld_long:
+    case Fault::numfld_long: return say_long_statement;
+    case Fault::addsym_type: return say_kind;
+    case Fault::addsym_dimension: return say_dimension;
+    case Fault::addsym_undeclared: return say_undeclared;
+    case Fault::addsym_length: return say_long_name;
+    case Fault::chksym_type: return say_constrained_kind;
+    case Fault::chksym_unknown: return say_constrained_name;
+    case Fault::leadlg_both: return say_lead_and_lag;
+    case Fault::leadlg_inactive: return say_shifted_set;
+    case Fault::chkset_inactive: return say_unlooped_set;
+    case Fault::repblk_first: return say_report_start;
+    case Fault::repblk_single: return say_nothing_reported;
+    case Fault::repblk_condition: return say_reported_condition;
+    case Fault::repblk_second:
+    case Fault::repblk_third: return say_report_field;
+    case Fault::repblk_extra: return say_extra_field;
+    default: return nullptr;
+    }
+}
+
 void add_note(Finding& finding, std::string text, Span span = {}) {
     finding.remarks.push_back({Severity::note, std::move(text), std::move(span)});
-}
-
-void add_help(Finding& finding, std::string text) {
-    if (!text.empty()) finding.remarks.push_back({Severity::help, std::move(text), {}});
-}
-
-std::string with_arguments(int count) {
-    if (count == 0) return "without arguments";
-    return "with " + std::to_string(count) + (count == 1 ? " argument" : " arguments");
-}
-
-// Where a name was declared or first used, for the errors that are about two uses of it.
-void add_first_use(const ErrorCase& at, Finding& finding) {
-    const Symbol& symbol = at.model.symbols[at.error.symbol];
-    Range place = symbol.declaration;
-    for (Index use = symbol.first_use; place.empty() && use != no_index;
-         use = at.model.uses[use].next) {
-        if (at.model.uses[use].listed != no_index) place = at.model.uses[use].range;
-    }
-    if (place.empty() || place == at.error.place) return;
-    std::string text = back_quoted(name_of(at.model, at.error.symbol));
-    text += symbol.is_declared ? " was declared here, " : " was first used here, ";
-    text += at.error.fault == Fault::addsym_dimension
-                ? with_arguments(symbol.dimension)
-                : "as " + std::string(kind_with_article(symbol.kind));
-    add_note(finding, text, span_of(at.source, place));
-}
-
-void add_report_block(const ErrorCase& at, Finding& finding) {
-    const auto& blocks = at.model.blocks;
-    const auto report = std::find_if(blocks.begin(), blocks.end(), [](const Block& block) {
-        return is_opened_by(block, notation::Opens::report);
-    });
-    if (report == blocks.end()) return;
-    add_note(finding, "the report block begins here",
-             record_span(at.source, line_of_record(report->record)));
-}
-
-void add_open_model(const ErrorCase& at, Finding& finding) {
-    const Index record = at.source.tree.models[at.model.node].record;
-    add_note(finding,
-             "model " + back_quoted(at.model.name) +
-                 ", which begins here, has no `$OFFTEXT` before that",
-             record_span(at.source, line_of_record(record)));
-    add_help(finding, "write `$OFFTEXT` in column 1 where the model ends");
 }
 
 // Further places of the same cause: the first ones are shown, the lines of all others are listed.
@@ -93,44 +98,30 @@ void add_places(const ErrorCase& at, Finding& finding) {
     add_note(finding, "and in " + line_list(lines));
 }
 
-void add_remarks(const ErrorCase& at, Finding& finding) {
-    if (lacks_end(at)) return add_open_model(at, finding);
-    switch (at.error.fault) {
-    case Fault::addsym_type:
-    case Fault::addsym_dimension:
-    case Fault::chksym_type: add_first_use(at, finding); break;
-    case Fault::keyword_order: add_report_block(at, finding); break;
-    default: break;
-    }
-    add_places(at, finding);
-    if (const std::string name = at.is_compared ? meant(at) : ""; !name.empty())
-        return add_help(finding, "did you mean " + back_quoted(name) + "?");
-    const std::string help = own_help(at);
-    const MessageEntry* const entry = find_code(finding.code);
-    add_help(finding, !help.empty() || entry == nullptr ? help : help_of(*entry, {}));
+std::string help_of(std::string_view code, const Said& said) {
+    if (!said.meant.empty()) return "did you mean " + back_quoted(said.meant) + "?";
+    const MessageEntry* const entry = find_code(code);
+    if (entry == nullptr) return {};
+    return help_of(*entry, said.values, said.help.empty() ? said.variant : said.help);
 }
 
 Finding finding_of(const ErrorCase& at) {
-    Finding finding;
-    finding.severity = Severity::error;
-    finding.code = code_of(at.error.fault);
-    const MessageEntry* const entry = find_code(finding.code);
-    const Values values = {{std::string(place_of_text(at.error.fault)), at.error.text}};
-    if (entry != nullptr) finding.message = message_of(*entry, values);
-    finding.span = span_of(at.source, at.error.place);
-    add_remarks(at, finding);
+    Said said;
+    said.place = at.error.place;
+    said.values[std::string(place_of_text(at.error.fault))] = at.error.text;
+    if (const Say say = words_for(at.error.fault); say != nullptr) say(at, said);
+    Finding finding = failure(std::string(code_of(at.error.fault)), said.values,
+                              span_of(at.source, said.place), said.variant);
+    set_help(finding, help_of(finding.code, said));
+    const std::vector<Remark> helps = std::exchange(finding.remarks, std::move(said.notes));
+    add_places(at, finding);
+    finding.remarks.insert(finding.remarks.end(), helps.begin(), helps.end());
+    finding.fix = std::move(said.fix);
     return finding;
 }
 
-bool has_declaration(const Model& model, Kind kind) {
-    return std::any_of(model.blocks.begin(), model.blocks.end(), [kind](const Block& block) {
-        return is_opened_by(block, notation::Opens::declaration) &&
-               kind_of_type(block.keyword->type) == kind;
-    });
-}
-
-// Where a model declares nothing of a kind, all names that it lacks have one cause: the first
-// stands for the others.
+// Where a model declares nothing of a kind, all names that it lacks have one cause, and so have all
+// that another declaration has taken: the first stands for the others.
 class MissingDeclarations {
   public:
     explicit MissingDeclarations(const Source& source, const Model& model)
@@ -138,24 +129,78 @@ class MissingDeclarations {
 
     // Is the error told by one before it?
     bool takes(const Error& error, std::vector<Finding>& findings) {
-        if (error.fault != Fault::addsym_undeclared || has_declaration(model_, error.expected))
+        const bool is_undeclared = error.fault == Fault::addsym_undeclared;
+        const bool is_of_kind = is_undeclared || error.fault == Fault::addsym_type;
+        if (!is_of_kind || !is_variable(error.expected) || declares(model_, error.expected))
             return false;
-        const auto [first, is_new] = first_.emplace(error.expected, findings.size());
+        const auto [first, is_new] =
+            first_.emplace(std::pair(error.fault, error.expected), findings.size());
         if (is_new) return false;
-        Finding& finding = findings[first->second];
-        const auto help =
-            std::find_if(finding.remarks.begin(), finding.remarks.end(),
-                         [](const Remark& remark) { return remark.severity == Severity::help; });
-        finding.remarks.insert(
-            help, {Severity::note, back_quoted(error.text) + " is not declared, either",
-                   span_of(source_, error.place)});
+        const std::string name = back_quoted(error.text);
+        add(findings[first->second],
+            is_undeclared ? name + " is not declared, either" : "it is the same with " + name,
+            error.place);
         return true;
     }
 
   private:
+    // Before the help.
+    void add(Finding& finding, std::string text, Range place) const {
+        const auto help =
+            std::find_if(finding.remarks.begin(), finding.remarks.end(),
+                         [](const Remark& remark) { return remark.severity == Severity::help; });
+        finding.remarks.insert(help, {Severity::note, std::move(text), span_of(source_, place)});
+    }
+
     const Source& source_;
     const Model& model_;
-    std::map<Kind, std::size_t> first_;  // the finding of each kind
+    std::map<std::pair<Fault, Kind>, std::size_t> first_;  // the finding of each kind
+};
+
+// Errors that follow from others: in a field that has an error, in a report record that has one,
+// and in what is no part of the model.
+class Consequences {
+  public:
+    Consequences(const Source& source, const Model& model)
+        : tree_(source.tree), host_text_(first_host_text(source, model)) {
+        for (const Error& error : model.errors) {
+            const bool is_one = error.fault == Fault::addsym_dimension && error.also.empty();
+            if (is_one && error.dimension > model.symbols[error.symbol].dimension)
+                wide_.insert(field_at(tree_, error.place.begin));
+        }
+    }
+
+    Index host_text() const { return host_text_; }
+
+    // Is the error one? If not, others may follow from it.
+    bool has(const Error& error) {
+        if (host_text_ != no_index && error.record > host_text_) return true;
+        if (error.fault == Fault::repblk_extra && reports_.contains(error.record)) return true;
+        if (is_of_wide_list(error)) return true;
+        if (tree_.records[error.record].kind == RecordKind::report) reports_.insert(error.record);
+        bool is_new = add_field(error.place);
+        for (const Range place : error.also) is_new = add_field(place) || is_new;
+        return !is_new;
+    }
+
+  private:
+    // A set over which a row does not loop, and that its name does not have, is one set too many.
+    bool is_of_wide_list(const Error& error) const {
+        return error.fault == Fault::chkset_inactive && error.also.empty() &&
+               wide_.contains(field_at(tree_, error.place.begin));
+    }
+
+    // False where the place is in a field that is known to have an error.
+    bool add_field(Range place) {
+        const Index field = field_at(tree_, place.begin);
+        return field == no_index || fields_.insert(field).second;
+    }
+
+    const Tree& tree_;
+    Index host_text_;
+    std::set<Index> wide_;  // fields in which a name has more sets than elsewhere
+    std::set<Index> fields_;
+    std::set<Index> reports_;
 };
 
 }  // namespace
@@ -164,9 +209,11 @@ void add_errors(const Source& source, const Model& model, std::vector<Finding>& 
     // To compare each wrong name with all others would take too long where nearly all are wrong.
     constexpr std::size_t most_compared = 1000;
     MissingDeclarations missing(source, model);
+    Consequences consequences(source, model);
     for (const Error& error : model.errors) {
-        if (missing.takes(error, findings)) continue;
-        findings.push_back(finding_of({source, model, error, findings.size() < most_compared}));
+        if (consequences.has(error) || missing.takes(error, findings)) continue;
+        findings.push_back(finding_of(
+            {source, model, error, consequences.host_text(), findings.size() < most_compared}));
     }
 }
 

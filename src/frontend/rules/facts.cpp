@@ -222,7 +222,10 @@ class Reader {
             left_out[symbol] = has_fact(symbol, is_odd);
         Suggestions suggestions(model_, left_out);
         facts_.undeclared = read_undeclared(source_.bytes, model_, suggestions);
-        for (const Undeclared& name : facts_.undeclared) excuse(name.near);
+        for (const Undeclared& name : facts_.undeclared) {
+            excuse(name.near);
+            for (const std::string& other : name.others) excuse(other);
+        }
         std::erase_if(facts_.undeclared, [&](const Undeclared& name) {
             return model_.lost || has_fact(name.symbol, is_excused);
         });
@@ -246,7 +249,7 @@ class Reader {
                 model_.symbols[symbol].touched && model_.symbols[symbol].kind == Kind::host;
             if (!is_unknown || notation::find_label(name) != nullptr) continue;
             for (const Kind kind : {Kind::sector, Kind::commodity, Kind::consumer, Kind::auxiliary})
-                excuse(suggestions.near(name, kind));
+                excuse(suggestions.near(name, kind, -1));
         }
     }
 
@@ -254,7 +257,7 @@ class Reader {
         for (const Error& error : model_.errors) {
             if (error.fault != Fault::chksym_unknown && error.fault != Fault::chksym_type) continue;
             const std::string near =
-                suggestions.near(name_of(model_, error.symbol), Kind::auxiliary);
+                suggestions.near(name_of(model_, error.symbol), Kind::auxiliary, -1);
             excuse(near);
             if (near.empty()) facts_.any_constrained = true;
         }
@@ -276,12 +279,6 @@ class Reader {
 };
 
 }  // namespace
-
-bool is_used(const Model& model, const Symbol& symbol) {
-    Index use = symbol.first_use;
-    while (use != no_index && model.uses[use].role == Role::declared) use = model.uses[use].next;
-    return use != no_index;
-}
 
 Facts read_facts(const Source& source, const HostText& host, const Model& model) {
     Facts facts;

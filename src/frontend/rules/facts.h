@@ -65,9 +65,6 @@ inline bool is_doubtful(const Facts& facts, Kind kind) {
     return facts.is_doubtful[static_cast<std::size_t>(kind)];
 }
 
-// Is a declared name anywhere but in declarations?
-bool is_used(const Model& model, const Symbol& symbol);
-
 // The source and the model must outlive the facts.
 Facts read_facts(const Source& source, const HostText& host, const Model& model);
 

@@ -41,6 +41,16 @@ Range ignored_text(const Tree& tree, Index record) {
     return text;
 }
 
+// Is a constraint refused because of a name that is declared between two records? The error says
+// what is wrong with their keyword.
+bool has_refused_constraint(const Model& model, Index begin, Index end) {
+    return std::any_of(model.errors.begin(), model.errors.end(), [&](const Error& error) {
+        if (error.fault != Fault::chksym_unknown) return false;
+        const Symbol& symbol = model.symbols[error.symbol];
+        return symbol.is_declared && symbol.declared_record > begin && symbol.declared_record < end;
+    });
+}
+
 // A name that the model uses as one of the kind, and does not declare.
 bool is_missing(const Model& model, std::string_view name, Kind kind) {
     const Symbol* const symbol = find_symbol(model, name);
@@ -67,6 +77,7 @@ bool is_meant(const Subject& subject, const BlockNode& block, std::string_view t
 void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     for_each_keyword(subject, [&](const BlockNode& block) {
         if (!block.keyword->only_whole || block.gives_type) return;
+        if (has_refused_constraint(*subject.model, block.record, (&block + 1)->record)) return;
         const Range place = keyword_place(subject.source.tree, block.record);
         Finding& finding = warn(subject, findings, place, {{"keyword", as_read(subject, place)}});
         const std::string keyword = notation::keyword_mark + std::string(block.keyword->word);
@@ -83,8 +94,12 @@ void check_keyword_text(const Subject& subject, Findings& findings) {
         if (!is_whole || tree.records[block.record].fault != Fault::none) return;
         const Range text = ignored_text(tree, block.record);
         if (text.empty()) return;
+        const Range keyword = keyword_place(tree, block.record);
         const bool is_certain = is_meant(subject, block, text_in(subject, text));
-        set_fix(warn(subject, findings, text), is_certain ? Confidence::certain : Confidence::maybe,
+        Finding& finding = warn(subject, findings, text,
+                                {{"text", std::string(text_in(subject, text))},
+                                 {"keyword", as_read(subject, keyword)}});
+        set_fix(finding, is_certain ? Confidence::certain : Confidence::maybe,
                 {breaking_line(subject.source.bytes, text.begin, "  ")});
     });
 }

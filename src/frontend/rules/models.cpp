@@ -2,6 +2,7 @@
 #include "frontend/findings/place.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
+#include "frontend/rules/missing_end.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
 #include "notation/records.h"
@@ -52,6 +53,7 @@ void check_model_name(const Subject& subject, Findings& findings) {
 void check_model_open(const Subject& subject, Findings& findings) {
     const ModelNode& node = subject.source.tree.models[subject.model->node];
     if (node.closed || subject.model->lost || has_indented_end(subject, node)) return;
+    if (first_host_text(subject.source, *subject.model) != no_index) return;
     const Tree& tree = subject.source.tree;
     Finding& finding =
         warn(subject, findings, record_range(tree, node.record), {{"name", subject.model->name}});

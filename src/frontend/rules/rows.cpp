@@ -97,9 +97,17 @@ class Collector {
 
     bool is_stray(const Field& head) const {
         if (head.faulty || is_made_by_host(source_, head)) return false;
-        const unsigned wanted = keyword_->opens == Opens::production ? notation::production_entry
-                                                                     : notation::demand_entry;
+        unsigned wanted = keyword_->opens == Opens::production ? notation::production_entry
+                                                               : notation::demand_entry;
+        if (is_refused(*owner_)) wanted = notation::production_entry | notation::demand_entry;
         return head.row == nullptr || (head.row->begins & wanted) == 0;
+    }
+
+    // Does a block have the name of something else? Then its keyword may be the wrong one.
+    bool is_refused(const Field& owner) const {
+        const Index symbol = owner.reference.symbol;
+        return symbol != no_index && owner.row != nullptr && model_.symbols[symbol].entered &&
+               model_.symbols[symbol].kind != kind_of_type(owner.row->type);
     }
 
     void add_field(const Field& field) {

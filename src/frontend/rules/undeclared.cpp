@@ -1,7 +1,5 @@
 #include "frontend/rules/undeclared.h"
 
-#include "frontend/base/spelling.h"
-
 #include <algorithm>
 #include <iterator>
 #include <map>
@@ -31,6 +29,12 @@ bool is_undeclared(const Symbol& symbol) {
     return symbol.entered && is_variable(symbol.kind) && !symbol.is_declared;
 }
 
+// The number of sets that a name is used with; -1 where that is not known for this kind.
+int dimension_of(const Model& model, const Undeclared& name) {
+    const Symbol& symbol = model.symbols[name.symbol];
+    return symbol.kind == name.kind ? symbol.dimension : -1;
+}
+
 // The third field of a report record names whose block the row is in. The translator does not look
 // that name up.
 class Owners {
@@ -55,7 +59,7 @@ class Owners {
         const Kind kind = kind_of_owner(field);
         if (model_.symbols[symbol].kind == kind) return;
         const auto [known, is_new] = known_.emplace(std::pair(symbol, kind), found_.size());
-        if (is_new) found_.push_back({symbol, kind, field.reference.use, {}, {}});
+        if (is_new) found_.push_back({symbol, kind, field.reference.use, {}, {}, {}});
         found_[known->second].uses.push_back(field.reference.use);
     }
 
@@ -76,16 +80,27 @@ Suggestions::Suggestions(const Model& model, const std::vector<bool>& is_left_ou
     : left_(most_comparisons) {
     for (const Index symbol : model.declared) {
         if (is_left_out[symbol]) continue;
-        declared_[static_cast<std::size_t>(model.symbols[symbol].kind)].push_back(
-            name_of(model, symbol));
+        const Symbol& known = model.symbols[symbol];
+        declared_[static_cast<std::size_t>(known.kind)].push_back(
+            {name_of(model, symbol), known.dimension, !is_used(model, known)});
     }
 }
 
-std::string Suggestions::near(std::string_view name, Kind kind) {
-    const std::vector<std::string>& candidates = declared_[static_cast<std::size_t>(kind)];
-    if (candidates.size() > left_) return {};
-    left_ -= candidates.size();
-    return nearest(name, candidates);
+bool Suggestions::may_compare(Kind kind) {
+    const std::size_t count = declared_[static_cast<std::size_t>(kind)].size();
+    if (count > left_) return false;
+    left_ -= count;
+    return true;
+}
+
+std::string Suggestions::near(std::string_view name, Kind kind, int dimension) {
+    if (!may_compare(kind)) return {};
+    return nearest_name(name, dimension, declared_[static_cast<std::size_t>(kind)]);
+}
+
+std::vector<std::string> Suggestions::all_near(std::string_view name, Kind kind, int dimension) {
+    if (!may_compare(kind)) return {};
+    return near_names(name, dimension, declared_[static_cast<std::size_t>(kind)]);
 }
 
 std::vector<Undeclared> read_undeclared(std::string_view bytes, const Model& model,
@@ -94,13 +109,21 @@ std::vector<Undeclared> read_undeclared(std::string_view bytes, const Model& mod
     for (Index index = 0; index < model.symbols.size(); ++index) {
         const Symbol& symbol = model.symbols[index];
         if (is_undeclared(symbol))
-            found.push_back(
-                {index, symbol.kind, first_listed_use(model, symbol), uses_of(model, symbol), {}});
+            found.push_back({index,
+                             symbol.kind,
+                             first_listed_use(model, symbol),
+                             uses_of(model, symbol),
+                             {},
+                             {}});
     }
     std::vector<Undeclared> owners = Owners(bytes, model).read();
     std::move(owners.begin(), owners.end(), std::back_inserter(found));
-    for (Undeclared& name : found)
-        name.near = suggestions.near(name_of(model, name.symbol), name.kind);
+    for (Undeclared& name : found) {
+        const std::string& text = name_of(model, name.symbol);
+        const int dimension = dimension_of(model, name);
+        name.near = suggestions.near(text, name.kind, dimension);
+        if (name.near.empty()) name.others = suggestions.all_near(text, name.kind, dimension);
+    }
     return found;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frontend/model/model.h"
+#include "frontend/rules/near_names.h"
 
 #include <array>
 #include <string>
@@ -15,7 +16,8 @@ struct Undeclared {
     Kind kind;        // what it is used as
     Index first_use;  // in Model::uses, by which the translator comes to know it
     std::vector<Index> uses;
-    std::string near;  // a declared name of the kind that may be meant; empty where none is near
+    std::string near;  // a declared name of the kind that may be meant; empty where none is nearest
+    std::vector<std::string> others;  // where none is, those that are near
 };
 
 // Finds declared names that are near to others.
@@ -24,11 +26,17 @@ class Suggestions {
     // `is_left_out` says for each symbol whether it is never meant.
     Suggestions(const Model& model, const std::vector<bool>& is_left_out);
 
-    // The declared name of the kind that is near to a name, or nothing.
-    std::string near(std::string_view name, Kind kind);
+    // The declared name of the kind, with that number of sets (-1: any), that is near to a name, or
+    // nothing.
+    std::string near(std::string_view name, Kind kind, int dimension);
+
+    // All of them.
+    std::vector<std::string> all_near(std::string_view name, Kind kind, int dimension);
 
   private:
-    std::array<std::vector<std::string>, kind_count> declared_;
+    bool may_compare(Kind kind);
+
+    std::array<std::vector<Candidate>, kind_count> declared_;
     std::size_t left_;  // names that may still be compared: a model can have too many
 };
 

@@ -3,6 +3,7 @@
 #include "frontend/base/spelling.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,17 @@ const notation::Keyword* meant_keyword(std::string_view word) {
     for (const notation::Keyword& keyword : notation::keywords()) words.emplace_back(keyword.word);
     const std::string near = nearest(word, words);
     return near.empty() ? begins_alike(word) : notation::find_keyword(near);
+}
+
+std::size_t joined_keyword(std::string_view word) {
+    using notation::Opens;
+    for (const notation::Keyword& keyword : notation::keywords()) {
+        const bool is_named = keyword.opens == Opens::production ||
+                              keyword.opens == Opens::demand || keyword.opens == Opens::constraint;
+        const std::size_t size = keyword.word.size();
+        if (is_named && word.size() > size && word.starts_with(keyword.word)) return size;
+    }
+    return 0;
 }
 
 bool belongs_outside(std::string_view word) {

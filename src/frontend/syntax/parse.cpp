@@ -205,9 +205,20 @@ class Parser {
         if (record().fault == Fault::none)
             return open_block(keyword, notation::gives_type(*keyword, word), 1 + word.size());
         word = first_word(word);
+        const std::size_t joined = joined_keyword(word);
+        if (joined > 0 && !is_complete(record_.substr(1 + word.size())))
+            return open_block(nullptr, true, 1 + joined);
         keyword = notation::find_keyword(without_blanks(word));
         if (keyword == nullptr) keyword = meant_keyword(without_blanks(word));
         open_block(keyword, true, 1 + word.size());
+    }
+
+    // Does the first word of a record have what it needs after it: a colon, or the name of its
+    // block?
+    static bool is_complete(string_view rest) {
+        const std::size_t next = std::min(rest.find_first_not_of(blank_char), rest.size());
+        const string_view word = rest.substr(next, rest.find(blank_char, next) - next);
+        return word.starts_with(':') || (!word.empty() && word.find(':') == string_view::npos);
     }
 
     // With the blanks before it.
