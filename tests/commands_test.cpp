@@ -104,7 +104,7 @@ const CommandLine command_lines[] = {
     {"check --fromat short good.zlm", 2, nothing, "help: did you mean `--format`?\n"},
     {"check --FORMAT=short good.zlm", 2, nothing, "help: did you mean `--format`?\n"},
     {"check good.zlm --format Short", 2, nothing, "not `Short`: did you mean `short`?\n"},
-    {"check good.zlm --warn Name-Unused=off", 0, nothing, "no errors, no warnings\n"},
+    {"check warn.zlm --warn Name-Unused=off", 0, nothing, "no errors, no warnings\n"},
     {"info --json good.zlm", 2, nothing, "option `--json`\nhelp: write `--format json`\n"},
     {"graph --mermaid good.zlm", 2, nothing, "help: write `--format mermaid`\n"},
     {"codes --json", 2, nothing, "help: `orvex codes --help` lists the options\n"},
