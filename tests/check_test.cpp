@@ -96,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(Index, Codes, testing::ValuesIn(caused_by_models()), []
 // Faults in all kinds of blocks, among them some that would cause others: names that are declared
 // on a wrong line, a block with a wrong keyword, rows that continue a wrong one.
 TEST(Check, ShowsEveryFaultAndNoConsequence) {
-    EXPECT_EQ(check_text("SET R / N, S /;\n"
+    EXPECT_EQ(check_text("* SET R / N, S /;\n"
                          "$MODEL:FAULTS\n"
                          "$SECTORS:\n"
                          "  Y(R)  X  Z\n"
@@ -109,7 +109,7 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
                          "  TAU\n"
                          "$PROD:Y(R)  s:1\n"
                          "  O:PA(R)  Q:1\n"
-                         "  I:PA(T)\n"                         // 14: T is a set of its own
+                         "  I:PA(T)  Q:1\n"                    // 14: T is a set of its own
                          "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is no consumer
                          "+          N:TAU(R\n"                // 16: no end
                          "  I:PB     Q:1\n"
@@ -200,7 +200,7 @@ TEST(Check, FindsTextBehindTheSetsOfAName) {
     const string tail = "$DEMAND:C(R)\n  D:P(R)\n  E:P(R)  Q:1\n$OFFTEXT\n";
     EXPECT_EQ(check_text(head +
                          "$PROD:Y(R)$(A(R))  S:1\n  O:P(R)$(B GT 0)  Q:1\n"
-                         "  I:P(R) #(R)  Q :1\n  I:P(\"a b\")\n" +
+                         "  I:P(R) #(R)  Q :1\n  I:P(\"a b\")  Q:1\n" +
                          tail),
               "");
     EXPECT_EQ(check_text(head +

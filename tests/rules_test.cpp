@@ -176,7 +176,7 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
     for (int i = 10; i < 22; ++i) rows += "  I:P" + std::to_string(i) + "  Q:1\n";
     // P10 to P21 are in lines 3 to 14; P10 is the finding, and of the others 10 are listed.
     const std::vector<Finding> found =
-        find("$MODEL:M\n$PROD:Y\n" + rows + "  I:P11  Q:1\n$OFFTEXT\n");
+        find("$MODEL:M\n$PROD:Y\n" + rows + "  I:P11  Q:2\n$OFFTEXT\n");
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[1].remarks.front().message,
               "not declared either: `P11` (lines 4, 15), `P12` (line 5), `P13` (line 6), "
@@ -256,7 +256,7 @@ TEST(Rules, CompareSetsWithThoseOfTheDeclaration) {
                "RA\n"
                "$PROD:Y(G)\n  O:P(G,R)  Q:1\n  I:P" +
                sets +
-               "  Q:1\n$DEMAND:RA\n  D:P(G,R)\n  E:P(G,R)  Q:1\n  E:Q(S,T)\n  D:Q(S,T)\n"
+               "  Q:1\n$DEMAND:RA\n  D:P(G,R)\n  E:P(G,R)  Q:1\n  E:Q(S,T)  Q:1\n  D:Q(S,T)\n"
                "$OFFTEXT\n";
     };
     const Row rows[] = {
@@ -270,6 +270,45 @@ TEST(Rules, CompareSetsWithThoseOfTheDeclaration) {
         {"(G,R2)", "10:5 set-differs\n"},
     };
     for (const Row& row : rows) EXPECT_EQ(places(with(row.text)), row.findings) << row.text;
+}
+
+TEST(Rules, CorrectRowsBlocksAndDescriptions) {
+    const string taxed = "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n";
+    const auto described = [&](const string& text) {
+        return model("TAU  " + text, taxed + "+ N:TAU\n", "$CONSTRAINT:TAU\n  TAU =E= 1;\n");
+    };
+    const Row rows[] = {
+        // A "+" goes into column 1, and a blank stays after it.
+        {model("", taxed + "  T:0.1\n"), "certain: " + model("", taxed + "+ T:0.1\n")},
+        {model("", taxed + " T:0.1\n"), "certain: " + model("", taxed + "+ T:0.1\n")},
+        {model("", taxed + "T:0.1\n"), "certain: " + model("", taxed + "+ T:0.1\n")},
+        {model("", taxed + "\tT:0.1\n"), "certain: " + model("", taxed + "+\tT:0.1\n")},
+        // The rate of nobody, a second price, and a row before which there is none.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1\n  T:0.1\n"),
+         "maybe: " + model("", "  O:PY  Q:1\n  I:PL  Q:1\n+ T:0.1\n")},
+        {model("", "  O:PY  Q:1\n  I:PL  P:1\n  P:2\n"),
+         "maybe: " + model("", "  O:PY  Q:1\n  I:PL  P:1\n+ P:2\n")},
+        {model("", "  S:1\n  O:PY  Q:1\n  I:PL  Q:1\n"),
+         "maybe: " + model("", "+ S:1\n  O:PY  Q:1\n  I:PL  Q:1\n")},
+        // All lines of a row, but not a comment between them.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1\n  I:PL\n* twice\n+ Q:1\n"),
+         "maybe: " + model("", "  O:PY  Q:1\n  I:PL  Q:1\n* twice\n")},
+        // A nest in all its rows, and the elasticity of the block.
+        {model("", "+ VA:1\n  O:PY  Q:1\n  I:PL  Q:1  VB:\n  I:PL  Q:2  VB:\n"),
+         "maybe: " + model("", "+ VA:1\n  O:PY  Q:1\n  I:PL  Q:1  VA:\n  I:PL  Q:2  VA:\n")},
+        {model("", "+ d:1\n  O:PY  Q:1\n  I:PL  Q:1\n"),
+         "maybe: " + model("", "+ s:1\n  O:PY  Q:1\n  I:PL  Q:1\n")},
+        // Little words make a description sure.
+        {described("of all  taxes"), "certain: " + described("! of all  taxes")},
+        {described("Average rate"), "maybe: " + described("! Average rate")},
+        // The host's comment, with the line end of the file; one that is misspelt or indented.
+        {"SET A;\n" + model(), "certain: SET A;\n$ONTEXT\n" + model()},
+        {"SET A;\n$ONTEX\n\n" + model(), "certain: SET A;\n$ONTEXT\n\n" + model()},
+        {"  $ontext\n" + model(), "certain: $ONTEXT\n" + model()},
+        {"SET A;\r\n$MODEL:M\r\n" + model().substr(9),
+         "certain: SET A;\r\n$ONTEXT\r\n$MODEL:M\r\n" + model().substr(9)},
+    };
+    for (const Row& row : rows) EXPECT_EQ(corrected(row.text), row.findings) << row.text;
 }
 
 // The table has each code once for a scope.

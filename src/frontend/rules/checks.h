@@ -14,6 +14,10 @@ void check_model_none(const Subject& subject, Findings& findings);
 void check_model_name(const Subject& subject, Findings& findings);
 void check_model_open(const Subject& subject, Findings& findings);
 
+// host_comments.cpp
+void check_comment_missing(const Subject& subject, Findings& findings);
+void check_model_end(const Subject& subject, Findings& findings);
+
 // lines.cpp
 void check_line_indent_outside(const Subject& subject, Findings& findings);
 void check_line_indent(const Subject& subject, Findings& findings);
@@ -23,6 +27,7 @@ void check_line_long(const Subject& subject, Findings& findings);
 // keywords.cpp
 void check_keyword_auxiliary(const Subject& subject, Findings& findings);
 void check_keyword_text(const Subject& subject, Findings& findings);
+void check_option_empty(const Subject& subject, Findings& findings);
 
 // names.cpp
 void check_name_undeclared(const Subject& subject, Findings& findings);
@@ -39,6 +44,16 @@ void check_consumer_endowment(const Subject& subject, Findings& findings);
 
 // blocks.cpp
 void check_block_missing(const Subject& subject, Findings& findings);
+
+// repeated.cpp
+void check_block_repeated(const Subject& subject, Findings& findings);
+void check_entry_repeated(const Subject& subject, Findings& findings);
+
+// descriptions.cpp
+void check_description_unmarked(const Subject& subject, Findings& findings);
+
+// lost_rows.cpp
+void check_entry_lost(const Subject& subject, Findings& findings);
 
 // constraints.cpp
 void check_auxiliary_constraint(const Subject& subject, Findings& findings);
@@ -82,10 +97,17 @@ void check_value_invalid(const Subject& subject, Findings& findings);
 
 // nests.cpp
 void check_nest_undeclared(const Subject& subject, Findings& findings);
+void check_nest_set(const Subject& subject, Findings& findings);
+void check_nest_unused(const Subject& subject, Findings& findings);
 
 // taxes.cpp
 void check_tax_rate(const Subject& subject, Findings& findings);
 void check_tax_receiver(const Subject& subject, Findings& findings);
+void check_tax_demand(const Subject& subject, Findings& findings);
+
+// quantities.cpp
+void check_quantity_missing(const Subject& subject, Findings& findings);
+void check_quantity_suspicious(const Subject& subject, Findings& findings);
 
 // characters.cpp
 void check_character(const Subject& subject, Findings& findings);

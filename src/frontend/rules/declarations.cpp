@@ -14,6 +14,7 @@ void warn_of_repeated(const Subject& subject, const Field& field, Findings& find
     const Index symbol = field.reference.symbol;
     const bool is_known = symbol != no_index && subject.model->symbols[symbol].entered;
     if (!is_known || field.faulty || has(*subject.facts, symbol, is_odd)) return;
+    if (is_no_name(*subject.facts, field.reference.name.begin)) return;
     Finding& finding =
         warn(subject, findings, field.reference.name, {{"name", name_of(*subject.model, symbol)}});
     if (subject.source.tree.records[field.record].kind != RecordKind::names) return;
@@ -37,6 +38,7 @@ void check_name_missing(const Subject& subject, Findings& findings) {
         if (field.faulty) continue;
         const Range place = range_of(tree, tree.fields[field.node].token,
                                      end_of_field(tree, field.record, field.node));
+        if (is_no_name(*subject.facts, place.begin)) continue;
         warn(subject, findings, place);
     }
 }

@@ -1,3 +1,4 @@
+#include "frontend/findings/wording.h"
 #include "frontend/rules/arguments.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
@@ -9,6 +10,10 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -72,12 +77,74 @@ bool has_invalid_set(const Subject& subject, const Field& field) {
     });
 }
 
-// Calls work(row) for the row of each entry of a production or demand block.
-template <typename Work>
-void for_each_entry(const Subject& subject, const Work& work) {
-    for (const Row& row : subject.facts->rows.rows) {
-        if (row.entry != nullptr && !row.entry->head.faulty) work(row);
+void add_note_first(Finding& finding, std::string message) {
+    finding.remarks.insert(finding.remarks.begin(), {Severity::note, std::move(message), {}});
+}
+
+// Is the block that of a name which is declared as something else?
+bool has_wrong_owner(const Model& model, const Row& row) {
+    const Index owner = row.owner->reference.symbol;
+    if (owner == no_index || !model.symbols[owner].is_declared) return false;
+    const Kind kind = row.keyword->opens == Opens::production ? Kind::sector : Kind::consumer;
+    return model.symbols[owner].kind != kind;
+}
+
+// What the rows say that are one where the "+" is put back: the row before them, and those after it
+// that have lost theirs.
+class Joined {
+  public:
+    Joined(const Subject& subject, std::size_t row) : rows_(subject.facts->rows) {
+        const std::vector<Row>& rows = rows_.rows;
+        while (rows[row].lost_plus) --row;
+        base_ = &rows[row];
+        add_fields(*base_);
+        for (++row; row < rows.size() && rows[row].lost_plus; ++row) {
+            add(rows[row].entry->head);
+            add_fields(rows[row]);
+        }
     }
+
+    // Is it clear that they are one row: an entry with each label at most once, and with as many
+    // taxes as rates?
+    bool is_sure() const {
+        const bool is_entry = base_->entry != nullptr && !base_->stray &&
+                              !base_->entry->head.faulty && !base_->outside;
+        const bool is_taxed = receivers_ + rates_ > 0;
+        const bool may_be_taxed =
+            is_entry && meaning_of(base_->entry->head) != notation::Meaning::demand;
+        return is_entry && is_clear_ && receivers_ == rates_ && (!is_taxed || may_be_taxed);
+    }
+
+  private:
+    void add_fields(const Row& row) {
+        for (const Field* const field : fields_of(rows_, row)) add(*field);
+    }
+
+    void add(const Field& field) {
+        is_clear_ = is_clear_ && !field.faulty;
+        receivers_ += meaning_of(field) == notation::Meaning::tax_receiver ? 1 : 0;
+        rates_ += meaning_of(field) == notation::Meaning::tax_rate ? 1 : 0;
+        const bool is_single = field.row != nullptr && field.row->single;
+        if (is_single && !labels_.insert(field.row).second) is_clear_ = false;
+    }
+
+    const Rows& rows_;
+    const Row* base_;
+    std::unordered_set<const notation::Label*> labels_;
+    int receivers_ = 0;
+    int rates_ = 0;
+    bool is_clear_ = true;
+};
+
+// Puts a "+" into column 1, with a blank after it.
+Edit plus_before(const Subject& subject, const Row& row) {
+    const Range line = line_range(subject.source.tree, row.entry->head.record);
+    const std::string_view text = text_in(subject, line);
+    const std::size_t blanks = std::min(text.find_first_not_of(blank_char), text.size());
+    const bool has_room = blanks > 1;
+    const bool has_blank = blanks > 0 || text.starts_with(tab);
+    if (has_room) return replacing({line.begin, line.begin + 1}, "+");
+    return inserting(line.begin, has_blank ? "+" : "+ ");
 }
 
 // Is a variable refused in the place of a value?
@@ -107,28 +174,59 @@ void check_entry_text(const Subject& subject, Findings& findings) {
     }
 }
 
+// One finding for the rows after an option: they have one cause.
 void check_entry_outside(const Subject& subject, Findings& findings) {
-    for_each_entry(subject, [&](const Row& row) {
-        if (!row.outside) return;
-        warn(subject, findings, label_place(subject, row.entry->head));
-    });
+    const Row* first = nullptr;
+    std::vector<int> others;
+    const auto finish = [&] {
+        if (first == nullptr) return;
+        Finding& finding = warn(subject, findings, label_place(subject, first->entry->head));
+        if (!others.empty()) add_note_first(finding, "the same in " + line_list(others));
+        first = nullptr;
+        others.clear();
+    };
+    for (const Row& row : subject.facts->rows.rows) {
+        if (row.entry == nullptr) finish();
+        if (row.entry == nullptr || row.entry->head.faulty || !row.outside) continue;
+        if (first != nullptr) others.push_back(line_of_record(row.entry->head.record));
+        if (first == nullptr) first = &row;
+    }
+    finish();
 }
 
 // That its "$" or "+" is in a wrong column is found already, and so is text before its label, in
-// which the label of the entry may be.
+// which the label of the entry may be. A block of a wrong keyword has an error.
 void check_entry_label(const Subject& subject, Findings& findings) {
-    for_each_entry(subject, [&](const Row& row) {
+    const std::vector<Row>& rows = subject.facts->rows.rows;
+    bool is_sure = false;  // of the present rows without "+"
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const Row& row = rows[i];
+        if (row.lost_plus && !rows[i - 1].lost_plus) is_sure = Joined(subject, i).is_sure();
+        if (row.entry == nullptr || row.entry->head.faulty) continue;
         const Field& head = row.entry->head;
-        if (!row.stray || row.indented || !head.before.empty()) return;
-        warn(subject, findings, label_place(subject, head),
-             {{"block", std::string(row.keyword->word)}, {"label", label_text(subject, head)}});
-    });
+        const bool is_told = !row.stray || row.indented || !head.before.empty() ||
+                             has_wrong_owner(*subject.model, row);
+        if (is_told || is_after_other(rows, i)) continue;
+        const bool begins_run = i + 1 < rows.size() && is_after_other(rows, i + 1);
+        Finding& finding =
+            warn(subject, findings, label_place(subject, head),
+                 {{"block", std::string(row.keyword->word)}, {"label", label_text(subject, head)}},
+                 row.lost_plus ? "plus"
+                 : begins_run  ? "block"
+                               : "");
+        if (!row.lost_plus) continue;
+        set_fix(finding, is_sure ? Confidence::certain : Confidence::maybe,
+                {plus_before(subject, row)});
+    }
 }
 
 void check_entry_joined(const Subject& subject, Findings& findings) {
+    std::unordered_set<Offset> errors;
+    for (const Error& error : subject.model->errors) errors.insert(error.place.begin);
     for (const Row& row : subject.facts->rows.rows) {
         const Field* const joined = joined_field(subject.facts->rows, row);
         if (joined == nullptr || joined->faulty || is_refused(*subject.model, *joined)) continue;
+        if (errors.contains(joined->reference.name.begin)) continue;
         const Range label = label_place(subject, *joined);
         Finding& finding =
             warn(subject, findings, label, {{"label", label_text(subject, *joined)}});

@@ -1,5 +1,6 @@
 #include "frontend/rules/facts.h"
 
+#include "frontend/rules/host_comments.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/lookalikes.h"
 #include "text/characters.h"
@@ -24,8 +25,12 @@ class Reader {
         facts_.rows = read_rows(source_, model_);
         facts_.names.resize(model_.symbols.size());
         facts_.blocks.resize(model_.symbols.size());
+        facts_.block_after_end = block_after_end(source_, model_.node);
+        read_no_names();
         read_rows_of_names();
         read_blocks();
+        read_repeated();
+        read_turned_blocks();
         read_declared();
         read_field_errors();
         read_text_not_read();
@@ -35,6 +40,7 @@ class Reader {
         collect_judged();
         facts_.bodies = read_bodies(source_, model_);
         facts_.operators = read_operators(source_, model_, facts_.bodies);
+        read_forgotten_blocks();
     }
 
   private:
@@ -67,6 +73,7 @@ class Reader {
 
     // An entry that is joined to another one is meant to be one.
     void add_field(Index owner, const Row& row, const Field& field) {
+        if (is_in_nest(row, field)) return;
         if (begins_entry(field)) add_flow(owner, row, field);
         if (meaning_of(field) == Meaning::tax_receiver) add(field.reference.symbol, has_income);
     }
@@ -78,9 +85,7 @@ class Reader {
         case Meaning::output: add(commodity, made | supplied); return add(owner, has_output);
         case Meaning::input: add(commodity, wanted); return add(owner, has_input);
         case Meaning::demand: add(commodity, wanted); return add(owner, has_demand);
-        case Meaning::endowment:
-            add(commodity, may_take(row) ? supplied | taken : supplied);
-            return add(owner, has_income);
+        case Meaning::endowment: add(commodity, endowment_of(row)); return add(owner, has_income);
         default: return;
         }
     }
@@ -104,6 +109,29 @@ class Reader {
         return field.faulty || !is_known;
     }
 
+    unsigned endowment_of(const Row& row) const {
+        if (takes(row)) return taken;
+        return may_take(row) ? supplied | taken : supplied;
+    }
+
+    // Is the endowment less than nothing, as far as its text tells?
+    bool takes(const Row& row) const {
+        const Field* const quantity = quantity_of(facts_.rows, row);
+        if (row.unclear || quantity == nullptr || quantity->faulty) return false;
+        const std::string_view text = text_of(source_.bytes, quantity->text);
+        return is_negated(text) && begins_whole(text);
+    }
+
+    // Does a negated value begin with a name or a whole number, and so is no invalid one?
+    static bool begins_whole(std::string_view value) {
+        const std::size_t first = std::min(value.find_first_not_of("(- "), value.size());
+        if (first == value.size()) return false;
+        const std::size_t end = next_lexeme(value, first).end;
+        const bool has_blank = !value.starts_with('(') && value.find(blank_char) != value.npos;
+        return !has_blank && (!is_digit(value[first]) || end == value.size() ||
+                              std::string_view("*/)").find(value[end]) != value.npos);
+    }
+
     // A name of another kind may stand for any commodity; one with wrong sets is known.
     void add_refused(Index owner, const Field& head) {
         add(owner, block_unclear);
@@ -125,7 +153,68 @@ class Reader {
         add(head.reference.symbol, is_stray);
     }
 
+    // Words that are no names, and rows without a block.
+
+    void read_no_names() {
+        facts_.descriptions = read_descriptions(source_, model_);
+        facts_.lost_rows = read_lost_rows(source_, model_);
+        for (const Description& text : facts_.descriptions) facts_.no_names.push_back(text.words);
+        for (const LostRows& rows : facts_.lost_rows) take_lost(rows);
+        std::sort(facts_.no_names.begin(), facts_.no_names.end(),
+                  [](const Range& a, const Range& b) { return a.begin < b.begin; });
+    }
+
+    void take_lost(const LostRows& rows) {
+        const Range text = range_of(source_.tree, source_.tree.records[rows.record].token,
+                                    source_.tree.records[rows.end].token);
+        excuse_words(text_of(source_.bytes, text));
+        if (rows.is_declared) facts_.no_names.push_back(text);
+        lose_block(rows.begins);
+    }
+
+    // A block of that kind may be there, of any name.
+    void lose_block(unsigned begins) {
+        const bool is_production = (begins & notation::production_entry) != 0;
+        const bool is_demand = (begins & notation::demand_entry) != 0;
+        facts_.is_doubtful[static_cast<std::size_t>(Kind::sector)] |= is_production;
+        facts_.is_doubtful[static_cast<std::size_t>(Kind::consumer)] |= is_demand;
+    }
+
     // Blocks and declarations.
+
+    void read_repeated() {
+        facts_.repeated_blocks = read_repeated_blocks(source_, model_, facts_.rows);
+        for (const RepeatedBlock& block : facts_.repeated_blocks) add(block.meant, is_excused);
+    }
+
+    // A block that has no output, input or demand has a finding; one of its rows may be meant for
+    // that.
+    void read_turned_blocks() {
+        const std::vector<Row>& rows = facts_.rows.rows;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (is_after_other(rows, i)) lose_block(rows[i].entry->head.row->begins);
+        }
+        for (const Row& row : facts_.rows.rows) {
+            const Index owner = row.owner->reference.symbol;
+            if (row.entry == nullptr || owner == no_index) continue;
+            constexpr unsigned both = has_output | has_input;
+            const unsigned known = facts_.names[owner] & both;
+            const bool is_production = row.keyword->opens == notation::Opens::production;
+            const bool is_turned = is_production ? known != both : !has_fact(owner, has_demand);
+            if (is_turned) add(row.entry->head.reference.symbol, Fact::is_turned);
+        }
+    }
+
+    // Where a sector or a consumer is nowhere but in its declaration, its block is forgotten, and
+    // with it what makes and uses any commodity.
+    void read_forgotten_blocks() {
+        for (const Index symbol : facts_.judged) {
+            const Symbol& known = model_.symbols[symbol];
+            const bool has_blocks = known.kind == Kind::sector || known.kind == Kind::consumer;
+            if (!has_blocks || is_used(model_, known)) continue;
+            facts_.has_forgotten = facts_.any_supplied = facts_.any_wanted = true;
+        }
+    }
 
     void read_blocks() {
         for (const Field* const owner : facts_.rows.unclear_owners)
@@ -137,6 +226,7 @@ class Reader {
     void read_declared() {
         for (const Index symbol : model_.declared) {
             facts_.is_declared[static_cast<std::size_t>(model_.symbols[symbol].kind)] = true;
+            if (is_no_name(facts_, model_.symbols[symbol].declaration.begin)) add(symbol, is_odd);
         }
         for (Index symbol = 0; symbol < model_.symbols.size(); ++symbol) {
             if (model_.symbols[symbol].touched) add(symbol, is_excused);
@@ -227,7 +317,7 @@ class Reader {
             for (const std::string& other : name.others) excuse(other);
         }
         std::erase_if(facts_.undeclared, [&](const Undeclared& name) {
-            return model_.lost || has_fact(name.symbol, is_excused);
+            return is_open() || has_fact(name.symbol, is_excused);
         });
         read_faulty_names(suggestions);
         read_refused_constraints(suggestions);
@@ -266,11 +356,14 @@ class Reader {
     void collect_judged() {
         for (const Index index : model_.declared) {
             const Symbol& symbol = model_.symbols[index];
-            const bool is_known = symbol.entered && is_variable(symbol.kind) && !model_.lost;
+            const bool is_known = symbol.entered && is_variable(symbol.kind) && !is_open();
             constexpr unsigned unclear = is_odd | is_stray | is_excused;
             if (is_known && (facts_.names[index] & unclear) == 0) facts_.judged.push_back(index);
         }
     }
+
+    // Are there parts of the model that are not known?
+    bool is_open() const { return model_.lost || facts_.block_after_end != no_index; }
 
     const Source& source_;
     const HostText& host_;
@@ -279,6 +372,13 @@ class Reader {
 };
 
 }  // namespace
+
+bool is_no_name(const Facts& facts, Offset place) {
+    const auto after =
+        std::upper_bound(facts.no_names.begin(), facts.no_names.end(), place,
+                         [](Offset offset, const Range& range) { return offset < range.begin; });
+    return after != facts.no_names.begin() && place < (after - 1)->end;
+}
 
 Facts read_facts(const Source& source, const HostText& host, const Model& model) {
     Facts facts;

@@ -4,8 +4,11 @@
 
 #include "frontend/model/model.h"
 #include "frontend/rules/constraint_bodies.h"
+#include "frontend/rules/descriptions.h"
 #include "frontend/rules/host_text.h"
+#include "frontend/rules/lost_rows.h"
 #include "frontend/rules/operators.h"
+#include "frontend/rules/repeated_blocks.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/undeclared.h"
 #include "frontend/rules/unknown_names.h"
@@ -31,6 +34,7 @@ enum Fact : unsigned {
     is_odd = 1U << 10U,         // has characters that no name has
     is_stray = 1U << 11U,       // begins a row with a label that begins none
     is_excused = 1U << 12U,     // what is missing for it has an error, or a finding of its own
+    is_turned = 1U << 13U,      // in a block whose rows all have one direction: one may be wrong
 };
 
 struct Facts {
@@ -42,6 +46,12 @@ struct Facts {
     std::vector<UnknownName> unknown;
     std::vector<Body> bodies;  // the texts of the constraints
     Operators operators;
+    std::vector<RepeatedBlock> repeated_blocks;
+    std::vector<Description> descriptions;  // without "!"
+    std::vector<LostRows> lost_rows;
+    std::vector<Range> no_names;       // of both in declarations, in the order of the file
+    bool has_forgotten = false;        // a sector or a consumer is nowhere but in its declaration
+    Index block_after_end = no_index;  // the first record of the model that is after its end
     std::array<bool, kind_count> is_declared{};  // the model declares names of the kind
     // A name of another kind is refused where a name of this kind must be: any may be meant.
     std::array<bool, kind_count> is_doubtful{};
@@ -64,6 +74,9 @@ inline bool has_error(const Facts& facts, Index field) {
 inline bool is_doubtful(const Facts& facts, Kind kind) {
     return facts.is_doubtful[static_cast<std::size_t>(kind)];
 }
+
+// Is a place in a declaration one of words that are not meant to be names, and have a finding?
+bool is_no_name(const Facts& facts, Offset place);
 
 // The source and the model must outlive the facts.
 Facts read_facts(const Source& source, const HostText& host, const Model& model);

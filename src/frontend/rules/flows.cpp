@@ -38,6 +38,7 @@ void check_commodity_unused(const Subject& subject, Findings& findings) {
     for_each_used(subject, Kind::commodity, [&](Index symbol) {
         const bool is_taken = has(facts, symbol, made) && has(facts, symbol, taken);
         if (!has(facts, symbol, supplied) || has(facts, symbol, wanted) || is_taken) return;
+        if (has(facts, symbol, is_turned)) return;
         warn_of(subject, symbol, subject.model->symbols[symbol].declaration, findings);
     });
 }
@@ -46,8 +47,11 @@ void check_commodity_unmade(const Subject& subject, Findings& findings) {
     const Facts& facts = *subject.facts;
     if (facts.any_supplied) return;
     for_each_used(subject, Kind::commodity, [&](Index symbol) {
-        if (!has(facts, symbol, wanted) || has(facts, symbol, supplied)) return;
-        warn_of(subject, symbol, subject.model->symbols[symbol].declaration, findings);
+        const bool is_taken = has(facts, symbol, taken);
+        if (has(facts, symbol, supplied) || !(has(facts, symbol, wanted) || is_taken)) return;
+        if (has(facts, symbol, is_turned)) return;
+        warn(subject, findings, subject.model->symbols[symbol].declaration,
+             {{"name", name_of(*subject.model, symbol)}}, is_taken ? "negative" : "");
     });
 }
 

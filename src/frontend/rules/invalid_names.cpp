@@ -65,7 +65,8 @@ class Checker {
 
     void check_declared(Index index) {
         const Symbol& symbol = model_.symbols[index];
-        const bool is_found = has(*subject_.facts, index, is_odd) && symbol.entered;
+        const bool is_found = has(*subject_.facts, index, is_odd) && symbol.entered &&
+                              !is_no_name(*subject_.facts, symbol.declaration.begin);
         if (is_found && !symbol.touched) check({name_of(model_, index), symbol.declaration}, true);
     }
 
@@ -82,6 +83,7 @@ class Checker {
             const FieldParts parts = parts_of(tree_, record, field);
             if (parts.ignored.empty() || has_error(*subject_.facts, field) || has_wrong_set(parts))
                 continue;
+            if (is_no_name(*subject_.facts, parts.root.begin)) continue;
             const Range place = {parts.root.begin, parts.ignored.end};
             check({as_read(subject_, place), place}, true);
         }

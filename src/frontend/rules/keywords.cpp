@@ -86,6 +86,18 @@ void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     });
 }
 
+// Options are passed on to the solver as they are.
+void check_option_empty(const Subject& subject, Findings& findings) {
+    const Tree& tree = subject.source.tree;
+    for_each_keyword(subject, [&](const BlockNode& block) {
+        const bool is_option = block.keyword->opens == Opens::option;
+        if (!is_option || tree.records[block.record].fault != Fault::none) return;
+        const Range record = record_range(tree, block.record);
+        if (text_in(subject, record).back() != ':') return;
+        warn(subject, findings, record, {{"keyword", as_read(subject, record)}});
+    });
+}
+
 void check_keyword_text(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
     for_each_keyword(subject, [&](const BlockNode& block) {

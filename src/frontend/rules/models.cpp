@@ -2,9 +2,11 @@
 #include "frontend/findings/place.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
+#include "frontend/rules/encoding.h"
 #include "frontend/rules/missing_end.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
+#include "notation/limits.h"
 #include "notation/records.h"
 
 #include <algorithm>
@@ -15,12 +17,18 @@ namespace orvex::frontend {
 
 namespace {
 
-Range name_place(const Subject& subject, const ModelNode& node, std::size_t size) {
+// The name as it is written, which may be longer than the translator takes it.
+Range whole_name(const Subject& subject, const ModelNode& node) {
     const Tree& tree = subject.source.tree;
     Index token = tree.records[node.record].token;
     while (tree.tokens[token].kind != TokenKind::model_name) ++token;
-    const Offset begin = tree.tokens[token].begin;
-    return {begin, begin + static_cast<Offset>(size)};
+    return range_of(tree, token);
+}
+
+void warn_of_name(const Subject& subject, Findings& findings, Range place, const std::string& name,
+                  std::string_view variant) {
+    warn(subject, findings, place,
+         {{"name", name}, {"limit", std::to_string(notation::model_name_columns)}}, variant);
 }
 
 // Is the line that ends the model there, but not in column 1?
@@ -38,16 +46,27 @@ bool has_indented_end(const Subject& subject, const ModelNode& node) {
 }  // namespace
 
 void check_model_none(const Subject& subject, Findings& findings) {
-    if (!subject.source.models.empty()) return;
-    findings.push_back(warning(std::string(subject.code), {}, whole_file(subject.source.path)));
+    const Encoding encoding = encoding_of(subject.source.bytes);
+    if (!subject.source.models.empty() && encoding != Encoding::carriage_returns) return;
+    const std::string_view variant = encoding == Encoding::utf16              ? "utf"
+                                     : encoding == Encoding::carriage_returns ? "carriage returns"
+                                                                              : "";
+    findings.push_back(
+        warning(std::string(subject.code), {}, whole_file(subject.source.path), variant));
 }
 
 // The name goes into file names and statements.
 void check_model_name(const Subject& subject, Findings& findings) {
     const std::string& name = subject.model->name;
-    if (std::all_of(name.begin(), name.end(), is_name_byte)) return;
     const ModelNode& node = subject.source.tree.models[subject.model->node];
-    warn(subject, findings, name_place(subject, node, name.size()), {{"name", name}});
+    const Range whole = whole_name(subject, node);
+    const bool is_word = std::all_of(name.begin(), name.end(), is_name_byte);
+    const bool is_long = whole.end - whole.begin > notation::model_name_columns;
+    if (is_word && !is_long && !is_digit(name.front())) return;
+    if (is_word && is_long)
+        return warn_of_name(subject, findings, whole, as_read(subject, whole), "long");
+    const Range cut = {whole.begin, whole.begin + static_cast<Offset>(name.size())};
+    warn_of_name(subject, findings, cut, name, is_word ? "digit" : "");
 }
 
 void check_model_open(const Subject& subject, Findings& findings) {

@@ -132,6 +132,7 @@ void check_name_operator(const Subject& subject, Findings& findings) {
         if (!is_misnamed(subject, symbol)) continue;
         const Index use = subject.model->symbols[symbol].first_use;
         const Range place = subject.model->uses[use].range;
+        if (is_no_name(*subject.facts, place.begin)) continue;
         const auto known = names.emplace(name_of(*subject.model, symbol), place).first;
         if (place.begin < known->second.begin) known->second = place;
     }

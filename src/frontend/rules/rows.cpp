@@ -4,6 +4,8 @@
 #include "notation/records.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_set>
 
 namespace orvex::frontend {
 
@@ -15,6 +17,10 @@ using notation::Opens;
 bool has_no_label(const Tree& tree, Index record) {
     const Fault fault = tree.fields[tree.records[record].field].fault;
     return fault == Fault::getfld_label || fault == Fault::getfld_blank;
+}
+
+unsigned bit_of(const notation::Label& label) {
+    return 1U << static_cast<unsigned>(&label - notation::labels().data());
 }
 
 // Puts the entries of a model together to rows.
@@ -42,6 +48,8 @@ class Collector {
         owner_ = &head;
         keyword_ = &keyword;
         outside_ = false;
+        nests_ = 0;
+        opened_.clear();
         add_row(nullptr);
     }
 
@@ -69,18 +77,41 @@ class Collector {
         Row& row = rows_.rows.emplace_back(Row{owner_, keyword_, entry});
         row.first_field = static_cast<Index>(rows_.fields.size());
         row.outside = outside_;
+        row.nests = nests_;
     }
 
     // With its "+" in column 1, an indented line would have continued the row before it.
     void add_entry(const Entry& entry) {
         const bool indented =
             is_indented(text_of(source_.bytes, line_range(source_.tree, entry.head.record)));
-        if (indented) rows_.rows.back().unclear = true;
+        const bool stray = !outside_ && is_stray(entry.head);
+        const bool lost_plus = stray && !indented && continues(entry.head);
+        if (indented || lost_plus) rows_.rows.back().unclear = true;
         add_row(&entry);
         Row& row = rows_.rows.back();
         row.indented = indented;
-        row.stray = !row.outside && is_stray(entry.head);
-        row.unclear = is_cut(entry.head.record);
+        row.stray = stray;
+        row.lost_plus = lost_plus;
+        row.unclear = indented || lost_plus || is_cut(entry.head.record);
+    }
+
+    // Does a row that begins with that field lack the "+" before it? Its label means something only
+    // after an entry's name, or is that of a nest.
+    bool continues(const Field& head) {
+        if (head.row != nullptr) return head.row->full && head.row->begins == notation::nothing;
+        const bool is_empty = head.text.empty() && !head.faulty;
+        return is_empty && opened().contains(capitals(text_of(source_.bytes, head.label)));
+    }
+
+    // The nests that the block opens.
+    const std::unordered_set<std::string>& opened() {
+        if (!opened_.empty()) return opened_;
+        const auto opening = std::find_if(rows_.rows.rbegin(), rows_.rows.rend(),
+                                          [](const Row& row) { return row.entry == nullptr; });
+        for (const Field* const field : fields_of(rows_, *opening))
+            opened_.insert(nest_name(*field));
+        opened_.insert("");
+        return opened_;
     }
 
     // Is the record longer than what is read of it? A comment at its end may be.
@@ -112,6 +143,7 @@ class Collector {
 
     void add_field(const Field& field) {
         Row& row = rows_.rows.back();
+        if (row.entry == nullptr) nests_ |= nest_of(field);
         const bool joins = row.entry != nullptr && begins_entry(field);
         if (row.own_count == row.field_count && !joins) ++row.own_count;
         ++row.field_count;
@@ -142,9 +174,24 @@ class Collector {
     const Source& source_;
     const Model& model_;
     Rows& rows_;
+    // The bit of a nest that is named like a label with a meaning: E, but not S and T.
+    unsigned nest_of(const Field& field) const {
+        const std::string name = nest_name(field);
+        const notation::Label* const label = notation::find_label(name);
+        return label == nullptr || name == "S" || name == "T" ? 0 : bit_of(*label);
+    }
+
+    // VA of "VA" and of "VA(S)".
+    std::string nest_name(const Field& field) const {
+        const std::string label = capitals(text_of(source_.bytes, field.label));
+        return label.substr(0, label.find('('));
+    }
+
     const Field* owner_ = nullptr;
     const notation::Keyword* keyword_ = nullptr;
     bool outside_ = false;
+    unsigned nests_ = 0;
+    std::unordered_set<std::string> opened_;  // filled where it is needed
 };
 
 }  // namespace
@@ -170,10 +217,31 @@ const Field* joined_field(const Rows& rows, const Row& row) {
 }
 
 bool needs_value(const Row& row, const Field& field) {
-    return row.entry == nullptr || (field.row != nullptr && field.row->full);
+    const bool has_meaning = field.row != nullptr && field.row->full;
+    return row.entry == nullptr || (has_meaning && !is_in_nest(row, field));
 }
 
 const Field& head_of(const Row& row) { return row.entry == nullptr ? *row.owner : row.entry->head; }
+
+bool is_after_other(const std::vector<Row>& rows, std::size_t row) {
+    const auto is_other = [&](std::size_t at) {
+        return rows[at].stray && begins_entry(rows[at].entry->head);
+    };
+    return row > 0 && is_other(row) && is_other(row - 1);
+}
+
+bool is_in_nest(const Row& row, const Field& field) {
+    const bool is_alone = field.row != nullptr && field.text.empty();
+    return row.entry != nullptr && is_alone && (row.nests & bit_of(*field.row)) != 0;
+}
+
+const Field* quantity_of(const Rows& rows, const Row& row) {
+    const auto fields = own_fields_of(rows, row);
+    const auto quantity = std::find_if(fields.begin(), fields.end(), [](const Field* field) {
+        return field->row != nullptr && field->row->text == notation::quantity_label;
+    });
+    return quantity == fields.end() ? nullptr : *quantity;
+}
 
 Meaning meaning_of(const Field& field) {
     return field.row == nullptr ? Meaning::none : field.row->meaning;

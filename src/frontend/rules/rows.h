@@ -22,6 +22,8 @@ struct Row {
     bool indented = false;         // "$" or "+" begins its line, but not in column 1
     bool stray = false;            // its label begins no entry of its block
     bool unclear = false;          // a line of it cannot be read, or is read as something else
+    bool lost_plus = false;        // stray, and likely to continue the row before it
+    unsigned nests = 0;            // labels with a meaning that are nests of its block: a bit each
 };
 
 struct Rows {
@@ -45,8 +47,17 @@ bool needs_value(const Row& row, const Field& field);
 // The first field of a row: for an opening record, the keyword with its name.
 const Field& head_of(const Row& row);
 
+// Does the row, and the one before it, begin with a label of the other kind of block?
+bool is_after_other(const std::vector<Row>& rows, std::size_t row);
+
+// Is the field in a nest of its block that is named like a label with a meaning, as "E:"?
+bool is_in_nest(const Row& row, const Field& field);
+
 // What the label of a field says of the economy.
 notation::Meaning meaning_of(const Field& field);
+
+// The quantity of a row, or null.
+const Field* quantity_of(const Rows& rows, const Row& row);
 
 // Does the field name an output, input, demand or endowment, and so begin an entry? Without a name
 // it is in a nest.

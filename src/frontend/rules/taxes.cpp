@@ -3,51 +3,88 @@
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
 
+#include <vector>
+
 namespace orvex::frontend {
 
 namespace {
 
 using notation::Meaning;
 
-// A tax takes two labels: who receives it, and how high it is. The last ones of a row.
-struct Tax {
-    const Field* receiver = nullptr;
-    const Field* rate = nullptr;
+bool is_receiver(const Field& field) { return meaning_of(field) == Meaning::tax_receiver; }
+
+// What a row says of taxes. Each takes two labels: who receives it, and how high it is.
+struct Taxes {
+    const Row& row;
+    std::vector<const Field*> fields;  // of both kinds, in their order
+    std::size_t receivers = 0;
+    std::size_t rates = 0;
+    bool lacks_text = false;  // a label without its name or value is found as such
 };
 
-// A label without its name or value is found as such.
-bool lacks_text(const Field* field) { return field != nullptr && field->text.empty(); }
-
-// Calls work(tax) for each entry that can be read in all its lines.
+// Calls work(taxes) for each entry that can be read in all its lines.
 template <typename Work>
-void for_each_tax(const Subject& subject, const Work& work) {
+void for_each_row(const Subject& subject, const Work& work) {
     const Rows& rows = subject.facts->rows;
     for (const Row& row : rows.rows) {
         if (row.entry == nullptr || row.unclear || joined_field(rows, row) != nullptr) continue;
-        Tax tax;
+        Taxes taxes{row, {}};
         for (const Field* const field : fields_of(rows, row)) {
-            if (meaning_of(*field) == Meaning::tax_receiver) tax.receiver = field;
-            if (meaning_of(*field) == Meaning::tax_rate) tax.rate = field;
+            const bool is_rate = meaning_of(*field) == Meaning::tax_rate;
+            if (is_in_nest(row, *field) || !(is_rate || is_receiver(*field))) continue;
+            taxes.lacks_text |= field->text.empty();
+            taxes.fields.push_back(field);
+            ++(is_rate ? taxes.rates : taxes.receivers);
         }
-        if (!lacks_text(tax.receiver) && !lacks_text(tax.rate)) work(tax);
+        if (!taxes.lacks_text) work(taxes);
     }
 }
+
+// The first receiver without a rate of its own, which follows it, or comes before it where the row
+// begins with a rate. Precondition: the row has more receivers than rates.
+const Field& receiver_without_rate(const Taxes& taxes) {
+    const auto& fields = taxes.fields;
+    const bool rates_follow = is_receiver(*fields.front());
+    const Field* last = nullptr;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!is_receiver(*fields[i])) continue;
+        last = fields[i];
+        const std::size_t rate = rates_follow ? i + 1 : i - 1;
+        if (rate >= fields.size() || is_receiver(*fields[rate])) break;
+    }
+    return *last;
+}
+
+bool is_demand(const Row& row) { return meaning_of(row.entry->head) == Meaning::demand; }
 
 }  // namespace
 
 void check_tax_rate(const Subject& subject, Findings& findings) {
-    for_each_tax(subject, [&](const Tax& tax) {
-        if (tax.receiver == nullptr || tax.rate != nullptr || tax.receiver->faulty) return;
-        warn(subject, findings, label_place(subject, *tax.receiver),
-             {{"label", label_text(subject, *tax.receiver)}});
+    for_each_row(subject, [&](const Taxes& taxes) {
+        if (taxes.receivers <= taxes.rates) return;
+        const Field& receiver = receiver_without_rate(taxes);
+        if (receiver.faulty) return;
+        warn(subject, findings, label_place(subject, receiver),
+             {{"label", label_text(subject, receiver)}});
     });
 }
 
 void check_tax_receiver(const Subject& subject, Findings& findings) {
-    for_each_tax(subject, [&](const Tax& tax) {
-        if (tax.rate == nullptr || tax.receiver != nullptr || tax.rate->faulty) return;
-        warn(subject, findings, label_place(subject, *tax.rate),
-             {{"label", label_text(subject, *tax.rate)}});
+    for_each_row(subject, [&](const Taxes& taxes) {
+        if (taxes.rates == 0 || taxes.receivers > 0 || taxes.fields.back()->faulty) return;
+        const Field& rate = *taxes.fields.back();
+        warn(subject, findings, label_place(subject, rate), {{"label", label_text(subject, rate)}});
+    });
+}
+
+// One that lacks its rate or its receiver has that finding.
+void check_tax_demand(const Subject& subject, Findings& findings) {
+    for_each_row(subject, [&](const Taxes& taxes) {
+        const bool is_whole = taxes.receivers > 0 && taxes.receivers <= taxes.rates;
+        if (!is_whole || !is_demand(taxes.row) || taxes.fields.front()->faulty) return;
+        const Field& first = *taxes.fields.front();
+        warn(subject, findings, label_place(subject, first),
+             {{"label", label_text(subject, first)}});
     });
 }
 

@@ -1,0 +1,25 @@
+#include "frontend/rules/found.h"
+
+#include <algorithm>
+
+namespace orvex::frontend {
+
+// Those of the model are the last ones: the models of a file are judged one after another.
+FoundLines::FoundLines(const Subject& subject, const Findings& findings) {
+    const ModelNode& node = subject.source.tree.models[subject.model->node];
+    for (auto finding = findings.rbegin(); finding != findings.rend(); ++finding) {
+        const int line = finding->span.line;
+        if (line < line_of_record(node.record) || line >= line_of_record(node.end)) break;
+        if (finding->severity != Severity::off) lines_.insert(line);
+    }
+}
+
+bool FoundLines::touch(const Rows& rows, const Row& row) const {
+    const auto is_found = [this](const Field* field) {
+        return lines_.contains(line_of_record(field->record));
+    };
+    const auto fields = fields_of(rows, row);
+    return is_found(&head_of(row)) || std::any_of(fields.begin(), fields.end(), is_found);
+}
+
+}  // namespace orvex::frontend
