@@ -164,9 +164,11 @@ bool is_invalid_set(std::string_view argument) {
 }
 
 void check_argument_blank(const Subject& subject, Findings& findings) {
+    const Tree& tree = subject.source.tree;
     for (const Argument& argument : subject.model->arguments) {
-        if (argument.range.empty() && is_judged(subject, argument))
-            warn(subject, findings, argument.range);
+        if (!argument.range.empty() || !is_judged(subject, argument)) continue;
+        const Range name = range_of(tree, owner_of_argument(tree, argument.range.begin));
+        warn(subject, findings, argument.range, {{"name", as_read(subject, name)}});
     }
 }
 

@@ -14,13 +14,6 @@ std::string_view text_in(const ErrorCase& at, Range range) {
 
 std::string as_read(const ErrorCase& at, Range range) { return capitals(text_in(at, range)); }
 
-Index token_at(const Tree& tree, Offset offset) {
-    const auto after =
-        std::upper_bound(tree.tokens.begin(), tree.tokens.end() - 1, offset,
-                         [](Offset byte, const Token& token) { return byte < token.begin; });
-    return static_cast<Index>(std::max(after, tree.tokens.begin() + 1) - tree.tokens.begin()) - 1;
-}
-
 FieldParts parts_at(const ErrorCase& at) {
     const Tree& tree = at.source.tree;
     return parts_of(tree, at.error.record, field_at(tree, at.error.place.begin));

@@ -13,9 +13,6 @@ namespace orvex::frontend {
 std::string_view text_in(const ErrorCase& at, Range range);
 std::string as_read(const ErrorCase& at, Range range);
 
-// The token that has the byte.
-Index token_at(const Tree& tree, Offset offset);
-
 // The field of the error, taken apart. Precondition: it has one.
 FieldParts parts_at(const ErrorCase& at);
 

@@ -74,10 +74,7 @@ std::string block_name(const ErrorCase& at, const Block& block) {
 // The name that has the argument at the error.
 Range owner_of(const ErrorCase& at) {
     const Tree& tree = at.source.tree;
-    Index token = token_at(tree, at.error.place.begin);
-    const Index first = tree.records[at.error.record].token;
-    while (token > first && tree.tokens[token].kind != TokenKind::open) --token;
-    return token == first ? Range() : range_of(tree, token - 1);
+    return range_of(tree, owner_of_argument(tree, at.error.place.begin));
 }
 
 bool is_number(std::string_view text) {

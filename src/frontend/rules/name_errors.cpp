@@ -179,14 +179,6 @@ void say_value(const ErrorCase& at, const std::string& label, Said& said) {
     if (!fits) said.fix->confidence = Confidence::maybe;
 }
 
-// The name whose argument is at the error.
-std::string name_with_argument(const ErrorCase& at) {
-    const Tree& tree = at.source.tree;
-    Index token = token_at(tree, at.error.place.begin);
-    while (token > 0 && tree.tokens[token].kind != TokenKind::open) --token;
-    return token == 0 ? std::string() : as_read(at, range_of(tree, token - 1));
-}
-
 bool is_declaration(const ErrorCase& at) {
     return at.source.tree.records[at.error.record].kind == RecordKind::names;
 }
@@ -296,7 +288,9 @@ void say_kind(const ErrorCase& at, Said& said) {
         if (block != nullptr) said.values["label"] = keyword_of_record(at, block->record) + ":";
     } else if (at.error.expected == Kind::set) {
         said.variant = "set";
-        said.values["owner"] = name_with_argument(at);
+        const Tree& tree = at.source.tree;
+        said.values["owner"] =
+            as_read(at, range_of(tree, owner_of_argument(tree, at.error.place.begin)));
     } else if (at.error.expected == Kind::parameter) {
         say_value(at, label, said);
     } else {

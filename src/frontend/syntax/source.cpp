@@ -61,6 +61,19 @@ int line_of(const Tree& tree, Offset offset) {
     return std::max(static_cast<int>(after - tree.records.begin()), 1);
 }
 
+Index token_at(const Tree& tree, Offset offset) {
+    const auto after =
+        std::upper_bound(tree.tokens.begin(), tree.tokens.end() - 1, offset,
+                         [](Offset byte, const Token& token) { return byte < token.begin; });
+    return static_cast<Index>(std::max(after, tree.tokens.begin() + 1) - tree.tokens.begin()) - 1;
+}
+
+Index owner_of_argument(const Tree& tree, Offset offset) {
+    Index token = token_at(tree, offset);
+    while (token > 1 && tree.tokens[token].kind != TokenKind::open) --token;
+    return token - 1;
+}
+
 Index field_at(const Tree& tree, Offset offset) {
     const auto record = static_cast<Index>(line_of(tree, offset) - 1);
     Index field = tree.records[record + 1].field;

@@ -41,6 +41,13 @@ Offset line_begin(const Source& source, int line);
 inline int line_of_record(Index record) { return static_cast<int>(record) + 1; }
 int line_of(const Tree& tree, Offset offset);
 
+// The token in which a byte is.
+Index token_at(const Tree& tree, Offset offset);
+
+// The token before the "(" of the list that has the argument: mostly its name. Precondition: the
+// byte is in an argument, or where a blank one would be.
+Index owner_of_argument(const Tree& tree, Offset offset);
+
 // The field of its line in which a byte is, or no_index.
 Index field_at(const Tree& tree, Offset offset);
 
