@@ -221,12 +221,9 @@ void check_entry_label(const Subject& subject, Findings& findings) {
 }
 
 void check_entry_joined(const Subject& subject, Findings& findings) {
-    std::unordered_set<Offset> errors;
-    for (const Error& error : subject.model->errors) errors.insert(error.place.begin);
     for (const Row& row : subject.facts->rows.rows) {
         const Field* const joined = joined_field(subject.facts->rows, row);
         if (joined == nullptr || joined->faulty || is_refused(*subject.model, *joined)) continue;
-        if (errors.contains(joined->reference.name.begin)) continue;
         const Range label = label_place(subject, *joined);
         Finding& finding =
             warn(subject, findings, label, {{"label", label_text(subject, *joined)}});
