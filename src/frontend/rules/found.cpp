@@ -7,11 +7,14 @@ namespace orvex::frontend {
 // Those of the model are the last ones: the models of a file are judged one after another.
 FoundLines::FoundLines(const Subject& subject, const Findings& findings) {
     const ModelNode& node = subject.source.tree.models[subject.model->node];
-    for (auto finding = findings.rbegin(); finding != findings.rend(); ++finding) {
-        const int line = finding->span.line;
-        if (line < line_of_record(node.record) || line >= line_of_record(node.end)) break;
-        if (finding->severity != Severity::off) lines_.insert(line);
-    }
+    const auto is_outside = [&node](const Finding& finding) {
+        const int line = finding.span.line;
+        return line < line_of_record(node.record) || line >= line_of_record(node.end);
+    };
+    const auto before = std::find_if(findings.rbegin(), findings.rend(), is_outside);
+    std::for_each(before.base(), findings.end(), [this](const Finding& finding) {
+        if (finding.severity != Severity::off) lines_.insert(finding.span.line);
+    });
 }
 
 bool FoundLines::touch(const Rows& rows, const Row& row) const {

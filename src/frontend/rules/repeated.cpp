@@ -47,6 +47,7 @@ std::vector<Edit> removal_of(const Subject& subject, const Row& row) {
     for (const Field* const field : fields_of(subject.facts->rows, row))
         records.insert(field->record);
     std::vector<Edit> edits;
+    edits.reserve(records.size());
     for (const Index record : records) edits.push_back(removing(whole_line(tree, record)));
     return edits;
 }

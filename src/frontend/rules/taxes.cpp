@@ -45,14 +45,12 @@ void for_each_row(const Subject& subject, const Work& work) {
 const Field& receiver_without_rate(const Taxes& taxes) {
     const auto& fields = taxes.fields;
     const bool rates_follow = is_receiver(*fields.front());
-    const Field* last = nullptr;
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (!is_receiver(*fields[i])) continue;
-        last = fields[i];
         const std::size_t rate = rates_follow ? i + 1 : i - 1;
-        if (rate >= fields.size() || is_receiver(*fields[rate])) break;
+        const bool has_rate = rate < fields.size() && !is_receiver(*fields[rate]);
+        if (is_receiver(*fields[i]) && !has_rate) return *fields[i];
     }
-    return *last;
+    return *fields.front();
 }
 
 bool is_demand(const Row& row) { return meaning_of(row.entry->head) == Meaning::demand; }
