@@ -10,6 +10,7 @@
 #include "frontend/commands/info.h"
 #include "frontend/commands/translate.h"
 #include "frontend/findings/messages.h"
+#include "frontend/server/loop.h"
 
 #include <exception>
 #include <new>
@@ -62,6 +63,7 @@ int run(int argc, char** argv) {
         case Command::translate: return run_translate(options);
         case Command::info: return run_info(options);
         case Command::graph: return run_graph(options);
+        case Command::lsp: return run_server(options);
         case Command::none: break;
         }
     } catch (const UsageError& error) {

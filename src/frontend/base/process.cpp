@@ -45,14 +45,17 @@ void fail_if_interrupted() {
 // The end of the time that a program has.
 class Deadline {
   public:
-    explicit Deadline(std::chrono::milliseconds limit)
-        : is_set_(limit.count() != 0), end_(Clock::now() + limit) {}
-    bool has_passed() const { return is_set_ && Clock::now() >= end_; }
+    Deadline(std::chrono::milliseconds limit, const std::atomic<bool>* stop)
+        : is_set_(limit.count() != 0), end_(Clock::now() + limit), stop_(stop) {}
+    bool has_passed() const {
+        return (is_set_ && Clock::now() >= end_) || (stop_ != nullptr && *stop_);
+    }
 
   private:
     using Clock = std::chrono::steady_clock;
     bool is_set_;
     Clock::time_point end_;
+    const std::atomic<bool>* stop_;
 };
 
 void pause(int milliseconds) { ::poll(nullptr, 0, milliseconds); }
@@ -294,7 +297,7 @@ Ended run_process(Program program) {
     // Whoever started this program may have told it to ignore the end of its children.
     static const auto before = std::signal(SIGCHLD, SIG_DFL);
     static_cast<void>(before);
-    const Deadline deadline(program.limit);
+    const Deadline deadline(program.limit, program.stop);
     Pipe out;
     Pipe err;
     Child child(program.is_tied ? start_tied(program, out, err) : start(program, out, err));

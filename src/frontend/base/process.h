@@ -1,6 +1,7 @@
 // Other programs, and what they say.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ struct Program {
     std::string folder = {};         // where it works; the current one where empty
     int input = -1;                  // descriptor of its standard input; none where negative
     std::chrono::milliseconds limit{0};  // how long it may take; 0: as long as it needs
+    const std::atomic<bool>* stop = nullptr;  // it is ended once this is true; null: never
     // The system ends it when this program ends in a way that cannot be caught, as by SIGKILL.
     // It is slower to start.
     bool is_tied = false;
@@ -25,7 +27,7 @@ struct Program {
 
 struct Ended {
     int status = 0;            // as waitpid gives it
-    bool is_too_slow = false;  // it was ended at its limit
+    bool is_too_slow = false;  // it was ended at its limit, or as `stop` said
     std::string out;           // standard output, standard error
     std::string err;
 };

@@ -42,6 +42,9 @@ constexpr std::array commands = {
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
                "Says what a message means and what to do, with a wrong and a corrected example.\n"
                "CODE is the word in brackets of the message.\n"},
+    CommandRow{Command::lsp, "lsp", "[OPTION...]", "serve an editor",
+               "Serves an editor that speaks the language server protocol, on standard input and\n"
+               "output: findings while typing, hover, completion, renaming and more.\n"},
     CommandRow{Command::codes, "codes", "", "list the codes of all messages",
                "Lists the codes of all messages, each with its message.\n"},
 };
@@ -49,7 +52,8 @@ constexpr std::array commands = {
 constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(command); }
 
 constexpr unsigned with_output = bit(Command::translate);
-constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
+constexpr unsigned with_warnings =
+    bit(Command::translate) | bit(Command::check) | bit(Command::lsp);
 constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
 

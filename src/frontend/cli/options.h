@@ -13,7 +13,7 @@
 
 namespace orvex::frontend {
 
-enum class Command { none, translate, check, info, graph, explain, codes };
+enum class Command { none, translate, check, info, graph, explain, codes, lsp };
 
 struct Options {
     Command command = Command::none;

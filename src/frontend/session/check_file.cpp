@@ -79,9 +79,13 @@ bool has_put_file(const Source& source, const Options& options, Checked& checked
     return false;
 }
 
-RunSettings settings_of(const Source& source, const Options& options, bool keeps_outputs) {
-    return {options.put_file.empty() ? usual_put_file(source.path) : options.put_file, options.time,
-            options.first_model, options.first_constraint, keeps_outputs};
+RunSettings settings_of(const Source& source, const Options& options, Wanted wanted) {
+    return {options.put_file.empty() ? usual_put_file(source.path) : options.put_file,
+            options.time,
+            options.first_model,
+            options.first_constraint,
+            wanted.outputs,
+            wanted.stop};
 }
 
 bool has_finding(const Checked& checked, const std::string& message) {
@@ -193,7 +197,30 @@ void order_by_place(std::vector<Finding>& findings) {
                      [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
 }
 
+// Applies what the comments of the file and the options say of its findings, and puts them in order.
+void settle(const Source& source, const Options& options, const Judged& judged,
+            std::vector<Finding>& findings) {
+    apply_allowances(source, options, judged, findings);
+    apply_levels(options, findings);
+    order_by_place(findings);
+    for (Finding& finding : findings) {
+        if (finding.fix) place_fix(source, *finding.fix);
+    }
+}
+
 }  // namespace
+
+std::vector<Finding> find_in_text(const Source& source, const Options& options) {
+    std::vector<Finding> findings;
+    std::vector<Model> none;
+    const Selection selection = select_models(source, options.model, findings);
+    Findings found = check_models(source, selection, false, none);
+    const Judged judged(source, selection, found);
+    for (std::vector<Finding>& errors : found.errors) move_to(findings, errors);
+    move_to(findings, found.warnings);
+    settle(source, options, judged, findings);
+    return findings;
+}
 
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
                    const std::string& program, const Workplace& place) {
@@ -201,7 +228,7 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
     if (!has_put_file(source, options, checked)) return checked;
     const Selection selection = select_models(source, options.model, checked.findings);
     const Court court{source, selection.models, program, place,
-                      settings_of(source, options, wanted.outputs)};
+                      settings_of(source, options, wanted)};
     std::future<RunResult> run = start_judging(court);
     Findings found = check_models(source, selection, wanted.models, checked.models);
     const Judged judged(source, selection, found);
@@ -210,12 +237,7 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
     add_model_errors(verdict, found, checked);
     add_stops(source, verdict, checked);
     move_to(checked.findings, found.warnings);
-    apply_allowances(source, options, judged, checked.findings);
-    apply_levels(options, checked.findings);
-    order_by_place(checked.findings);
-    for (Finding& finding : checked.findings) {
-        if (finding.fix) place_fix(source, *finding.fix);
-    }
+    settle(source, options, judged, checked.findings);
     checked.outputs = std::move(verdict.outputs);
     return checked;
 }

@@ -7,6 +7,7 @@
 #include "frontend/syntax/source.h"
 #include "frontend/translator/judge.h"
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,12 @@ struct Checked {
 struct Wanted {
     bool models = false;
     bool outputs = false;
+    // Ends the translator's run once it is true; null where nothing does.
+    const std::atomic<bool>* stop = nullptr;
 };
+
+// What the text alone shows, without the translator.
+std::vector<Finding> find_in_text(const Source& source, const Options& options);
 
 // Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
 // translator cannot be run, FolderFailure where it has no room.

@@ -328,7 +328,10 @@ RunResult run_translator(const std::string& program, const Workplace& place, std
     Cleaner cleaner(place, names);
     write_file(place, control_file, control_text(settings));
     write_file(place, input_file, input);
-    Ended ended = run_process({{program, control_file}, folder});
+    Program run{{program, control_file}, folder};
+    run.stop = settings.stop;
+    Ended ended = run_process(std::move(run));
+    if (ended.is_too_slow) throw StartFailure{"the run was ended"};
     expect_orderly_end(program, ended);
     RunResult result = read_outputs(folder, names, settings.keeps_outputs);
     cleaner.clean();

@@ -5,6 +5,7 @@
 #include "frontend/base/process.h"
 #include "notation/limits.h"
 
+#include <atomic>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -53,6 +54,8 @@ struct RunSettings {
     int first_constraint = 0;
     // Whether the texts of good models are wanted, or only that they are good.
     bool keeps_outputs = true;
+    // Ends the run once it is true; null where nothing does.
+    const std::atomic<bool>* stop = nullptr;
 };
 
 // The two files of one model.
