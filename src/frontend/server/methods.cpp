@@ -1,6 +1,7 @@
 // The methods of the protocol that the server knows.
 #include "frontend/server/lifecycle.h"
 #include "frontend/server/server.h"
+#include "frontend/server/showing.h"
 
 #include <algorithm>
 #include <iterator>
@@ -19,6 +20,14 @@ constexpr Method methods[] = {
     {"textDocument/didChange", false, did_change},
     {"textDocument/didClose", false, did_close},
     {"textDocument/didSave", false, ignore_notification},
+    {"textDocument/semanticTokens/full", true, all_tokens},
+    {"textDocument/semanticTokens/full/delta", true, changed_tokens},
+    {"textDocument/semanticTokens/range", true, tokens_in_range},
+    {"textDocument/foldingRange", true, folding_ranges},
+    {"textDocument/selectionRange", true, selection_ranges},
+    {"textDocument/inlayHint", true, inlay_hints},
+    {"textDocument/codeLens", true, code_lenses},
+    {"textDocument/documentLink", true, document_links},
 };
 
 }  // namespace
@@ -30,6 +39,15 @@ const Method* find_method(std::string_view name) {
     return found == std::end(methods) ? nullptr : found;
 }
 
-Json abilities_provided() { return Json::object(); }
+Json abilities_provided() {
+    Json provided = {{"foldingRangeProvider", true},
+                     {"selectionRangeProvider", true},
+                     {"inlayHintProvider", true},
+                     {"codeLensProvider", {{"resolveProvider", false}}},
+                     {"documentLinkProvider", {{"resolveProvider", false}}}};
+    provided["semanticTokensProvider"] = {
+        {"legend", token_legend()}, {"full", {{"delta", true}}}, {"range", true}};
+    return provided;
+}
 
 }  // namespace orvex::frontend

@@ -44,6 +44,10 @@ struct Open {
     bool is_judged = false;         // those of the translator are among them
     bool is_shown = false;          // the client has them
     Clock::time_point judge_at;     // when the translator is asked, if it has not been
+    // The coloured tokens that the client has, as the protocol encodes them.
+    std::vector<std::uint32_t> tokens;
+    std::string tokens_id;
+    std::uint64_t tokens_count = 0;
 };
 
 enum class Trace { off, messages, verbose };

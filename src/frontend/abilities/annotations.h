@@ -1,0 +1,39 @@
+// What an editor can show between the words of a text: sets that are left out, how often a name is
+// used, and files that lines name.
+#pragma once
+
+#include "frontend/abilities/document.h"
+
+#include <string>
+#include <vector>
+
+namespace orvex::frontend {
+
+// A text that is shown at an offset.
+struct Hint {
+    Offset offset = 0;
+    std::string text;
+};
+
+// The sets of names that are written without them, as declared: "(R)" after the name. Precondition
+// of this and the next: the document is read.
+std::vector<Hint> hints_in(const Document& document, Range range);
+
+// A line of text above a declared name.
+struct Lens {
+    Range range;
+    std::string text;
+};
+
+// "made by 2, used by 5" for each declared variable.
+std::vector<Lens> lenses_of(const Document& document);
+
+// The name of a file in an $INCLUDE line of the host's text.
+struct FileLink {
+    Range range;
+    std::string name;  // as it is written, without quotes
+};
+
+std::vector<FileLink> links_of(const Document& document);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,22 @@
+// The parts of a text that belong together: what can be folded, and what can be selected.
+#pragma once
+
+#include "frontend/abilities/document.h"
+
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Fold {
+    Range range;  // from the start of its first line to the end of its last one
+    bool is_comment = false;
+};
+
+// Models, blocks, and comments of two lines or more. Precondition: the document is read.
+std::vector<Fold> folds_of(const Document& document);
+
+// The parts of the text around an offset, from the smallest to the whole text; each is larger than
+// the one before. Precondition: the document is read.
+std::vector<Range> parts_around(const Document& document, Offset offset);
+
+}  // namespace orvex::frontend
