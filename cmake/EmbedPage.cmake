@@ -1,4 +1,4 @@
-# In script mode: writes SOURCE, a C++ file that holds the text of PAGE as `messages_page`.
+# In script mode: writes SOURCE, a C++ file that holds the text of PAGE as NAME.
 
 file(READ ${PAGE} text)
 # A page is longer than the literals that every compiler must take, but GCC and Clang take it.
@@ -8,8 +8,8 @@ file(WRITE ${SOURCE} "#include <string_view>
 
 namespace orvex::frontend {
 
-extern const std::string_view messages_page;
-const std::string_view messages_page = R\"page(${text})page\";
+extern const std::string_view ${NAME};
+const std::string_view ${NAME} = R\"page(${text})page\";
 
 }  // namespace orvex::frontend
 ")

@@ -10,6 +10,8 @@
 
 namespace orvex::notation {
 
+constexpr char condition_mark = '$';  // in a field: a condition follows
+
 struct ConditionCut {
     Fault fault = Fault::none;
     std::size_t expression_end =
@@ -38,7 +40,7 @@ inline ConditionCut find_condition(View value) {
         cut.expression_end = closing_end(value);
         if (cut.expression_end == 0) cut.fault = Fault::rdcond_close;
     }
-    if (cut.fault == Fault::none) cut.mark = value.find('$', cut.expression_end);
+    if (cut.fault == Fault::none) cut.mark = value.find(condition_mark, cut.expression_end);
     return cut;
 }
 

@@ -47,32 +47,15 @@ constexpr std::array counts = {
     Count{"owned by ", Role::endowed},
     Count{"used by ", Role::used},
     Count{"demanded by ", Role::demanded},
-    Count{"taxes received ", Role::receives_tax},
-    Count{"rates ", Role::rate},
+    Count{"receives taxes ", Role::receives_tax},
+    Count{"is a rate ", Role::rate},
     Count{"rations ", Role::ration},
     Count{"blocks ", Role::block},
     Count{"constraints ", Role::constraint},
-    Count{"values ", Role::value},
-    Count{"conditions ", Role::condition},
-    Count{"reports ", Role::report},
+    Count{"in values ", Role::value},
+    Count{"in conditions ", Role::condition},
+    Count{"in reports ", Role::report},
 };
-
-std::string text_of_uses(const Model& model, const Symbol& symbol) {
-    std::array<int, counts.size()> found{};
-    for (Index use = symbol.first_use; use != no_index; use = model.uses[use].next) {
-        const auto count = std::find_if(counts.begin(), counts.end(), [&](const Count& row) {
-            return row.role == model.uses[use].role;
-        });
-        if (count != counts.end()) ++found[static_cast<std::size_t>(count - counts.begin())];
-    }
-    std::string text;
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        if (found[i] == 0) continue;
-        text.append(text.empty() ? "" : ", ").append(counts[i].words);
-        text += std::to_string(found[i]);
-    }
-    return text.empty() ? "not used" : text;
-}
 
 // The name of the file in a line "$INCLUDE NAME", blanks and quotes around it left out.
 Range included_file(std::string_view bytes, Range line) {
@@ -104,13 +87,30 @@ std::vector<Hint> hints_in(const Document& document, Range range) {
     return hints;
 }
 
+std::string uses_text(const Model& model, const Symbol& symbol) {
+    std::array<int, counts.size()> found{};
+    for (Index use = symbol.first_use; use != no_index; use = model.uses[use].next) {
+        const auto count = std::find_if(counts.begin(), counts.end(), [&](const Count& row) {
+            return row.role == model.uses[use].role;
+        });
+        if (count != counts.end()) ++found[static_cast<std::size_t>(count - counts.begin())];
+    }
+    std::string text;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        if (found[i] == 0) continue;
+        text.append(text.empty() ? "" : ", ").append(counts[i].words);
+        text += std::to_string(found[i]);
+    }
+    return text.empty() ? "not used" : text;
+}
+
 std::vector<Lens> lenses_of(const Document& document) {
     std::vector<Lens> lenses;
     for (const Model& model : document.models) {
         for (const Index index : model.declared) {
             const Symbol& symbol = model.symbols[index];
             if (is_variable(symbol.kind) && !symbol.declaration.empty())
-                lenses.push_back({symbol.declaration, text_of_uses(model, symbol)});
+                lenses.push_back({symbol.declaration, uses_text(model, symbol)});
         }
     }
     return lenses;

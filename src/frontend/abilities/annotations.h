@@ -19,13 +19,16 @@ struct Hint {
 // of this and the next: the document is read.
 std::vector<Hint> hints_in(const Document& document, Range range);
 
+// How often a name is used as what: "made by 2, used by 5".
+std::string uses_text(const Model& model, const Symbol& symbol);
+
 // A line of text above a declared name.
 struct Lens {
     Range range;
     std::string text;
 };
 
-// "made by 2, used by 5" for each declared variable.
+// The uses of each declared variable.
 std::vector<Lens> lenses_of(const Document& document);
 
 // The name of a file in an $INCLUDE line of the host's text.

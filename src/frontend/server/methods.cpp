@@ -1,7 +1,9 @@
 // The methods of the protocol that the server knows.
+#include "frontend/server/findings.h"
 #include "frontend/server/lifecycle.h"
 #include "frontend/server/server.h"
 #include "frontend/server/showing.h"
+#include "frontend/server/typing.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,6 +22,14 @@ constexpr Method methods[] = {
     {"textDocument/didChange", false, did_change},
     {"textDocument/didClose", false, did_close},
     {"textDocument/didSave", false, ignore_notification},
+    {"textDocument/diagnostic", true, findings_of_text},
+    {"workspace/diagnostic", true, findings_of_folders},
+    {"textDocument/codeAction", true, code_actions},
+    {"orvex/explain", true, explanation},
+    {"textDocument/hover", true, hover},
+    {"textDocument/completion", true, completion},
+    {"completionItem/resolve", true, resolve_completion},
+    {"textDocument/signatureHelp", true, signature_help},
     {"textDocument/semanticTokens/full", true, all_tokens},
     {"textDocument/semanticTokens/full/delta", true, changed_tokens},
     {"textDocument/semanticTokens/range", true, tokens_in_range},
@@ -40,7 +50,12 @@ const Method* find_method(std::string_view name) {
 }
 
 Json abilities_provided() {
-    Json provided = {{"foldingRangeProvider", true},
+    Json provided = {{"hoverProvider", true},
+                     {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}},
+                     {"completionProvider",
+                      {{"triggerCharacters", {"$", ":", "(", ","}}, {"resolveProvider", true}}},
+                     {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
+                     {"foldingRangeProvider", true},
                      {"selectionRangeProvider", true},
                      {"inlayHintProvider", true},
                      {"codeLensProvider", {{"resolveProvider", false}}},

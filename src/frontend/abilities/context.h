@@ -1,0 +1,40 @@
+// Where in a model an offset is: its record, block and row, and over what they loop.
+#pragma once
+
+#include "frontend/abilities/document.h"
+#include "notation/keywords.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+struct Context {
+    Index record = 0;
+    std::string_view before;                     // the text of the line up to the offset
+    const Model* model = nullptr;                // null outside of models
+    const notation::Keyword* keyword = nullptr;  // of the block, as it was meant; or null
+    const Block* block = nullptr;                // as the model has it; or null
+    const Entry* entry = nullptr;                // of the row that the record begins or continues
+};
+
+// Precondition: the document is read.
+Context context_at(const Document& document, Offset offset);
+
+// The sets over which the block and the row loop, in capitals.
+std::vector<std::string> loops_at(const Document& document, const Context& context);
+
+// The label in front of a place in a record, in capitals; empty where there is none.
+std::string label_before(const Document& document, Index record, Offset offset);
+
+// A name whose arguments an offset is in: where the name is, and how many arguments are before.
+struct OpenList {
+    Range name;
+    int argument = 0;
+};
+
+// The innermost list of arguments that is open at the offset; an empty name where there is none.
+OpenList open_list_at(const Document& document, const Context& context, Offset offset);
+
+}  // namespace orvex::frontend

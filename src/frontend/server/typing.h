@@ -1,0 +1,13 @@
+// Requests about the word that is being written or looked at.
+#pragma once
+
+#include "frontend/server/server.h"
+
+namespace orvex::frontend {
+
+Json hover(Server& server, const Json& params);
+Json completion(Server& server, const Json& params);
+Json resolve_completion(Server& server, const Json& params);
+Json signature_help(Server& server, const Json& params);
+
+}  // namespace orvex::frontend
