@@ -11,6 +11,7 @@
 #include "frontend/commands/translate.h"
 #include "frontend/findings/messages.h"
 #include "frontend/server/loop.h"
+#include "frontend/server/self_check.h"
 
 #include <exception>
 #include <new>
@@ -63,7 +64,8 @@ int run(int argc, char** argv) {
         case Command::translate: return run_translate(options);
         case Command::info: return run_info(options);
         case Command::graph: return run_graph(options);
-        case Command::lsp: return run_server(options);
+        case Command::lsp:
+            return options.self_check ? run_self_check(options) : run_server(options);
         case Command::none: break;
         }
     } catch (const UsageError& error) {

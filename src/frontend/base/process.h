@@ -19,10 +19,10 @@ struct Program {
     std::string folder = {};         // where it works; the current one where empty
     int input = -1;                  // descriptor of its standard input; none where negative
     std::chrono::milliseconds limit{0};  // how long it may take; 0: as long as it needs
-    const std::atomic<bool>* stop = nullptr;  // it is ended once this is true; null: never
     // The system ends it when this program ends in a way that cannot be caught, as by SIGKILL.
     // It is slower to start.
     bool is_tied = false;
+    const std::atomic<bool>* stop = nullptr;  // it is ended once this is true; null: never
 };
 
 struct Ended {

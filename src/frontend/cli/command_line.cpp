@@ -207,7 +207,8 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
 // What is wrong with the command line as a whole.
 void look_over(ParsedCommandLine& parsed) {
     const Options& options = parsed.options;
-    if (options.command == Command::codes || options.command == Command::lsp) {
+    const bool serves = options.command == Command::lsp && !options.self_check;
+    if (options.command == Command::codes || serves) {
         const std::string name = row_of(options.command).name;
         if (!options.files.empty()) refuse(parsed, "`" + name + "` takes no arguments");
         return;

@@ -42,7 +42,7 @@ constexpr std::array commands = {
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
                "Says what a message means and what to do, with a wrong and a corrected example.\n"
                "CODE is the word in brackets of the message.\n"},
-    CommandRow{Command::lsp, "lsp", "[OPTION...]", "serve an editor",
+    CommandRow{Command::lsp, "lsp", "[OPTION...] [--check FILE...]", "serve an editor",
                "Serves an editor that speaks the language server protocol, on standard input and\n"
                "output: findings while typing, hover, completion, renaming and more.\n"},
     CommandRow{Command::codes, "codes", "", "list the codes of all messages",
@@ -197,6 +197,13 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.depfile); }},
     {"--format", "PICTURE", bit(Command::graph),
      "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
+    {"--check", "", bit(Command::lsp), "ask everything about files instead, without an editor",
+     [](Options& o, const std::string&) {
+         o.self_check = true;
+         return std::string();
+     }},
+    {"--log", "FILE", bit(Command::lsp), "write the log to a file (default: standard error)",
+     [](Options& o, const std::string& v) { return take_text(v, o.log); }},
     {"--focus", "NAME", bit(Command::graph), "draw only what is connected to this name",
      [](Options& o, const std::string& v) { return take_text(v, o.focus); }},
     {"--depth", "N", bit(Command::graph), "with --focus: at most N steps away",

@@ -67,6 +67,11 @@ struct Options {
     std::string header;
     std::string depfile;
 
+    // lsp: the files are asked about instead of serving an editor; where to write the log.
+
+    bool self_check = false;
+    std::string log;
+
     // graph.
 
     // dot, svg, mermaid, json, table

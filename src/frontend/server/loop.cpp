@@ -201,6 +201,11 @@ int run_server(const Options& options) {
         put(out, framed(message));
         if (!flush(out)) server.exit_status = 1;
     };
+    if (!options.log.empty()) {
+        err.descriptor = open_file(options.log, O_WRONLY | O_CREAT | O_APPEND, 0600);
+        if (err.descriptor < 0)
+            throw StartFailure{"cannot write `" + options.log + "`: " + system_message(errno)};
+    }
     server.log = [&](std::string_view text) {
         put(err, "orvex lsp: " + std::string(text) + "\n");
         flush(err);

@@ -1,0 +1,21 @@
+// The server's abilities on files, without an editor: everything is asked at every token.
+#pragma once
+
+#include "frontend/cli/options.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// Asks everything about a text. What is wrong with an answer is given to `fail`, a line each: an
+// error, a place outside of the text, a definition that is not among the references. Returns the
+// number of answers.
+std::size_t check_answers(const Options& options, const std::string& path, std::string text,
+                          const std::function<void(const std::string&)>& fail);
+
+// The command: `orvex lsp --check FILE...`. Returns the exit status.
+int run_self_check(const Options& options);
+
+}  // namespace orvex::frontend
