@@ -6,24 +6,9 @@ namespace orvex::frontend {
 
 namespace {
 
-// The lines of records from one up to another, without the line end of the last one.
-Range lines_of_records(const Tree& tree, Index first, Index end) {
-    return {line_range(tree, first).begin, line_range(tree, end - 1).end};
-}
-
 bool is_apart(const Tree& tree, Index record) {
     const RecordKind kind = tree.records[record].kind;
     return kind == RecordKind::blank || kind == RecordKind::comment;
-}
-
-// The records of a block, without the blank lines and comments after it.
-Index end_of_block(const Tree& tree, Index block, Index model_end) {
-    Index end = model_end;
-    if (block + 1 < tree.blocks.size()) end = std::min(end, tree.blocks[block + 1].record);
-    while (end > tree.blocks[block].record + 1 &&
-           (is_apart(tree, end - 1) || tree.records[end - 1].kind == RecordKind::end))
-        --end;
-    return end;
 }
 
 void fold_model(const Tree& tree, Index model, std::vector<Fold>& folds) {
@@ -152,6 +137,19 @@ class Parts {
 };
 
 }  // namespace
+
+Range lines_of_records(const Tree& tree, Index first, Index end) {
+    return {line_range(tree, first).begin, line_range(tree, end - 1).end};
+}
+
+Index end_of_block(const Tree& tree, Index block, Index model_end) {
+    Index end = model_end;
+    if (block + 1 < tree.blocks.size()) end = std::min(end, tree.blocks[block + 1].record);
+    while (end > tree.blocks[block].record + 1 &&
+           (is_apart(tree, end - 1) || tree.records[end - 1].kind == RecordKind::end))
+        --end;
+    return end;
+}
 
 std::vector<Fold> folds_of(const Document& document) {
     std::vector<Fold> folds;

@@ -12,6 +12,12 @@ struct Fold {
     bool is_comment = false;
 };
 
+// The lines of records from one up to another, without the line end of the last one.
+Range lines_of_records(const Tree& tree, Index first, Index end);
+
+// The record after the last one of a block: blank lines and comments at its end are left out.
+Index end_of_block(const Tree& tree, Index block, Index model_end);
+
 // Models, blocks, and comments of two lines or more. Precondition: the document is read.
 std::vector<Fold> folds_of(const Document& document);
 

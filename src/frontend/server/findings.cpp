@@ -1,8 +1,8 @@
 #include "frontend/server/findings.h"
 
 #include "frontend/abilities/document.h"
-#include "frontend/cli/inputs.h"
 #include "frontend/findings/messages.h"
+#include "frontend/server/folders.h"
 #include "frontend/session/check_file.h"
 
 #include <algorithm>
@@ -51,33 +51,13 @@ Json known_name(const Json& params, const std::string& uri) {
     return {};
 }
 
-Json report_of_file(Server& server, const std::string& path, const Json& params) {
-    Document document;
-    document.uri = uri_of_path(path);
-    document.units = server.units;
-    if (!read_source(path, document.source)) return {};
-    document.source.path = path;
-    set_text(document, std::move(document.source.bytes));
-    read_text(document);
+Json report_of_file(const Server& server, const Document& document, const Json& params) {
     const auto findings = find_in_text(document.source, document.models, server.options);
     Json item = report_of(document, findings, name_of_text(document.source.bytes, false),
                           known_name(params, document.uri));
     item["uri"] = document.uri;
     item["version"] = nullptr;
     return item;
-}
-
-std::vector<std::string> files_of(const Server& server) {
-    std::vector<std::string> files;
-    for (const std::string& folder : server.folders) {
-        try {
-            const std::vector<std::string> found = expand_folders({folder});
-            files.insert(files.end(), found.begin(), found.end());
-        } catch (const UsageError&) {
-            // A folder without models.
-        }
-    }
-    return files;
 }
 
 bool touches(Range a, Range b) { return a.begin <= b.end && b.begin <= a.end; }
@@ -94,9 +74,7 @@ Json edit_of(const Server& server, const Document& document, const std::vector<E
         const Range range = {static_cast<Offset>(edit.begin), static_cast<Offset>(edit.end)};
         list.push_back({{"range", json_of(document, range)}, {"newText", edit.text}});
     }
-    if (!server.client.edits_by_version) return {{"changes", {{document.uri, std::move(list)}}}};
-    const Json text = {{"uri", document.uri}, {"version", document.version}};
-    return {{"documentChanges", {{{"textDocument", text}, {"edits", std::move(list)}}}}};
+    return workspace_edit(document, std::move(list), server.client.edits_by_version);
 }
 
 Json quick_fix(const Server& server, const Document& document, const Finding& finding) {
@@ -126,12 +104,9 @@ Json findings_of_text(Server& server, const Json& params) {
 
 Json findings_of_folders(Server& server, const Json& params) {
     Json items = Json::array();
-    for (const std::string& path : files_of(server)) {
-        const auto open = server.open.find(uri_of_path(path));
-        if (open != server.open.end()) continue;
-        if (Json item = report_of_file(server, path, params); !item.is_null())
-            items.push_back(std::move(item));
-    }
+    each_closed_text(server, [&](const Document& document) {
+        items.push_back(report_of_file(server, document, params));
+    });
     for (auto& [uri, open] : server.open) {
         Json item = report_of_open(server, open, known_name(params, uri));
         item["uri"] = uri;

@@ -40,6 +40,7 @@ Client client_of(const Json& abilities) {
     client.edits_by_version = says(abilities, {"workspace", "workspaceEdit", "documentChanges"});
     client.annotates_edits =
         member(abilities, {"workspace", "workspaceEdit", "changeAnnotationSupport"}).is_object();
+    client.prepares_renaming = says(abilities, {"textDocument", "rename", "prepareSupport"});
     client.has_snippets =
         says(abilities, {"textDocument", "completion", "completionItem", "snippetSupport"});
     client.refreshes_hints = says(abilities, {"workspace", "inlayHint", "refreshSupport"});
@@ -102,6 +103,8 @@ Json initialize(Server& server, const Json& params) {
     Json provided = abilities_provided();
     provided["positionEncoding"] = name_of(server.units);
     provided["textDocumentSync"] = {{"openClose", true}, {"change", sync_incremental}};
+    provided["renameProvider"] = true;
+    if (server.client.prepares_renaming) provided["renameProvider"] = {{"prepareProvider", true}};
     if (server.client.pulls_findings) {
         provided["diagnosticProvider"] = {{"identifier", "orvex"},
                                           {"interFileDependencies", false},

@@ -1,9 +1,11 @@
 // The methods of the protocol that the server knows.
 #include "frontend/server/findings.h"
 #include "frontend/server/lifecycle.h"
+#include "frontend/server/navigation.h"
 #include "frontend/server/server.h"
 #include "frontend/server/showing.h"
 #include "frontend/server/typing.h"
+#include "frontend/server/writing.h"
 
 #include <algorithm>
 #include <iterator>
@@ -38,6 +40,14 @@ constexpr Method methods[] = {
     {"textDocument/inlayHint", true, inlay_hints},
     {"textDocument/codeLens", true, code_lenses},
     {"textDocument/documentLink", true, document_links},
+    {"textDocument/definition", true, definition},
+    {"textDocument/declaration", true, declaration},
+    {"textDocument/references", true, references},
+    {"textDocument/documentHighlight", true, highlights},
+    {"textDocument/documentSymbol", true, document_symbols},
+    {"workspace/symbol", true, workspace_symbols},
+    {"textDocument/prepareRename", true, prepare_renaming},
+    {"textDocument/rename", true, renaming},
 };
 
 }  // namespace
@@ -55,6 +65,12 @@ Json abilities_provided() {
                      {"completionProvider",
                       {{"triggerCharacters", {"$", ":", "(", ","}}, {"resolveProvider", true}}},
                      {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
+                     {"definitionProvider", true},
+                     {"declarationProvider", true},
+                     {"referencesProvider", true},
+                     {"documentHighlightProvider", true},
+                     {"documentSymbolProvider", true},
+                     {"workspaceSymbolProvider", true},
                      {"foldingRangeProvider", true},
                      {"selectionRangeProvider", true},
                      {"inlayHintProvider", true},

@@ -31,6 +31,7 @@ struct Client {
     bool nests_symbols = false;
     bool annotates_edits = false;
     bool edits_by_version = false;
+    bool prepares_renaming = false;
     bool has_snippets = false;
     bool refreshes_hints = false;
     bool shows_markdown = false;

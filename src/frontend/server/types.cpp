@@ -66,6 +66,12 @@ Json location_of(const Document& document, Range range) {
     return {{"uri", document.uri}, {"range", json_of(document, range)}};
 }
 
+Json workspace_edit(const Document& document, Json edits, bool by_version) {
+    if (!by_version) return {{"changes", {{document.uri, std::move(edits)}}}};
+    const Json text = {{"uri", document.uri}, {"version", document.version}};
+    return {{"documentChanges", {{{"textDocument", text}, {"edits", std::move(edits)}}}}};
+}
+
 Json diagnostic_of(const Document& document, const Finding& finding) {
     std::string message = finding.message;
     Json related = Json::array();
@@ -90,6 +96,10 @@ Json diagnostic_of(const Document& document, const Finding& finding) {
 
 Position position_in(const Json& json) {
     return {json.at("line").get<std::uint32_t>(), json.at("character").get<std::uint32_t>()};
+}
+
+Offset offset_in(const Document& document, const Json& params) {
+    return offset_at(document, position_in(params.at("position")));
 }
 
 Range range_in(const Document& document, const Json& json) {

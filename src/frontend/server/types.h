@@ -15,12 +15,16 @@ Json json_of(Position position);
 Json json_of(const Document& document, Range range);
 Json location_of(const Document& document, Range range);
 
+// A change of one text: with its version, for a client that takes it so.
+Json workspace_edit(const Document& document, Json edits, bool by_version);
+
 // What a finding is to an editor. Only its own file's places can be shown with it.
 Json diagnostic_of(const Document& document, const Finding& finding);
 
 // These take parameters of requests. They throw a JSON exception, or RequestError, where these have
 // another form.
 Position position_in(const Json& json);
+Offset offset_in(const Document& document, const Json& params);  // of params.position
 Range range_in(const Document& document, const Json& json);
 std::string uri_in(const Json& params);  // of params.textDocument
 

@@ -20,10 +20,6 @@ constexpr int item_kinds[] = {14, 10, 20, 7, 6, 8, 10, 21, 13};
 
 Json markdown(std::string text) { return {{"kind", "markdown"}, {"value", std::move(text)}}; }
 
-Offset offset_in(const Document& document, const Json& params) {
-    return offset_at(document, position_in(params.at("position")));
-}
-
 Json json_of_item(const Server& server, const Document& document, const Completion& completion,
                   const CompletionItem& item) {
     const bool is_snippet = server.client.has_snippets && !item.snippet.empty();

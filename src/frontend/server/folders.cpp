@@ -1,0 +1,43 @@
+#include "frontend/server/folders.h"
+
+#include "frontend/cli/inputs.h"
+#include "frontend/server/types.h"
+#include "frontend/syntax/source.h"
+
+#include <set>
+#include <string>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+std::set<std::string> files_of(const Server& server) {
+    std::set<std::string> files;
+    for (const std::string& folder : server.folders) {
+        try {
+            for (std::string& file : expand_folders({folder})) files.insert(std::move(file));
+        } catch (const UsageError&) {
+            // A folder without models.
+        }
+    }
+    return files;
+}
+
+}  // namespace
+
+void each_closed_text(const Server& server, const std::function<void(const Document&)>& take) {
+    for (const std::string& path : files_of(server)) {
+        Document document;
+        document.uri = uri_of_path(path);
+        document.units = server.units;
+        if (server.open.contains(document.uri) || may_wait(path)) continue;
+        if (!read_source(path, document.source)) continue;
+        document.source.path = path;
+        set_text(document, std::move(document.source.bytes));
+        read_text(document);
+        take(document);
+    }
+}
+
+}  // namespace orvex::frontend
