@@ -42,9 +42,10 @@ bool is_apostrophe(string_view line, std::size_t at, const Lexeme& next) {
     return next.kind == TokenKind::string && (next.end == at + 1 || line[next.end - 1] != line[at]);
 }
 
-// What is part of a number or of a macro is not a word.
+// What is part of a number, of a macro or of "it's" is not a word.
 bool is_apart(string_view line, std::size_t begin, std::size_t end) {
-    if (begin > 0 && (is_name_byte(line[begin - 1]) || line[begin - 1] == '%')) return false;
+    const char before = begin > 0 ? line[begin - 1] : ' ';
+    if (is_name_byte(before) || before == '%' || before == '\'') return false;
     return end == line.size() || line[end] != '%';
 }
 
