@@ -4,6 +4,7 @@
 #include "frontend/server/types.h"
 #include "frontend/syntax/source.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <utility>
@@ -24,6 +25,11 @@ std::set<std::string> files_of(const Server& server) {
     return files;
 }
 
+bool is_open(const Server& server, const std::string& path) {
+    return std::any_of(server.open.begin(), server.open.end(),
+                       [&](const auto& open) { return open.second.document.source.path == path; });
+}
+
 }  // namespace
 
 void each_closed_text(const Server& server, const std::function<void(const Document&)>& take) {
@@ -31,7 +37,7 @@ void each_closed_text(const Server& server, const std::function<void(const Docum
         Document document;
         document.uri = uri_of_path(path);
         document.units = server.units;
-        if (server.open.contains(document.uri) || may_wait(path)) continue;
+        if (is_open(server, path) || may_wait(path)) continue;
         if (!read_source(path, document.source)) continue;
         document.source.path = path;
         set_text(document, std::move(document.source.bytes));

@@ -25,8 +25,7 @@ constexpr int symbol_kinds[] = {12, 13, 5, 7, 14, 24, 10, 14};
 
 int highlight_kind(const NamedPlace& place) {
     if (is_written_at(place)) return highlight_write;
-    const bool is_text = place.model == no_index || (place.in_label && !place.defines);
-    return is_text ? highlight_text : highlight_read;
+    return place.model == no_index ? highlight_text : highlight_read;
 }
 
 int symbol_kind(const OutlineItem& item) {

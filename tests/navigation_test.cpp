@@ -1,0 +1,172 @@
+// What the language server answers where a client wants to go to a name or rename it.
+#include "frontend/server/server.h"
+#include "harness.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+using namespace orvex::frontend;
+using std::string;
+
+namespace {
+
+const string uri = "file:///m.zlm";
+
+// A client, and a server that has one text open.
+class Session {
+  public:
+    Session(const string& abilities, const string& text, const Json& folders = Json::array()) {
+        server_.send = [this](const Json& message) { answer_ = message; };
+        server_.log = [](std::string_view) {};
+        ask("initialize",
+            {{"capabilities", Json::parse(abilities)}, {"workspaceFolders", folders}});
+        tell("textDocument/didOpen",
+             {{"textDocument",
+               {{"uri", uri}, {"languageId", "orvex"}, {"version", 3}, {"text", text}}}});
+    }
+
+    // The result, or the error.
+    Json ask(const string& method, const Json& params) {
+        Json message = notification(method, params);
+        message["id"] = 1;
+        take_message(server_, message.dump());
+        work_on_message(server_);
+        return answer_.contains("result") ? answer_["result"] : answer_["error"];
+    }
+
+    void tell(const string& method, const Json& params) {
+        take_message(server_, notification(method, params).dump());
+        work_on_message(server_);
+    }
+
+  private:
+    Options options_;
+    Server server_{options_, {}, {}};
+    Json answer_;
+};
+
+const string model =
+    "A.L = 1;\n"
+    "$MODEL:M\n"
+    "$SECTORS:\n"
+    " A  ! Text\n"
+    "$PROD:A\n"
+    " O:P  Q:K\n";
+
+// A place as the protocol has it, in one line of the text.
+string range(int line, int begin, int end) {
+    const auto position = [line](int column) {
+        return R"({"character":)" + std::to_string(column) + R"(,"line":)" + std::to_string(line) +
+               "}";
+    };
+    return R"({"end":)" + position(end) + R"(,"start":)" + position(begin) + "}";
+}
+
+string location(int line, int begin, int end) {
+    return R"({"range":)" + range(line, begin, end) + R"(,"uri":")" + uri + R"("})";
+}
+
+TEST(Navigation, AnswersAsTheClientCanRead) {
+    const string text = R"("textDocument":{"uri":"file:///m.zlm"})";
+    const string at = "{" + text + R"(,"position":{"line":4,"character":6})";
+    const string nowhere = "{" + text + R"(,"position":{"line":4,"character":1}})";
+    const string links = R"({"textDocument":{"definition":{"linkSupport":true}}})";
+    const string nested =
+        R"({"textDocument":{"documentSymbol":{"hierarchicalDocumentSymbolSupport":true}}})";
+    const string versions = R"("documentChanges":true)";
+    const auto edits = [](const string& of_host) {
+        return "[" + of_host + R"({"newText":"B","range":)" + range(3, 1, 2) +
+               R"(},{"newText":"B","range":)" + range(4, 6, 7) + "}]";
+    };
+    const string document = R"("textDocument":{"uri":"file:///m.zlm","version":3})";
+    struct Row {
+        string abilities;
+        string method;
+        string params;
+        string result;
+    };
+    const Row rows[] = {
+        {"{}", "definition", at + "}", "[" + location(3, 1, 2) + "]"},
+        {"{}", "declaration", at + "}", "[" + location(3, 1, 2) + "]"},
+        {"{}", "definition", nowhere, "[]"},
+        {"{}", "declaration", nowhere, "[]"},
+        {links, "definition", at + "}",
+         R"([{"originSelectionRange":)" + range(4, 6, 7) + R"(,"targetRange":)" + range(3, 1, 2) +
+             R"(,"targetSelectionRange":)" + range(3, 1, 2) + R"(,"targetUri":"file:///m.zlm"}])"},
+        {"{}", "references", at + R"(,"context":{"includeDeclaration":true}})",
+         "[" + location(0, 0, 1) + "," + location(3, 1, 2) + "," + location(4, 6, 7) + "]"},
+        {"{}", "references", at + R"(,"context":{"includeDeclaration":false}})",
+         "[" + location(0, 0, 1) + "," + location(4, 6, 7) + "]"},
+        {"{}", "documentHighlight", at + "}",
+         R"([{"kind":1,"range":)" + range(0, 0, 1) + R"(},{"kind":3,"range":)" + range(3, 1, 2) +
+             R"(},{"kind":3,"range":)" + range(4, 6, 7) + "}]"},
+        {"{}", "documentSymbol", "{" + text + "}",
+         R"([{"kind":2,"location":)" + location(1, 7, 8) +
+             R"(,"name":"M"},{"containerName":"M","kind":3,"location":)" + location(2, 0, 9) +
+             R"(,"name":"$SECTORS"},{"containerName":"$SECTORS","kind":12,"location":)" +
+             location(3, 1, 2) + R"(,"name":"A"},{"containerName":"M","kind":12,"location":)" +
+             location(4, 0, 7) + R"(,"name":"$PROD:A"}])"},
+        {nested, "documentSymbol", "{" + text + "}",
+         R"([{"children":[{"children":[{"detail":"Text","kind":12,"name":"A","range":)" +
+             range(3, 1, 2) + R"(,"selectionRange":)" + range(3, 1, 2) +
+             R"(}],"kind":3,"name":"$SECTORS","range":{"end":{"character":10,"line":3},)"
+             R"("start":{"character":0,"line":2}},"selectionRange":)" +
+             range(2, 0, 9) +
+             R"(},{"kind":12,"name":"$PROD:A","range":{"end":{"character":9,"line":5},)"
+             R"("start":{"character":0,"line":4}},"selectionRange":)" +
+             range(4, 0, 7) + R"(}],"kind":2,"name":"M","range":{"end":{"character":9,"line":5},)" +
+             R"("start":{"character":0,"line":1}},"selectionRange":)" + range(1, 7, 8) + "}]"},
+        {"{}", "prepareRename", at + "}", R"({"placeholder":"A","range":)" + range(4, 6, 7) + "}"},
+        {"{}", "prepareRename", nowhere, R"({"code":-32803,"message":"`$PROD` is a keyword"})"},
+        // Words outside of the models change only where the client asks about them.
+        {"{}", "rename", at + R"(,"newName":"B"})",
+         R"({"changes":{"file:///m.zlm":)" + edits("") + "}}"},
+        {R"({"workspace":{"workspaceEdit":{)" + versions + "}}}", "rename",
+         at + R"(,"newName":"B"})",
+         R"({"documentChanges":[{"edits":)" + edits("") + "," + document + "}]}"},
+        {R"({"workspace":{"workspaceEdit":{"changeAnnotationSupport":{},)" + versions + "}}}",
+         "rename", at + R"(,"newName":"B"})",
+         R"({"changeAnnotations":{"host text":{"description":"Words outside of the models that )"
+         R"(are the same as the name","label":"Rename in the host's program",)"
+         R"("needsConfirmation":true}},"documentChanges":[{"edits":)" +
+             edits(R"({"annotationId":"host text","newText":"B","range":)" + range(0, 0, 1) +
+                   "},") +
+             "," + document + "}]}"},
+        {"{}", "rename", at + R"(,"newName":"P"})",
+         R"({"code":-32803,"message":"model `M` already uses the name `P`"})"},
+    };
+    for (const Row& row : rows) {
+        Session session(row.abilities, model);
+        EXPECT_EQ(session.ask("textDocument/" + row.method, Json::parse(row.params)).dump(),
+                  row.result)
+            << row.abilities << " " << row.method;
+    }
+}
+
+TEST(Navigation, FindsNamesInAllFilesOfTheFolders) {
+    const harness::Folder folder;
+    folder.write("b c.zlm", "$MODEL:N\n$CONSUMERS:\n Bank\n");
+    folder.write("n.txt", "$MODEL:M\n$CONSUMERS:\n BANK\n");
+    // The folder twice: each file is searched once.
+    const Json item = {{"uri", "file://" + folder.path()}, {"name", "x"}};
+    Session session("{}", model, {item, item});
+    const std::pair<string, string> rows[] = {
+        {"bk", "BANK in N b%20c.zlm:2\n"},
+        {"kb", ""},
+        {"M", "M in - m.zlm:1\n"},
+        {"", "M in - m.zlm:1\nA in M m.zlm:3\nN in - b%20c.zlm:0\nBANK in N b%20c.zlm:2\n"},
+    };
+    for (const auto& [query, expected] : rows) {
+        string found;
+        for (const Json& symbol : session.ask("workspace/symbol", {{"query", query}})) {
+            const string path = symbol["location"]["uri"];
+            found += symbol["name"].get<string>() + " in " + symbol.value("containerName", "-") +
+                     " " + path.substr(path.rfind('/') + 1) + ":" +
+                     symbol["location"]["range"]["start"]["line"].dump() + "\n";
+        }
+        EXPECT_EQ(found, expected) << query;
+    }
+}
+
+}  // namespace
