@@ -39,3 +39,9 @@ run_example() {
     done
     return $status
 }
+
+# Emacs has eglot from version 29 on; Debian has it as a package for older ones.
+emacs_has_eglot() {
+    emacs -q --batch --eval "(progn (require 'package) (package-initialize) (require 'eglot))" \
+        >/dev/null 2>&1
+}

@@ -365,7 +365,7 @@ function checkedIn(folder, texts) {
         if (type !== "finding") continue;
         const place = spans.find((span) => span.primary);
         // The file as a whole is shown as its first line.
-        const end = !place.line ? texts[place.path].search(/[\r\n]|$/) : place.byte_end;
+        const end = place.text === "" ? texts[place.path].search(/[\r\n]|$/) : place.byte_end;
         (found[place.path] ??= []).push([severity, code, place.byte_start, end].join(" "));
     }
     return found;
