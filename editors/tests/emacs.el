@@ -31,6 +31,15 @@
             (cons (line-number-at-pos (flymake-diagnostic-beg found)) (flymake-diagnostic-text found)))
           (flymake-diagnostics)))
 
+(defun evaluate-lines (document)
+  "Evaluate the lines that a DOCUMENT advises."
+  (with-temp-buffer
+    (insert-file-contents document)
+    (search-forward "```elisp\n")
+    (let ((begin (point)))
+      (search-forward "```")
+      (eval-region begin (match-beginning 0)))))
+
 (defun check-findings ()
   (flymake-start)
   (wait "findings" #'findings)
@@ -84,10 +93,10 @@
       (beginning-of-line)
       (delete-char 5)
       (insert "$PORD"))
-    (define-derived-mode orvex-mode prog-mode "ORVEX")
-    (add-to-list 'eglot-server-programs `(orvex-mode . (,(getenv "ORVEX") "lsp")))
+    (evaluate-lines (expand-file-name "../../docs/editors.md" tests))
+    (push (file-name-directory (getenv "ORVEX")) exec-path)
     (switch-to-buffer (find-file-noselect file))
-    (orvex-mode)
+    (expect-same "mode" 'orvex-mode major-mode)
     (apply #'eglot (eglot--guess-contact))
     (check-findings)
     (check-hover)

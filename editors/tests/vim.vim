@@ -7,7 +7,7 @@ let s:failures = []
 let v:errmsg = ''
 
 execute 'set runtimepath^=' . escape(s:root . '/editors/vim', ' ,\')
-filetype on
+filetype plugin on
 syntax on
 
 function s:Group(line, column) abort
@@ -89,6 +89,22 @@ for s:file in glob(s:root . '/examples/*/*.zlm', 0, 1)
   endfor
   bwipeout!
 endfor
+
+" Lines of an example, and how deep they are folded: host, model, block, its last line, end, host.
+silent execute 'edit!' fnameescape(s:root . '/examples/closed/closed.zlm')
+let s:folds = map([1, 21, 22, 44, 48, 69, 70, 71], 'foldlevel(v:val)')
+if s:folds != [0, 1, 1, 2, 2, 2, 1, 0]
+  call add(s:failures, 'folds: ' . string(s:folds))
+endif
+let s:options = [&l:commentstring, &l:makeprg]
+if s:options != ['*%s', 'orvex check --format short %:S']
+  call add(s:failures, 'options: ' . string(s:options))
+endif
+set filetype=conf
+if &l:makeprg =~# 'orvex' || &l:foldmethod ==# 'expr'
+  call add(s:failures, 'options stay with another file type: ' . &l:makeprg)
+endif
+bwipeout!
 
 compiler! orvex
 cgetexpr ['a b.zlm:7:4: error: `PX` is no set [kind-mismatch]', '2 errors',
