@@ -1,5 +1,6 @@
 // What annotated models cannot show: the grammar on the examples and on the models of the message
-// index, and the problem matcher on lines of `orvex check --format short`.
+// index, the problem matcher on lines of `orvex check --format short`, and what the editor takes for
+// words and folds.
 "use strict";
 
 const assert = require("node:assert");
@@ -135,11 +136,23 @@ function checkProblemMatcher() {
     for (const [line, parts] of rows) assert.deepStrictEqual(match(line), parts, line);
 }
 
+function checkLanguageConfiguration() {
+    const { wordPattern, folding } = JSON.parse(read(editors, "vscode", "language-configuration.json"));
+    const words = '    E:PK("T4")$K0(R)  Q:(-T0(RR,R+1)*2)  RR.TL:  ! Wage'.match(new RegExp(wordPattern, "g"));
+    assert.deepStrictEqual(words, ["E", "PK", "T4", "K0", "R", "Q", "T0", "RR", "R", "1", "2", "RR", "TL", "Wage"]);
+    const lines = ["$model: A", "$OFFTEXT", " $MODEL:A", "$PROD:X"];
+    for (const [marker, matching] of [["start", 0], ["end", 1]]) {
+        const found = lines.filter((line) => new RegExp(folding.markers[marker]).test(line));
+        assert.deepStrictEqual(found, [lines[matching]], marker);
+    }
+}
+
 loadGrammar().then((grammar) => {
     checkExamples(grammar);
     checkMessages(grammar);
     checkProblemMatcher();
-    console.log("examples, message index and problem matcher: as expected");
+    checkLanguageConfiguration();
+    console.log("examples, message index, problem matcher and words: as expected");
 }).catch((error) => {
     console.error(error.message);
     process.exit(1);
