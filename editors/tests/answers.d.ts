@@ -32,6 +32,5 @@ export interface Answers {
     "textDocument/inlayHint": Result<typeof lsp.InlayHintRequest.type>;
     "textDocument/codeLens": Result<typeof lsp.CodeLensRequest.type>;
     "textDocument/documentLink": Result<typeof lsp.DocumentLinkRequest.type>;
-    "textDocument/formatting": Result<typeof lsp.DocumentFormattingRequest.type>;
     "orvex/explain": lsp.MarkupContent;
 }

@@ -137,9 +137,11 @@ function checkProblemMatcher() {
 }
 
 function checkLanguageConfiguration() {
-    const { wordPattern, folding } = JSON.parse(read(editors, "vscode", "language-configuration.json"));
-    const words = '    E:PK("T4")$K0(R)  Q:(-T0(RR,R+1)*2)  RR.TL:  ! Wage'.match(new RegExp(wordPattern, "g"));
-    assert.deepStrictEqual(words, ["E", "PK", "T4", "K0", "R", "Q", "T0", "RR", "R", "1", "2", "RR", "TL", "Wage"]);
+    const file = read(editors, "vscode", "language-configuration.json");
+    const { wordPattern, folding } = JSON.parse(file);
+    const line = '    E:PK("T4")$K0(R)  Q:(-T0(RR,R+1)*2)  RR.TL:  ! Wage';
+    assert.strictEqual(line.match(new RegExp(wordPattern, "g")).join(" "),
+        "E PK T4 K0 R Q T0 RR R 1 2 RR TL Wage");
     const lines = ["$model: A", "$OFFTEXT", " $MODEL:A", "$PROD:X"];
     for (const [marker, matching] of [["start", 0], ["end", 1]]) {
         const found = lines.filter((line) => new RegExp(folding.markers[marker]).test(line));

@@ -1,5 +1,5 @@
-// `orvex lsp` with the protocol's own client: what it answers, and how it bears a client that asks
-// for what is wrong. Each answer is checked against the types of the protocol's package.
+// `orvex lsp` with the protocol's own client: what it answers, also to wrong requests. Each answer
+// is checked against the types of the protocol's package.
 "use strict";
 
 const assert = require("node:assert");
@@ -40,16 +40,16 @@ function placeOf(text, piece) {
 const unitsOf = (text, encoding) => encoding === "utf-8" ? Buffer.byteLength(text)
     : encoding === "utf-16" ? text.length : [...text].length;
 
-// A position of an encoding counts what is left of it in UTF-16, as JavaScript does.
+// A position in an encoding, counted in UTF-16 as JavaScript does.
 function inText(text, position, encoding) {
     const line = linesOf(text)[position.line];
     assert.ok(line !== undefined, `line ${position.line} is outside of the text`);
-    // From behind, since half a letter counts as one in UTF-32.
+    // From the end, since half a letter counts as one in UTF-32.
     for (let end = line.length; end >= 0; end--) {
         if (unitsOf(line.slice(0, end), encoding) === position.character)
             return { line: position.line, character: end };
     }
-    return assert.fail(`${JSON.stringify(position)} is no place in "${line}" in ${encoding}`);
+    return assert.fail(`${JSON.stringify(position)} is not a place in "${line}" in ${encoding}`);
 }
 
 // An answer with all its positions counted in UTF-16.
@@ -67,7 +67,8 @@ function coloured(text, { data }, encoding) {
         line += data[at];
         const end = { line, character: character + data[at + 2] };
         const range = { start: { line, character }, end };
-        tokens.push([wholeText(text, recounted(text, range, encoding)), line, ...data.slice(at + 3, at + 5)]);
+        const letters = wholeText(text, recounted(text, range, encoding));
+        tokens.push([letters, line, ...data.slice(at + 3, at + 5)]);
     }
     return tokens;
 }
@@ -166,7 +167,8 @@ session("the same places in all encodings", async () => {
             assert.deepStrictEqual(other[key], answer, key);
         }
     }
-    const hover = found[0][`hover ${Object.values(placeOf(opened.text, '"nö𝄞rth")       Q:|B0')).join(":")}`];
+    const { line, character } = placeOf(opened.text, '"nö𝄞rth")       Q:|B0');
+    const hover = found[0][`hover ${line}:${character}`];
     assert.strictEqual(wholeText(opened.text, hover.range), "B0");
 });
 
@@ -249,7 +251,8 @@ session("answers about CLOSED", async (t) => {
     }
     const symbols = await client.ask("workspace/symbol", { query: "HOUSE" });
     assert.deepStrictEqual(textsAt(symbols.map((symbol) => symbol.location.range)), ["38 HOUSE"]);
-    const { items } = await client.ask("textDocument/completion", { textDocument, ...at("|PL    Q:40") });
+    const { items } = await client.ask("textDocument/completion",
+        { textDocument, ...at("|PL    Q:40") });
     const wage = await client.ask("completionItem/resolve", items.find((item) => item.label === "PL"));
     assert.ok(wage.documentation.value.includes("Wage"));
     const entry = await client.ask("orvex/explain", { code: "name-unused" });
@@ -304,8 +307,9 @@ function numbers(seed) {
     };
 }
 
-// An edit at a random place: some text goes, some comes. A place is never within a letter.
-const PIECES = ["", "\n", "\r", "\r\n", "$PROD:X  ", "é", "𝄞", "  I:PL Q:(", "! ", '"', "$OFFTEXT\n"];
+// An edit at a random place: some text goes, some comes.
+const PIECES =
+    ["", "\n", "\r", "\r\n", "$PROD:X  ", "é", "𝄞", "  I:PL Q:(", "! ", '"', "$OFFTEXT\n"];
 function randomChange(text, below) {
     const document = lsp.TextDocument.create("", "", 1, text);
     const places = [below(text.length), below(text.length)].sort((a, b) => a - b);
@@ -423,7 +427,7 @@ session("1,000 edits at once: the findings of the last version come last, and ar
     assert.strictEqual(versions.length, client.published.length - 1, "findings after the last");
 });
 
-session("pulled findings: of a text, unchanged, with a hint to pull those of the translator", async () => {
+session("pulled findings: those of the tree, then those of the translator, then no change", async () => {
     const wrong = CLOSED.text.replace("$PROD:W", "$PORD:W");
     const textDocument = { uri: CLOSED.uri };
     const client = new Client();
@@ -508,14 +512,15 @@ const REFUSED = [
     ["a range that ends before it begins", [ask("textDocument/inlayHint", { textDocument,
         range: { start: { line: 9, character: 0 }, end: { line: 2, character: 0 } } })], [PARAMS]],
     ["an item that is not the server's", [ask("completionItem/resolve", { label: "x" })], [PARAMS]],
-    ["a code that there is not", [ask("orvex/explain", { code: "x" })], [PARAMS]],
+    ["an unknown code", [ask("orvex/explain", { code: "x" })], [PARAMS]],
     ["a change of a text that is not open", [message({ method: "textDocument/didChange",
         params: { textDocument: { uri: "file:///no.zlm", version: 2 }, contentChanges: [] } })], []],
     ["a second initialize", [ask("initialize", { capabilities: {} })], [REQUEST]],
     ["a head without a length", [Buffer.from("Content-Type: x\r\n\r\n{}")], [PARSE]],
     ["a length that is not a number", [Buffer.from("Content-Length: x\r\n\r\n")], [PARSE]],
     ["a length below nothing", [Buffer.from("Content-Length: -5\r\n\r\n")], [PARSE]],
-    ["a length beyond all memory", [Buffer.from("Content-Length: 99999999999999999999\r\n\r\n")], [PARSE]],
+    ["a length beyond all memory", [Buffer.from(`Content-Length: ${"9".repeat(20)}\r\n\r\n`)],
+        [PARSE]],
     ["small letters and a second field in the head",
         [Buffer.from('content-length: 2\r\ncontent-type: x\r\n\r\n[]')], [REQUEST]],
     ["an answer to nothing", [framed('{"jsonrpc":"2.0","id":99,"result":null}')], []],
@@ -528,13 +533,15 @@ const START = message({ id: 1, method: "initialize", params: { processId: null, 
     capabilities: { textDocument: { diagnostic: {} } } } });
 const END = [message({ id: 9, method: "shutdown" }), message({ method: "exit" })];
 
+const errorsIn = (messages) =>
+    messages.filter(({ error }) => error).map(({ error }) => error.code);
+
 session("a request that fails is an error, and the server lives on", async (t) => {
     for (const [name, parts, codes] of REFUSED) {
         await t.test(name, async () => {
             const alive = ask("orvex/explain", { code: "name-unused" }, "alive");
             const { status, messages } = await send(START, OPEN, ...parts, alive, ...END);
-            assert.deepStrictEqual(messages.filter(({ error }) => error).map(({ error }) => error.code),
-                codes);
+            assert.deepStrictEqual(errorsIn(messages), codes);
             for (const { error } of messages) assert.notStrictEqual(error?.message, "");
             assert.ok(messages.find(({ id }) => id === "alive").result.value, "no answer after it");
             assert.strictEqual(status, 0);
@@ -551,14 +558,15 @@ session("the session's beginning and end", async (t) => {
         ["no input", [], 1, []],
         ["the end within a message", [START, START.subarray(0, 30)], 1, []],
         ["a request before initialize", [ask("textDocument/hover", {}), START, ...END], 0, [EARLY]],
-        ["a request after shutdown", [START, END[0], hover({ line: 0, character: 0 }), END[1]], 0, [REQUEST]],
+        ["a request after shutdown", [START, END[0], hover({ line: 0, character: 0 }), END[1]], 0,
+            [REQUEST]],
         ["exit before initialize", [END[1]], 1, []],
     ];
     for (const [name, parts, expected, codes] of rows) {
         await t.test(name, async () => {
             const { status, messages } = await send(...parts);
             assert.strictEqual(status, expected);
-            assert.deepStrictEqual(messages.filter(({ error }) => error).map(({ error }) => error.code), codes);
+            assert.deepStrictEqual(errorsIn(messages), codes);
         });
     }
 });
@@ -574,4 +582,14 @@ session("a message in many pieces is one message", async () => {
     }
     assert.strictEqual(await client.status, 0);
     assert.ok(Buffer.concat(written).toString().includes('"capabilities"'));
+});
+
+session("a client that dies ends the server", async () => {
+    const client = new Client();
+    await client.start();
+    await client.open(CLOSED.uri, CLOSED.text);
+    client.connection.dispose();
+    client.process.stdout.destroy();
+    client.process.stdin.write(hover({ line: 0, character: 0 }));
+    assert.strictEqual(await client.status, 1, "the status");
 });

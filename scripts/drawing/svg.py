@@ -14,7 +14,7 @@ def colour_of(number):
     if number < 16:
         return BASIC[number]
     if number >= 232:
-        return f"#{8 + 10 * (number - 232):02x}" + f"{8 + 10 * (number - 232):02x}" * 2
+        return "#" + f"{8 + 10 * (number - 232):02x}" * 3
     steps = [0, 95, 135, 175, 215, 255]
     number -= 16
     return "#" + "".join(f"{steps[number // part % 6]:02x}" for part in (36, 6, 1))
@@ -36,7 +36,8 @@ def change(style, codes):
             count = 3 if kind == 2 else 1
             taken, codes = codes[:count], codes[count:]
             if code != 58:
-                style[side] = colour_of(*taken) if kind == 5 else "#" + "".join(f"{part:02x}" for part in taken)
+                parts = "".join(f"{part:02x}" for part in taken)
+                style[side] = colour_of(*taken) if kind == 5 else "#" + parts
         elif code in (39, 49):
             style.pop(side, None)
         elif 30 <= code < 50 or 90 <= code < 108:
