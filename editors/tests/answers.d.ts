@@ -32,5 +32,7 @@ export interface Answers {
     "textDocument/inlayHint": Result<typeof lsp.InlayHintRequest.type>;
     "textDocument/codeLens": Result<typeof lsp.CodeLensRequest.type>;
     "textDocument/documentLink": Result<typeof lsp.DocumentLinkRequest.type>;
+    "workspace/executeCommand": string[];
+    "$/logTrace": lsp.LogTraceParams;
     "orvex/explain": lsp.MarkupContent;
 }

@@ -2,6 +2,7 @@
 
 #include "frontend/abilities/document.h"
 #include "frontend/findings/messages.h"
+#include "frontend/fixes/choice.h"
 #include "frontend/server/folders.h"
 #include "frontend/session/check_file.h"
 
@@ -12,6 +13,8 @@
 namespace orvex::frontend {
 
 namespace {
+
+constexpr const char* fix_all_kind = "source.fixAll.orvex";
 
 // Two texts with one name are the same to a client that has the findings of the first.
 std::string name_of_text(const std::string& text, bool is_judged) {
@@ -85,6 +88,15 @@ Json quick_fix(const Server& server, const Document& document, const Finding& fi
             {"edit", edit_of(server, document, finding.fix->edits)}};
 }
 
+// All fixes that are certain and can be made at once.
+Json fix_all(const Server& server, const Document& document, const Choice& choice) {
+    const std::string count =
+        std::to_string(choice.fixes) + (choice.fixes == 1 ? " fix" : " fixes");
+    return {{"title", "make all certain fixes (" + count + ")"},
+            {"kind", fix_all_kind},
+            {"edit", edit_of(server, document, choice.edits)}};
+}
+
 // Is a kind of actions among those that the client asks for?
 bool is_wanted(const Json& context, std::string_view kind) {
     const Json only = context.value("only", Json());
@@ -121,14 +133,16 @@ Json code_actions(Server& server, const Json& params) {
     const Json& context = params.at("context");
     const Range range = range_in(open.document, params.at("range"));
     Json actions = Json::array();
-    if (!is_wanted(context, "quickfix")) return actions;
     check(server, open);
     for (const Finding& finding : open.findings) {
         const Range place = {static_cast<Offset>(finding.span.begin),
                              static_cast<Offset>(finding.span.end)};
-        if (finding.fix && touches(place, range))
+        if (finding.fix && touches(place, range) && is_wanted(context, "quickfix"))
             actions.push_back(quick_fix(server, open.document, finding));
     }
+    const Choice certain = choose_fixes(open.findings, Confidence::certain);
+    if (certain.fixes > 0 && is_wanted(context, fix_all_kind))
+        actions.push_back(fix_all(server, open.document, certain));
     return actions;
 }
 

@@ -67,6 +67,8 @@ class Run {
             result_ = check_file(source_, options, wanted, program, place).findings;
         } catch (const StartFailure& error) {
             reason_ = error.reason;
+        } catch (const FolderFailure& error) {
+            reason_ = text_of(error);
         } catch (const std::exception& error) {
             reason_ = error.what();
         }
@@ -141,6 +143,12 @@ void take_run(Loop& loop) {
     take_verdict(loop.server, run->uri(), run->version(), std::move(*run->result()));
 }
 
+// The findings of the tree stay.
+void give_up(Loop& loop, Open& open, const std::string& reason) {
+    loop.server.log("the translator cannot be run: " + reason);
+    open.is_judged = true;
+}
+
 void start_run(Loop& loop, Open& open) {
     try {
         if (loop.program.empty()) loop.program = find_translator(loop.server.options.program);
@@ -148,8 +156,9 @@ void start_run(Loop& loop, Open& open) {
         loop.run = std::make_unique<Run>(loop.server, open.document, loop.program, *loop.place,
                                          loop.ready[1]);
     } catch (const StartFailure& error) {
-        loop.server.log("the translator cannot be run: " + error.reason);
-        open.is_judged = true;
+        give_up(loop, open, error.reason);
+    } catch (const FolderFailure& error) {
+        give_up(loop, open, text_of(error));
     }
 }
 

@@ -1,4 +1,5 @@
 // The methods of the protocol that the server knows.
+#include "frontend/server/commands.h"
 #include "frontend/server/findings.h"
 #include "frontend/server/lifecycle.h"
 #include "frontend/server/navigation.h"
@@ -28,6 +29,7 @@ constexpr Method methods[] = {
     {"workspace/diagnostic", true, findings_of_folders},
     {"textDocument/codeAction", true, code_actions},
     {"orvex/explain", true, explanation},
+    {"workspace/executeCommand", true, execute_command},
     {"textDocument/hover", true, hover},
     {"textDocument/completion", true, completion},
     {"completionItem/resolve", true, resolve_completion},
@@ -60,22 +62,24 @@ const Method* find_method(std::string_view name) {
 }
 
 Json abilities_provided() {
-    Json provided = {{"hoverProvider", true},
-                     {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}},
-                     {"completionProvider",
-                      {{"triggerCharacters", {"$", ":", "(", ","}}, {"resolveProvider", true}}},
-                     {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
-                     {"definitionProvider", true},
-                     {"declarationProvider", true},
-                     {"referencesProvider", true},
-                     {"documentHighlightProvider", true},
-                     {"documentSymbolProvider", true},
-                     {"workspaceSymbolProvider", true},
-                     {"foldingRangeProvider", true},
-                     {"selectionRangeProvider", true},
-                     {"inlayHintProvider", true},
-                     {"codeLensProvider", {{"resolveProvider", false}}},
-                     {"documentLinkProvider", {{"resolveProvider", false}}}};
+    Json provided = {
+        {"hoverProvider", true},
+        {"codeActionProvider", {{"codeActionKinds", {"quickfix", "source.fixAll.orvex"}}}},
+        {"executeCommandProvider", {{"commands", command_names()}}},
+        {"completionProvider",
+         {{"triggerCharacters", {"$", ":", "(", ","}}, {"resolveProvider", true}}},
+        {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
+        {"definitionProvider", true},
+        {"declarationProvider", true},
+        {"referencesProvider", true},
+        {"documentHighlightProvider", true},
+        {"documentSymbolProvider", true},
+        {"workspaceSymbolProvider", true},
+        {"foldingRangeProvider", true},
+        {"selectionRangeProvider", true},
+        {"inlayHintProvider", true},
+        {"codeLensProvider", {{"resolveProvider", false}}},
+        {"documentLinkProvider", {{"resolveProvider", false}}}};
     provided["semanticTokensProvider"] = {
         {"legend", token_legend()}, {"full", {{"delta", true}}}, {"range", true}};
     return provided;

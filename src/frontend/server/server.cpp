@@ -47,8 +47,19 @@ void expect_state(const Server& server, std::string_view method) {
     if (server.is_shut_down) throw RequestError{invalid_request, "the server is shut down"};
 }
 
+// Tells a client that traces the server what it works on.
+void trace(Server& server, const std::string& name, const Json& message) {
+    if (server.trace == Trace::off) return;
+    Json params = {{"message", name}};
+    if (server.trace == Trace::verbose)
+        params["verbose"] =
+            message.value("params", Json()).dump(-1, ' ', false, Json::error_handler_t::replace);
+    server.send(notification("$/logTrace", std::move(params)));
+}
+
 Json work(Server& server, const Json& message) {
     const std::string name = method_of(message);
+    trace(server, name, message);
     expect_state(server, name);
     const Method* const method = find_method(name);
     if (method == nullptr || method->has_answer != is_request(message))

@@ -296,6 +296,11 @@ Workplace::~Workplace() {
     ::rmdir(path_.c_str());
 }
 
+std::string text_of(const FolderFailure& failure) {
+    return "cannot use the temporary folder " + failure.folder + ": " +
+           system_message(failure.error);
+}
+
 std::string find_translator(const std::string& given) {
     if (!given.empty()) return given_program(given);
     const std::string name = "orvexpp";

@@ -19,6 +19,9 @@ struct FolderFailure {
     int error = 0;  // errno
 };
 
+// "cannot use the temporary folder /tmp: ...".
+std::string text_of(const FolderFailure& failure);
+
 // A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws FolderFailure
 // where none can be made.
 class Workplace {

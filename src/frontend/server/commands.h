@@ -1,0 +1,16 @@
+// Commands that the client runs on a text.
+#pragma once
+
+#include "frontend/server/server.h"
+
+namespace orvex::frontend {
+
+// "orvex.translate" and "orvex.picture", each with the URI of an open text: write the outputs of
+// its models, or a picture of each, next to the file, and answer their paths. Throws RequestError
+// where the file is not in a folder of the workspace, or where that cannot be done.
+Json execute_command(Server& server, const Json& params);
+
+// The names of the commands, as initialize answers them.
+Json command_names();
+
+}  // namespace orvex::frontend
