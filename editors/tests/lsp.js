@@ -405,6 +405,35 @@ session("pushed findings are those of orvex check, also after an edit", async ()
     await client.stop();
 });
 
+session("fixes correct the text, and commands write next to it", async () => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "orvex-"));
+    const uri = uriOf(path.join(folder, "closed.zlm"));
+    const client = new Client();
+    await client.start(ABILITIES, folder);
+    const wrong = CLOSED.text.replace("$SECTORS:", "$SECTORS");
+    client.open(uri, wrong, 1);
+    const textDocument = { uri };
+    const about = { textDocument, range: WHOLE, context: { diagnostics: [] } };
+    const actions = await client.ask("textDocument/codeAction", about);
+    assert.deepStrictEqual(actions.map(({ kind }) => kind), ["quickfix", "source.fixAll.orvex"]);
+    const document = lsp.TextDocument.create(uri, "orvex", 1, wrong);
+    for (const { edit } of actions) {
+        const edits = edit.documentChanges?.[0].edits ?? edit.changes[uri];
+        assert.strictEqual(lsp.TextDocument.applyEdits(document, edits), CLOSED.text);
+    }
+    const run = (command) => client.ask("workspace/executeCommand", { command, arguments: [uri] });
+    await assert.rejects(run("orvex.translate"), { code: FAILED });
+    client.change(uri, 2, [{ text: CLOSED.text }]);
+    const names = async (command) => (await run(command)).map((file) => path.basename(file));
+    assert.deepStrictEqual(await names("orvex.translate"), ["CLOSED.GEN", "CLOSED.HDR"]);
+    const written = fs.readFileSync(path.join(folder, "CLOSED.HDR"), "utf8");
+    assert.ok(written.endsWith("\nCLOSED.INTEGER1=1;\n"));
+    assert.deepStrictEqual(await names("orvex.picture"), ["CLOSED.svg"]);
+    assert.match(fs.readFileSync(path.join(folder, "CLOSED.svg"), "utf8"), /<svg[^]*<\/svg>/);
+    fs.rmSync(folder, { recursive: true });
+    await client.stop();
+});
+
 session("1,000 edits at once: the findings of the last version come last, and are its own", async () => {
     const client = new Client();
     await client.start(PUSHED);
