@@ -1,3 +1,4 @@
+#include "frontend/findings/failure.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
@@ -120,6 +121,9 @@ void warn_of_shape(const Subject& subject, const Row& opening, const Value& valu
     Finding& finding =
         warn(subject, findings, value.place, {{"value", value.text}, {"label", second}}, variant);
     finding.fix = fix_of(subject, value, shape);
+    const bool is_guess = finding.fix && finding.fix->confidence == Confidence::maybe &&
+                          finding.fix->edits.size() == 1;
+    if (is_guess) set_help(finding, "did you mean `" + finding.fix->edits.front().text + "`?");
     if (!lacks_colon) return;
     const std::size_t colon = value.place.begin + shape.second_end;
     finding.fix = Fix{Confidence::maybe, {{colon, colon, ":"}}};
