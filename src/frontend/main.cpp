@@ -40,7 +40,7 @@ int explain_codes(const Options& options) {
             for (const MessageEntry& known : message_index()) codes.push_back(known.code);
             const std::string near = nearest_word(code, codes);
             throw UsageError{
-                "there is no code `" + code + "`",
+                "unknown code `" + code + "`",
                 near.empty() ? "`orvex codes` lists the codes" : "did you mean `" + near + "`?"};
         }
         if (!text.empty()) text += "\n";

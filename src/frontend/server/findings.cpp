@@ -149,7 +149,7 @@ Json code_actions(Server& server, const Json& params) {
 Json explanation(Server&, const Json& params) {
     const std::string code = params.at("code").get<std::string>();
     const MessageEntry* const entry = find_code(code);
-    if (entry == nullptr) throw RequestError{invalid_params, "there is no code `" + code + "`"};
+    if (entry == nullptr) throw RequestError{invalid_params, "unknown code `" + code + "`"};
     return {{"kind", "markdown"}, {"value", entry->text}};
 }
 
