@@ -215,10 +215,10 @@ TEST(Check, FindsTextBehindTheSetsOfAName) {
 TEST(Check, HelpsWithTheCauseThatTheLineShows) {
     const string head = "$MODEL:M\n$COMMODITIES:\n  P\n$AUXILIARY:\n  T\n";
     const std::pair<string, string> rows[] = {
-        {"$CONSTRAINT:T\n  T =E= 0;\n  P =G= 1;\n", "a constraint ends with its first `;`"},
+        {"$CONSTRAINT:T\n  T =E= 0;\n  P =G= 1;\n", "write the rest before the first `;`"},
         {"$PROD:Y\n  * owns\n", "begin the comment with `*` in column 1"},
         {"$PROD:Y\n O:P\n $OFFTEXT\n", "move the `$` to column 1"},
-        {"$PROD:Y\n  O:P  Q:A('B')\n", "put the element into double quotes"},
+        {"$PROD:Y\n  O:P  Q:A('B')\n", "put the element in double quotes"},
         {"$PROD:Y(R)\n  O:P  Q:A(R,)\n", "name the set, or remove the comma"},
         {"$PROD:Y\n+ O:P\n", "begin a new line with `O:`: here it takes a value"},
         {"$PROD:Y  N:T\n", "move `N:` to an entry: here it takes a value"},

@@ -217,17 +217,17 @@ const CommandLine command_lines[] = {
     {"translate --out good.zlm/x good.zlm", 2, nothing,
      "error[output-unwritable]: cannot write `good.zlm/x/M.GEN`: Not a directory"},
     {"translate good.zlm two.zlm", 1, nothing,
-     "error[output-repeated]: output `M.GEN` is written by another model"},
+     "error[output-repeated]: output `M.GEN` is also written by another model"},
     // A statement that the translator cuts is an error, even with all warnings off.
     {"--version; sed \"s/Q:1/Q:$(printf %0240d 7)/\" good.zlm >long.zlm; "
      "\"$ORVEX\" translate --warn off long.zlm; ls *.GEN",
-     2, "orvex", "error[statement-cut]: the value of `Q:` makes a statement of 259 columns"},
+     2, "orvex", "error[statement-cut]: the statement for the value of `Q:` has 259 columns"},
     {"translate bad.zlm; ls *.GEN *.HDR", 2, nothing, "1 error in 1 file\n"},
     {"translate warn.zlm --error-on-warnings; ls *.GEN", 2, nothing, "1 warning in 1 file\n"},
     {"translate good.zlm two.zlm --out o; ls o", 0, "N.GEN\nN.HDR\n",
      "wrote 2 files; 2 models not translated\n2 errors in 2 files\n"},
     {"translate -q two.zlm bad.zlm --format short; ls *.HDR", 0, "N.HDR\n",
-     "two.zlm:1:1: error: output `M.GEN` is written by another model [output-repeated]\n"},
+     "two.zlm:1:1: error: output `M.GEN` is also written by another model [output-repeated]\n"},
     {"translate good.zlm two.zlm -q --format json", 1, nothing,
      R"("message":"this model has the same name","spans":[{"path":"good.zlm","line":1,)"},
     {"translate good.zlm two.zlm --model N; ls *.GEN", 0, "N.GEN\n", "wrote 2 files\n"},
@@ -271,13 +271,13 @@ const CommandLine command_lines[] = {
     {"--version; printf '#!/bin/sh\nsed -i s/PORD/PROD/ input\nexec \"$ORVEXPP\" \"$@\"\n' >kind; "
      "chmod +x kind; \"$ORVEX\" translate --translator ./kind --format short bad.zlm",
      0, "orvex 0.1.0\n",
-     "bad.zlm:8:1: warning: the translator accepts this: unknown keyword `$PORD` "
+     "bad.zlm:8:1: warning: the translator accepts what `orvex` refuses: unknown keyword `$PORD` "
      "[translator-disagrees]\nwrote 2 files\n1 warning in 1 file\n"},
     {"--version; printf '#!/bin/sh\nsed -i s/DEMAND/DAMAND/ input\nexec \"$ORVEXPP\" \"$@\"\n' "
      ">hard; "
      "chmod +x hard; \"$ORVEX\" check --translator ./hard --format short good.zlm",
      1,
-     "good.zlm:1:1: error: only the translator stops: unknown keyword `$DAMAND` "
+     "good.zlm:1:1: error: the translator refuses what `orvex` accepts: unknown keyword `$DAMAND` "
      "[translator-disagrees]\n",
      "1 error in 1 file\n"},
 };
@@ -568,7 +568,7 @@ TEST(Jobs, ResultsComeInOrderAndNobodyRunsFarAhead) {
 // The manual and the completions know what the program knows.
 TEST(Documents, NameEveryOption) {
     const Result result = Folder().shell(
-        "for command in translate check info graph explain codes; do\n"
+        "for command in translate check info graph explain lsp codes; do\n"
         "  \"$ORVEX\" $command --help | sed '1,/^options:/d' | grep -oE -e '--[a-z-]+'\n"
         "done | sort -u >options; cd '" DOCS_DIR
         "/..'\n"

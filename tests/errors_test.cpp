@@ -74,7 +74,7 @@ const Row rows[] = {
     {"$PROD         : X\n", "write `$PROD:`, without blanks", "$PROD: X\n", ""},
     {"$PRODUCTION :X\n", "did you mean `$PROD:`?", "", "$PROD:X\n"},
     {"$DEMNAD RA\n", "did you mean `$DEMAND:`?", "", "$DEMAND:RA\n"},
-    {"$XQWZ:X\n", "write a keyword of the notation, such as `$SECTORS:` or `$PROD:`", "", ""},
+    {"$XQWZ:X\n", "write a keyword such as `$SECTORS:` or `$PROD:`", "", ""},
     {"$PRODY(R)\n O:PY(R)\n", "write `$PROD:Y(R)`", "$PROD:Y(R)\n O:PY(R)\n", ""},
     {"$PRODX  S:1\n O:PX\n", "write `$PROD:X`", "$PROD:X  S:1\n O:PX\n", ""},
     // Rows.
@@ -88,7 +88,7 @@ const Row rows[] = {
     {"$DEMAND:RA\n D:PX\n $OFFTEXT\n", "move the `$` to column 1", "$DEMAND:RA\n D:PX\n$OFFTEXT\n",
      ""},
     {"$CONSTRAINT:TAU\n TAU =E= 0;\n TAU\n",
-     "a constraint ends with its first `;`: write the rest before it", "", ""},
+     "write the rest before the first `;`, which ends the constraint", "", ""},
     {"$DEMAND:RA\n D:PX  E:PL  Q:1\n", "begin a new line with `E:`: here it takes a value",
      "$DEMAND:RA\n D:PX\n E:PL  Q:1\n", ""},
     // Parentheses.
@@ -107,9 +107,9 @@ const Row rows[] = {
      "$PROD:X\n O:PX  Q:A(\"N\")$(B)\n"},
     {"$PROD:X\n O:PX  Q:A(\"N'  P:1\n", "add `)`; a parenthesis after `$` does not close it", "",
      "$PROD:X\n O:PX  Q:A(\"N')  P:1\n"},
-    {"$PROD:X\n O:PX  Q:A(\"N')\n", "put double quotes on both sides of the element",
+    {"$PROD:X\n O:PX  Q:A(\"N')\n", "put the element in double quotes",
      "$PROD:X\n O:PX  Q:A(\"N\")\n", ""},
-    {"$PROD:X\n O:PX  Q:A(\"N)\n", "put double quotes on both sides of the element", "",
+    {"$PROD:X\n O:PX  Q:A(\"N)\n", "put the element in double quotes", "",
      "$PROD:X\n O:PX  Q:A(\"N\")\n"},
     {"$PROD:X\n O:PX  Q:(1+(G)  P:1\n", "add `)`", "", "$PROD:X\n O:PX  Q:(1+(G))  P:1\n"},
     {"$PROD:X\n O:PX$(G  Q:1\n", "add `)`", "", "$PROD:X\n O:PX$(G)  Q:1\n"},
@@ -120,11 +120,11 @@ const Row rows[] = {
     {"$PROD:X\n I:PX  A:TAU\n", "did you mean `N:TAU`?", "", "$PROD:X\n I:PX  N:TAU\n"},
     {"$PROD:X\n I:PX  T:TAU\n", "did you mean `N:TAU`?", "", "$PROD:X\n I:PX  N:TAU\n"},
     {"$PROD:X\n O:RA\n", "name a commodity here, or give one of the two another name", "", ""},
-    {"$PROD:Y(R)\n O:PY\n", "the sets are missing: write `PY(R)`", "", "$PROD:Y(R)\n O:PY(R)\n"},
+    {"$PROD:Y(R)\n O:PY\n", "write `PY(R)`: the sets are missing", "", "$PROD:Y(R)\n O:PY(R)\n"},
     {"$PROD:Y(R)\n O:PL(R)\n", "did you mean `PY`?", "", "$PROD:Y(R)\n O:PY(R)\n"},
     {"$PROD:Y(R)\n O:PY(R)  A:RA  N:TAU(R)\n", "write `TAU`, without sets", "",
      "$PROD:Y(R)\n O:PY(R)  A:RA  N:TAU\n"},
-    {"$PROD:Y(R)\n O:PY(R,S)\n", "there are too many sets: write `PY(R)`", "",
+    {"$PROD:Y(R)\n O:PY(R,S)\n", "write `PY(R)`: there are too many sets", "",
      "$PROD:Y(R)\n O:PY(R)\n"},
     {"$PROD:X\n O:PX Q:A\n O:PX Q:A(R)\n", "give `A` the same sets everywhere", "", ""},
     {"$CONSTRAINT:TAX\n TAX =E= 0;\n", "did you mean `TAU`?", "", "$CONSTRAINT:TAU\n TAX =E= 0;\n"},
@@ -136,11 +136,11 @@ const Row rows[] = {
     {"$PROD:Y(R)\n O:PY(R) Q:A(RR)\n", "did you mean `R`?", "", "$PROD:Y(R)\n O:PY(R) Q:A(R)\n"},
     {"$PROD:X\n O:PX Q:A(\"US\")\n O:PX Q:B(US) P:C(US)\n", "did you mean `\"US\"`?", "",
      "$PROD:X\n O:PX Q:A(\"US\")\n O:PX Q:B(\"US\") P:C(\"US\")\n"},
-    {"$PROD:X\n O:PX Q:A('us')\n", "put the element into double quotes",
+    {"$PROD:X\n O:PX Q:A('us')\n", "put the element in double quotes",
      "$PROD:X\n O:PX Q:A(\"us\")\n", ""},
-    {"$PROD:X\n O:PX Q:A(1)\n", "put the element into double quotes", "$PROD:X\n O:PX Q:A(\"1\")\n",
+    {"$PROD:X\n O:PX Q:A(1)\n", "put the element in double quotes", "$PROD:X\n O:PX Q:A(\"1\")\n",
      ""},
-    {"$PROD:X\n O:PX Q:SUM(S,A(S)) P:1\n", "put the whole expression into parentheses", "",
+    {"$PROD:X\n O:PX Q:SUM(S,A(S)) P:1\n", "put the whole expression in parentheses", "",
      "$PROD:X\n O:PX Q:(SUM(S,A(S))) P:1\n"},
     // Reports.
     {"$REPORT:\n V:V1 O:PX$(A)\n", "move the condition to `V:V1`", "",
@@ -182,7 +182,8 @@ TEST(Errors, OfAMissingKeywordAreOne) {
     found = errors_of("$MODEL:M\n$SECTORS:\n Y\n PX\n PL\n$PROD:Y\n O:PX\n I:PL\n$OFFTEXT\n");
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(help_of(found.front()),
-              "the model declares no commodity: is `$COMMODITIES:` missing before the names?");
+              "check whether `$COMMODITIES:` is missing before the names: the model declares no "
+              "commodity");
 }
 
 // A model that runs into the host's text ends before it.

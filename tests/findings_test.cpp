@@ -99,9 +99,9 @@ constraint-kind-mismatch name=P: `P` is not an auxiliary variable
  *** Unrecognized keyword:@
 keyword-unknown keyword=: unknown keyword `$`
  *** ADDSYM: symbol type mismatch: I:, O:, D: or W:
-kind-mismatch name=I:, O:, D: or W:: `I:, O:, D: or W:` is used as two kinds of things
+kind-mismatch name=I:, O:, D: or W:: `I:, O:, D: or W:` is used for two different things
 *** REPBLK: 2nd report field must be I:, O:, D: or W:. Find: Q
-report-item-invalid label=Q: `Q:` cannot be reported
+report-item-invalid label=Q: `Q:` cannot be the second field of a report row
  *** REPBLK: 3rd report field Q                    is not PROD or DEMAND.
 report-block-invalid label=Q: `Q:` cannot be the third field of a report row
 FFOPEN: error opening filem.zlm      with status OLD|
@@ -579,7 +579,8 @@ TEST(Codes, AreListedWithLevelAndMessage) {
     const string list = list_codes();
     for (const char* const line :
          {"\ncontrol-label-unknown +error +the control file has an unknown label\n",
-          "\nlisting-cut +warning +more than 10000 uses of names: the symbol listing lacks <count> of them",
+          "\nlisting-cut +warning +the model uses names more than 10000 times: the symbol listing "
+          "lacks <count> uses",
           "\nname-unused +warning +<kind> `<name>` is declared but "}) {
         EXPECT_TRUE(std::regex_search(list, std::regex(line))) << line;
     }
