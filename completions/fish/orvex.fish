@@ -26,7 +26,7 @@ complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a explain -d '
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a lsp -d 'Serve an editor'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'List the codes of all messages'
 
-set -l with_files '__fish_seen_subcommand_from translate check info graph lsp'
+set -l with_files '__fish_seen_subcommand_from translate check info graph'
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_files -l model -x -d 'Look at this model only'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Write the findings to a file too'
@@ -34,15 +34,15 @@ complete -c orvex -n $with_files -l max-errors -x -d 'Show at most so many error
 complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
 complete -c orvex -n $with_files -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
-complete -c orvex -n '__fish_seen_subcommand_from translate check info graph explain lsp' -l color -x -a 'auto always never' -d 'Colours'
+complete -c orvex -n '__fish_seen_subcommand_from translate check info graph explain' -l color -x -a 'auto always never' -d 'Colours'
 
-set -l with_formats '__fish_seen_subcommand_from translate check info lsp'
+set -l with_formats '__fish_seen_subcommand_from translate check info'
 complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github junit' -d 'Form of the findings'
 
 set -l with_runs '__fish_seen_subcommand_from translate check lsp'
 complete -c orvex -n $with_runs -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
-complete -c orvex -n $with_runs -l error-on-warnings -d 'Let a warning count as an error'
-complete -c orvex -n $with_runs -s j -l jobs -x -d 'Work on so many files at once'
+complete -c orvex -n '__fish_seen_subcommand_from translate check' -l error-on-warnings -d 'Let a warning count as an error'
+complete -c orvex -n '__fish_seen_subcommand_from translate check' -s j -l jobs -x -d 'Work on so many files at once'
 complete -c orvex -n $with_runs -l first-model -x -d 'Number models from the next one'
 complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints from the next one'
 complete -c orvex -n $with_runs -l time -x -d 'Time stamp of the host'
@@ -64,6 +64,8 @@ complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot sv
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what is connected to this name'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many steps away from it'
 
+complete -c orvex -n '__fish_seen_subcommand_from lsp' -F
+complete -c orvex -n '__fish_seen_subcommand_from lsp' -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n '__fish_seen_subcommand_from lsp' -l check -d 'Ask everything about files instead'
 complete -c orvex -n '__fish_seen_subcommand_from lsp' -l log -r -F -d 'Write the log to a file'
 

@@ -52,8 +52,8 @@ constexpr std::array commands = {
 constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(command); }
 
 constexpr unsigned with_output = bit(Command::translate);
-constexpr unsigned with_warnings =
-    bit(Command::translate) | bit(Command::check) | bit(Command::lsp);
+constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
+constexpr unsigned with_levels = with_warnings | bit(Command::lsp);
 constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
 
@@ -208,7 +208,7 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.focus); }},
     {"--depth", "N", bit(Command::graph), "with --focus: at most N steps away",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_depth, o.depth); }},
-    {"--model", "NAME", with_files, "look at the model of this name only",
+    {"--model", "NAME", with_files, "only the model of this name",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
     {"--format", "FORMAT", bit(Command::info),
      "names as text (default) or json; findings also as short, sarif, github or junit",
@@ -217,8 +217,8 @@ const OptionRow option_rows[] = {
      "findings as text (default), short, json, sarif, github or junit", take_format},
     {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
      take_report},
-    {"--warn", "[CODE=]LEVEL", with_warnings,
-     "off, warning or error, for one warning or for all; repeatable", take_warn},
+    {"--warn", "[CODE=]LEVEL", with_levels,
+     "off, note, warning or error, for a code or for all warnings; repeatable", take_warn},
     {"--fix", "", bit(Command::check), "correct what can certainly be corrected, and check again",
      [](Options& o, const std::string&) {
          o.fix = true;
@@ -240,7 +240,7 @@ const OptionRow option_rows[] = {
          o.add_allow = true;
          return std::string();
      }},
-    {"--error-on-warnings", "", with_warnings, "let a warning count as an error",
+    {"--error-on-warnings", "", with_warnings, "count warnings as errors",
      [](Options& o, const std::string&) {
          o.error_on_warnings = true;
          return std::string();
@@ -259,21 +259,22 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
     {"-j,--jobs", "N", with_warnings, "work on N files at once",
      [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},
-    {"--first-model", "N", with_warnings, "number models from N + 1 (default: 0)",
+    {"--first-model", "N", with_levels, "number models from N + 1 (default: 0)",
      [](Options& o, const std::string& v) {
          return take_number(v, 0, most_models_before, o.first_model);
      }},
-    {"--first-constraint", "N", with_warnings, "number constraints from N + 1 (default: 0)",
+    {"--first-constraint", "N", with_levels, "number constraints from N + 1 (default: 0)",
      [](Options& o, const std::string& v) {
          return take_number(v, 0, most_constraints_before, o.first_constraint);
      }},
-    {"--time", "STAMP", with_warnings, "time stamp of the host's run",
+    {"--time", "STAMP", with_levels, "time stamp of the host's run",
      [](Options& o, const std::string& v) { return take_control_text(v, o.time); }},
-    {"--put-file", "PATH", with_warnings, "path in the host's FILE statement (default: FILE.scr)",
+    {"--put-file", "PATH", with_levels, "path in the host's FILE statement (default: FILE.scr)",
      [](Options& o, const std::string& v) { return take_control_text(v, o.put_file); }},
     {"--stdin-filename", "NAME", with_files, "what to call standard input in messages",
      [](Options& o, const std::string& v) { return take_text(v, o.stdin_filename); }},
-    {"--translator", "PATH", with_files, "the orvexpp to run (default: beside orvex, or in PATH)",
+    {"--translator", "PATH", with_files | with_levels,
+     "the orvexpp to run (default: beside orvex, or in PATH)",
      [](Options& o, const std::string& v) { return take_text(v, o.program); }},
     {"--color", "WHEN", with_colour, "auto (default), always or never", take_colour},
     {"-q,--quiet", "", with_files, "no summary and no progress",
