@@ -30,6 +30,11 @@ constexpr std::array questions_about_texts = {
 constexpr std::array questions_about_ranges = {
     "textDocument/inlayHint", "textDocument/semanticTokens/range", "textDocument/codeAction"};
 
+bool is_inside(const Document& document, Position position) {
+    if (position.line >= document.lines.size()) return false;
+    return position <= position_at(document, line_at(document, position.line).end);
+}
+
 // A client that asks, and looks at the answers.
 class Asker {
   public:
@@ -121,28 +126,14 @@ class Asker {
             return {};
         }
         Json result = answer_.value("result", Json());
-        check_places(method, params, result);
+        const std::string place = place_outside(document_, result);
+        if (!place.empty())
+            complain(method, params, "answers with " + place + ", which is outside");
         return result;
     }
 
     void take(const Json& message) {
         if (message.contains("id")) answer_ = message;
-    }
-
-    // Looks at all positions within an answer.
-    void check_places(const std::string& method, const Json& params, const Json& json) const {
-        if (json.is_object() && json.contains("line") && json.contains("character") &&
-            !is_inside(json))
-            complain(method, params, "answers with " + json.dump() + ", which is outside");
-        if (!json.is_structured()) return;
-        for (const Json& part : json) check_places(method, params, part);
-    }
-
-    bool is_inside(const Json& json) const {
-        const Position position = position_in(json);
-        if (position.line >= document_.lines.size()) return false;
-        const Range line = line_at(document_, position.line);
-        return position <= position_at(document_, line.end);
     }
 
     const std::function<void(const std::string&)>& fail_;
@@ -154,6 +145,18 @@ class Asker {
 };
 
 }  // namespace
+
+std::string place_outside(const Document& document, const Json& answer) {
+    const bool is_position =
+        answer.is_object() && answer.contains("line") && answer.contains("character");
+    if (is_position && !is_inside(document, position_in(answer))) return answer.dump();
+    if (!answer.is_structured()) return {};
+    for (const Json& part : answer) {
+        std::string found = place_outside(document, part);
+        if (!found.empty()) return found;
+    }
+    return {};
+}
 
 std::size_t check_answers(const Options& options, const std::string& path, std::string text,
                           const std::function<void(const std::string&)>& fail) {
