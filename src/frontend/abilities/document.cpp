@@ -11,17 +11,13 @@ namespace orvex::frontend {
 
 namespace {
 
-bool ends_line(std::string_view text, std::size_t at) {
-    const bool is_pair = text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n';
-    return text[at] == '\n' || (text[at] == '\r' && !is_pair);
-}
-
 void note_lines(Document& document) {
     const std::string_view text = document.source.bytes;
     document.lines.assign(1, 0);
-    for (std::size_t at = text.find_first_of("\r\n"); at != std::string_view::npos;
-         at = text.find_first_of("\r\n", at + 1)) {
-        if (ends_line(text, at)) document.lines.push_back(static_cast<Offset>(at + 1));
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '\n' && text[at] != '\r') continue;
+        const bool is_pair = text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n';
+        if (!is_pair) document.lines.push_back(static_cast<Offset>(at + 1));
     }
     document.is_read = false;
 }

@@ -37,7 +37,7 @@ Json report_of(const Document& document, const std::vector<Finding>& findings,
 void check(const Server& server, Open& open) {
     read_text(open.document);
     if (open.is_checked) return;
-    open.findings = find_in_text(open.document.source, server.options);
+    open.findings = find_in_text(open.document.source, open.document.models, server.options);
     open.is_checked = true;
 }
 
@@ -55,7 +55,7 @@ Json known_name(const Json& params, const std::string& uri) {
 }
 
 Json report_of_file(const Server& server, const Document& document, const Json& params) {
-    const auto findings = find_in_text(document.source, server.options);
+    const auto findings = find_in_text(document.source, document.models, server.options);
     Json item = report_of(document, findings, name_of_text(document.source.bytes, false),
                           known_name(params, document.uri));
     item["uri"] = document.uri;

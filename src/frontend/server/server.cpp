@@ -87,7 +87,7 @@ void answer(Server& server, const Json& message) {
 
 void check(Server& server, Open& open) {
     read_text(open.document);
-    open.findings = find_in_text(open.document.source, server.options);
+    open.findings = find_in_text(open.document.source, open.document.models, server.options);
     open.is_checked = true;
 }
 

@@ -53,17 +53,26 @@ int hex_value(char c) {
 
 }  // namespace
 
+// An answer may have thousands of these. Made of lists of pairs they take several times as long.
 Json json_of(Position position) {
-    return {{"line", position.line}, {"character", position.character}};
+    Json json;
+    json["line"] = position.line;
+    json["character"] = position.character;
+    return json;
 }
 
 Json json_of(const Document& document, Range range) {
-    return {{"start", json_of(position_at(document, range.begin))},
-            {"end", json_of(position_at(document, range.end))}};
+    Json json;
+    json["start"] = json_of(position_at(document, range.begin));
+    json["end"] = json_of(position_at(document, range.end));
+    return json;
 }
 
 Json location_of(const Document& document, Range range) {
-    return {{"uri", document.uri}, {"range", json_of(document, range)}};
+    Json json;
+    json["uri"] = document.uri;
+    json["range"] = json_of(document, range);
+    return json;
 }
 
 Json workspace_edit(const Document& document, Json edits, bool by_version) {
@@ -77,18 +86,19 @@ Json diagnostic_of(const Document& document, const Finding& finding) {
     Json related = Json::array();
     for (const Remark& remark : finding.remarks) {
         if (remark.severity == Severity::note && remark.span.path == document.source.path) {
-            const Range place = range_of_span(document, remark.span);
-            related.push_back(
-                {{"location", location_of(document, place)}, {"message", remark.message}});
+            Json& note = related.emplace_back();
+            note["location"] = location_of(document, range_of_span(document, remark.span));
+            note["message"] = remark.message;
         } else {
             message += "\n" + severity_name(remark.severity) + ": " + remark.message;
         }
     }
-    Json diagnostic = {{"range", json_of(document, range_of_span(document, finding.span))},
-                       {"severity", severity_of(finding.severity)},
-                       {"code", finding.code},
-                       {"source", "orvex"},
-                       {"message", message}};
+    Json diagnostic;
+    diagnostic["range"] = json_of(document, range_of_span(document, finding.span));
+    diagnostic["severity"] = severity_of(finding.severity);
+    diagnostic["code"] = finding.code;
+    diagnostic["source"] = "orvex";
+    diagnostic["message"] = std::move(message);
     if (!related.empty()) diagnostic["relatedInformation"] = std::move(related);
     if (is_unnecessary(finding.code)) diagnostic["tags"] = {tag_unnecessary};
     return diagnostic;

@@ -30,6 +30,20 @@ struct Findings {
     std::vector<Finding> warnings;
 };
 
+void check_model(const Source& source, const HostText& host, const Model& model, Findings& found) {
+    found.expectations.push_back(expectation_of(model));
+    add_errors(source, model, found.errors.emplace_back());
+    run_model_rules(source, host, model, found.warnings);
+}
+
+Findings check_built_models(const Source& source, const std::vector<Model>& models) {
+    Findings found;
+    const HostText host = read_host_text(source);
+    for (const Model& model : models) check_model(source, host, model, found);
+    run_file_rules(source, found.warnings);
+    return found;
+}
+
 // Builds the models of the selection, one after another, and looks for what is wrong with each. One
 // without an error passes on whether its last fields belong to a block's opening record.
 Findings check_models(const Source& source, const Selection& selection, bool keeps_models,
@@ -40,9 +54,7 @@ Findings check_models(const Source& source, const Selection& selection, bool kee
     for (const Index index : selection.models) {
         Model model = build_model(source.bytes, source.tree, index, opening_is_open);
         if (model.errors.empty()) opening_is_open = model.opening_is_open;
-        found.expectations.push_back(expectation_of(model));
-        add_errors(source, model, found.errors.emplace_back());
-        run_model_rules(source, host, model, found.warnings);
+        check_model(source, host, model, found);
         if (keeps_models) models.push_back(std::move(model));
     }
     run_file_rules(source, found.warnings);
@@ -197,7 +209,8 @@ void order_by_place(std::vector<Finding>& findings) {
                      [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
 }
 
-// Applies what the comments of the file and the options say of its findings, and puts them in order.
+// Applies what the comments of the file and the options say of its findings, and puts them in
+// order.
 void settle(const Source& source, const Options& options, const Judged& judged,
             std::vector<Finding>& findings) {
     apply_allowances(source, options, judged, findings);
@@ -210,11 +223,15 @@ void settle(const Source& source, const Options& options, const Judged& judged,
 
 }  // namespace
 
-std::vector<Finding> find_in_text(const Source& source, const Options& options) {
+std::vector<Finding> find_in_text(const Source& source, const std::vector<Model>& built,
+                                  const Options& options) {
     std::vector<Finding> findings;
     std::vector<Model> none;
     const Selection selection = select_models(source, options.model, findings);
-    Findings found = check_models(source, selection, false, none);
+    // A model that is left out passes nothing on to the next.
+    const bool takes_all = selection.models.size() == built.size();
+    Findings found = takes_all ? check_built_models(source, built)
+                               : check_models(source, selection, false, none);
     const Judged judged(source, selection, found);
     for (std::vector<Finding>& errors : found.errors) move_to(findings, errors);
     move_to(findings, found.warnings);

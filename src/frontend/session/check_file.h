@@ -27,8 +27,10 @@ struct Wanted {
     const std::atomic<bool>* stop = nullptr;
 };
 
-// What the text alone shows, without the translator.
-std::vector<Finding> find_in_text(const Source& source, const Options& options);
+// What the text alone shows, without the translator. `built` are all its models, built one after
+// another.
+std::vector<Finding> find_in_text(const Source& source, const std::vector<Model>& built,
+                                  const Options& options);
 
 // Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
 // translator cannot be run, FolderFailure where it has no room.
