@@ -19,6 +19,7 @@ import sys
 import tempfile
 
 import generate
+import server
 
 here = pathlib.Path(__file__).resolve().parent
 root = here.parent
@@ -27,6 +28,16 @@ page = root / "docs" / "performance.md"
 
 def output_of(*command):
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
+
+# How many milliseconds an editor may wait for the server in a model of 2,000 lines; five times as
+# many in one of 10,000.
+server_limits = {
+    "findings of the tree": 5,
+    "findings of the translator": 50,
+    "completion": 2,
+    "hover": 2,
+    "definition": 2,
+}
 
 
 class Wrong(Exception):
@@ -243,6 +254,7 @@ class Bench:
         with one_core():
             self.short_rows()
             self.front_end_row()
+        self.server_rows()
         self.comment_row()
         self.mix_rows()
 
@@ -291,6 +303,44 @@ class Bench:
         )
         self.add_ratio("orvex check, wrong keyword, 300 reports", "corrected", sides, "3 x")
         case.remove()
+
+    def server_rows(self):
+        """What an editor waits for."""
+        front_end = self.program.parent / "orvex"
+        if not front_end.exists():
+            return
+        self.server_start_row(front_end)
+        for lines, share in ((2000, 1), (10000, 5)):
+            with server.Session(front_end, lines) as session:
+                for what, spent in self.server_times(session):
+                    limit = f"{share * server_limits[what]} ms"
+                    self.table.add(f"orvex lsp, {lines:,} lines", what, 1000 * spent, limit,
+                                   shown=f"{1000 * spent:.3g} ms")
+                if share == 1:
+                    self.server_memory_row(session)
+
+    def server_times(self, session):
+        """Pairs of what was waited for and the median time."""
+        yield "findings of the tree", server.median_time(session.finding_time, self.runs)
+        yield "findings of the translator", server.median_time(session.verdict_time, self.runs)
+        for what in ("completion", "hover", "definition"):
+            method = f"textDocument/{what}"
+            yield what, server.median_time(lambda: session.answer_time(method), self.runs)
+
+    def server_start_row(self, front_end):
+        sides = zip(*server.start_times(front_end, self.folder, self.short_pairs * 5))
+        low, middle, high = quartiles([a / b for a, b in zip(*sides)])
+        self.table.add("orvex lsp, first answer", "orvex --version", middle, "1.5 x",
+                       spread=f"{low:.2f} to {high:.2f}")
+
+    def server_memory_row(self, session):
+        edits = 100000 // self.scale
+        session.edit_often(1000)
+        before = session.resident()
+        session.edit_often(edits)
+        growth = 100 * (session.resident() / before - 1)
+        self.table.add("orvex lsp, 2,000 lines", f"memory, {edits:,} edits", growth, "2 %",
+                       times=f"{before / 1024:.1f} MiB before", shown=f"{growth:+.1f} %")
 
     def count_rows(self, case, faults):
         name, exact = "60-line model", "exact count"
