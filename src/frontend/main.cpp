@@ -39,9 +39,9 @@ int explain_codes(const Options& options) {
             std::vector<std::string> codes;
             for (const MessageEntry& known : message_index()) codes.push_back(known.code);
             const std::string near = nearest_word(code, codes);
-            throw UsageError{
-                "unknown code `" + code + "`",
-                near.empty() ? "`orvex codes` lists the codes" : "did you mean `" + near + "`?"};
+            throw UsageError{"unknown code `" + code + "`", near.empty()
+                                                                ? "`orvex codes` lists the codes"
+                                                                : "did you mean `" + near + "`?"};
         }
         if (!text.empty()) text += "\n";
         text += entry;
