@@ -67,7 +67,7 @@ class Asker {
             for (const char* const method : questions_at_places) ask(method, about(offset));
             compare_definition(offset);
             Json selection = about_text();
-            selection["positions"] = {json_of(position_at(document_, offset))};
+            selection["positions"] = Json::array({json_of(position_at(document_, offset))});
             ask("textDocument/selectionRange", selection);
         }
         ask("textDocument/codeAction", about_range(range_json(token)));
