@@ -83,7 +83,7 @@ Json edit_of(const Server& server, const Document& document, const std::vector<E
 Json quick_fix(const Server& server, const Document& document, const Finding& finding) {
     return {{"title", title_of(finding)},
             {"kind", "quickfix"},
-            {"diagnostics", {diagnostic_of(document, finding)}},
+            {"diagnostics", Json::array({diagnostic_of(document, finding)})},
             {"isPreferred", finding.fix->confidence == Confidence::certain},
             {"edit", edit_of(server, document, finding.fix->edits)}};
 }

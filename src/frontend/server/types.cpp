@@ -78,7 +78,8 @@ Json location_of(const Document& document, Range range) {
 Json workspace_edit(const Document& document, Json edits, bool by_version) {
     if (!by_version) return {{"changes", {{document.uri, std::move(edits)}}}};
     const Json text = {{"uri", document.uri}, {"version", document.version}};
-    return {{"documentChanges", {{{"textDocument", text}, {"edits", std::move(edits)}}}}};
+    Json change = {{"textDocument", text}, {"edits", std::move(edits)}};
+    return {{"documentChanges", Json::array({std::move(change)})}};
 }
 
 Json diagnostic_of(const Document& document, const Finding& finding) {
@@ -100,7 +101,7 @@ Json diagnostic_of(const Document& document, const Finding& finding) {
     diagnostic["source"] = "orvex";
     diagnostic["message"] = std::move(message);
     if (!related.empty()) diagnostic["relatedInformation"] = std::move(related);
-    if (is_unnecessary(finding.code)) diagnostic["tags"] = {tag_unnecessary};
+    if (is_unnecessary(finding.code)) diagnostic["tags"] = Json::array({tag_unnecessary});
     return diagnostic;
 }
 

@@ -84,7 +84,7 @@ Json signature_help(Server& server, const Json& params) {
         arguments.push_back({{"label", {begin, end}}});
     Json signature = {{"label", found->text}, {"parameters", std::move(arguments)}};
     if (!found->description.empty()) signature["documentation"] = found->description;
-    return {{"signatures", {std::move(signature)}},
+    return {{"signatures", Json::array({std::move(signature)})},
             {"activeSignature", 0},
             {"activeParameter", found->active}};
 }
