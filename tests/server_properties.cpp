@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace server_properties {
@@ -57,7 +58,7 @@ bool begins_character(char c) { return (static_cast<unsigned char>(c) & 0xC0U) !
 // A client that does what the choices say.
 class Client {
   public:
-    Client(const string& text, const string& choices) : text_(valid(text)), choices_(choices) {
+    Client(const string& text, string choices) : text_(valid(text)), choices_(std::move(choices)) {
         in_utf8_ = choose(2) == 1;
         Json abilities = {{"general", {{"positionEncodings", {in_utf8_ ? "utf-8" : "utf-16"}}}}};
         if (choose(2) == 1) abilities["textDocument"] = {{"diagnostic", Json::object()}};

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -32,7 +33,8 @@ constexpr std::array questions_about_ranges = {
 
 bool is_inside(const Document& document, Position position) {
     if (position.line >= document.lines.size()) return false;
-    return position <= position_at(document, line_at(document, position.line).end);
+    const Offset end = line_at(document, position.line).end;
+    return position.character <= position_at(document, end).character;
 }
 
 // A client that asks, and looks at the answers.
@@ -147,13 +149,15 @@ class Asker {
 }  // namespace
 
 std::string place_outside(const Document& document, const Json& answer) {
-    const bool is_position =
-        answer.is_object() && answer.contains("line") && answer.contains("character");
-    if (is_position && !is_inside(document, position_in(answer))) return answer.dump();
-    if (!answer.is_structured()) return {};
-    for (const Json& part : answer) {
-        std::string found = place_outside(document, part);
-        if (!found.empty()) return found;
+    std::vector<const Json*> parts = {&answer};
+    while (!parts.empty()) {
+        const Json& json = *parts.back();
+        parts.pop_back();
+        const bool is_position =
+            json.is_object() && json.contains("line") && json.contains("character");
+        if (is_position && !is_inside(document, position_in(json))) return json.dump();
+        if (!json.is_structured()) continue;
+        for (const Json& part : json) parts.push_back(&part);
     }
     return {};
 }
@@ -177,7 +181,8 @@ int run_self_check(const Options& options) {
         std::size_t failures = 0;
         const std::size_t answers =
             check_answers(options, path, std::move(text), [&](const std::string& line) {
-                put(out, path + ": " + line + "\n");
+                put(out, path);
+                put(out, ": " + line + "\n");
                 ++failures;
             });
         put(out, path + ": " + std::to_string(answers) + " answers, " + std::to_string(failures) +
