@@ -19,8 +19,6 @@ enum class Units { utf8, utf16, utf32 };
 struct Position {
     std::uint32_t line = 0;
     std::uint32_t character = 0;
-
-    auto operator<=>(const Position&) const = default;
 };
 
 // A use of a name: its model in Document::models and the use in Model::uses.

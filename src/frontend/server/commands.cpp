@@ -29,7 +29,7 @@ constexpr std::chrono::seconds picture_limit(5);
 
 // The folder of a file of the workspace: nothing is written outside of it.
 fs::path folder_of(const Server& server, const Document& document) {
-    const fs::path folder = fs::path(document.source.path).parent_path().lexically_normal();
+    fs::path folder = fs::path(document.source.path).parent_path().lexically_normal();
     const bool is_inside =
         std::any_of(server.folders.begin(), server.folders.end(), [&](const std::string& root) {
             const fs::path relative = folder.lexically_relative(fs::path(root).lexically_normal());

@@ -146,7 +146,7 @@ Json code_actions(Server& server, const Json& params) {
     return actions;
 }
 
-Json explanation(Server&, const Json& params) {
+Json explanation(Server& /*server*/, const Json& params) {
     const std::string code = params.at("code").get<std::string>();
     const MessageEntry* const entry = find_code(code);
     if (entry == nullptr) throw RequestError{invalid_params, "unknown code `" + code + "`"};

@@ -114,14 +114,14 @@ Json initialize(Server& server, const Json& params) {
             {"serverInfo", {{"name", "orvex"}, {"version", ORVEX_VERSION}}}};
 }
 
-Json ignore_notification(Server&, const Json&) { return {}; }
+Json ignore_notification(Server& /*server*/, const Json& /*params*/) { return {}; }
 
-Json shut_down(Server& server, const Json&) {
+Json shut_down(Server& server, const Json& /*params*/) {
     server.is_shut_down = true;
     return nullptr;
 }
 
-Json exit_server(Server& server, const Json&) {
+Json exit_server(Server& server, const Json& /*params*/) {
     server.exit_status = server.is_shut_down ? 0 : 1;
     return {};
 }

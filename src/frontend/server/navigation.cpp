@@ -33,16 +33,28 @@ int symbol_kind(const OutlineItem& item) {
     return item.kind ? symbol_kinds[static_cast<std::size_t>(*item.kind)] : symbol_namespace;
 }
 
-Json nested_symbols(const Document& document, const std::vector<OutlineItem>& items) {
+Json symbol_of(const Document& document, const OutlineItem& item, Json children) {
+    Json symbol = {{"name", item.name},
+                   {"kind", symbol_kind(item)},
+                   {"range", json_of(document, item.range)},
+                   {"selectionRange", json_of(document, item.selection)}};
+    if (!item.detail.empty()) symbol["detail"] = item.detail;
+    if (!children.empty()) symbol["children"] = std::move(children);
+    return symbol;
+}
+
+// The models with their blocks, and these with their names.
+Json nested_symbols(const Document& document, const std::vector<OutlineItem>& models) {
     Json list = Json::array();
-    for (const OutlineItem& item : items) {
-        Json symbol = {{"name", item.name},
-                       {"kind", symbol_kind(item)},
-                       {"range", json_of(document, item.range)},
-                       {"selectionRange", json_of(document, item.selection)}};
-        if (!item.detail.empty()) symbol["detail"] = item.detail;
-        if (!item.items.empty()) symbol["children"] = nested_symbols(document, item.items);
-        list.push_back(std::move(symbol));
+    for (const OutlineItem& model : models) {
+        Json blocks = Json::array();
+        for (const OutlineItem& block : model.items) {
+            Json names = Json::array();
+            for (const OutlineItem& name : block.items)
+                names.push_back(symbol_of(document, name, Json::array()));
+            blocks.push_back(symbol_of(document, block, std::move(names)));
+        }
+        list.push_back(symbol_of(document, model, std::move(blocks)));
     }
     return list;
 }
@@ -55,12 +67,17 @@ Json flat_symbol(const Document& document, const OutlineItem& item, const std::s
     return symbol;
 }
 
-void add_flat_symbols(const Document& document, const std::vector<OutlineItem>& items,
-                      const std::string& container, Json& list) {
-    for (const OutlineItem& item : items) {
-        list.push_back(flat_symbol(document, item, container));
-        add_flat_symbols(document, item.items, item.name, list);
+Json flat_symbols(const Document& document, const std::vector<OutlineItem>& models) {
+    Json list = Json::array();
+    for (const OutlineItem& model : models) {
+        list.push_back(flat_symbol(document, model, ""));
+        for (const OutlineItem& block : model.items) {
+            list.push_back(flat_symbol(document, block, model.name));
+            for (const OutlineItem& name : block.items)
+                list.push_back(flat_symbol(document, name, block.name));
+        }
     }
+    return list;
 }
 
 // Are the letters of a query in a name, in their order? Their case does not matter.
@@ -146,11 +163,9 @@ Json highlights(Server& server, const Json& params) {
 
 Json document_symbols(Server& server, const Json& params) {
     const Document& document = open_text(server, params).document;
-    const std::vector<OutlineItem> items = outline_of(document);
-    if (server.client.nests_symbols) return nested_symbols(document, items);
-    Json list = Json::array();
-    add_flat_symbols(document, items, "", list);
-    return list;
+    const std::vector<OutlineItem> models = outline_of(document);
+    return server.client.nests_symbols ? nested_symbols(document, models)
+                                       : flat_symbols(document, models);
 }
 
 Json workspace_symbols(Server& server, const Json& params) {

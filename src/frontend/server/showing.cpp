@@ -57,8 +57,8 @@ std::vector<std::uint32_t> tokens_of(const Document& document) {
 Json selection_of(const Document& document, Offset offset) {
     Json selection;
     const std::vector<Range> parts = parts_around(document, offset);
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        Json inner = {{"range", json_of(document, *part)}};
+    for (std::size_t at = parts.size(); at > 0; --at) {
+        Json inner = {{"range", json_of(document, parts[at - 1])}};
         if (!selection.is_null()) inner["parent"] = std::move(selection);
         selection = std::move(inner);
     }
