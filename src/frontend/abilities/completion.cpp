@@ -55,8 +55,10 @@ std::string snippet_of(const notation::Keyword& keyword) {
 class Completer {
   public:
     Completer(const Document& document, Offset offset)
-        : document_(document), offset_(offset), context_(context_at(document, offset)) {
-        start_ = offset;
+        : document_(document),
+          offset_(offset),
+          context_(context_at(document, offset)),
+          start_(offset) {
         const Offset begin = offset - static_cast<Offset>(context_.before.size());
         while (start_ > begin && is_name_byte(document.source.bytes[start_ - 1])) --start_;
     }
@@ -267,7 +269,7 @@ class Completer {
     const Document& document_;
     Offset offset_;
     Context context_;
-    Offset start_ = 0;
+    Offset start_;
     bool is_report_ = false;
     std::vector<CompletionItem> items_;
 };
