@@ -164,7 +164,8 @@ void check_value(const Subject& subject, const Row& opening, const Field& field,
 // A wrong argument, and what the translator stops at, are found as such.
 void check_value_invalid(const Subject& subject, Findings& findings) {
     const Rows& rows = subject.facts->rows;
-    const Row* opening = nullptr;
+    // The first row is an opening record.
+    const Row* opening = rows.rows.data();
     for (const Row& row : rows.rows) {
         if (row.entry == nullptr) opening = &row;
         for (const Field* const field : own_fields_of(rows, row)) {
