@@ -73,7 +73,6 @@ class Reader {
 
     // An entry that is joined to another one is meant to be one.
     void add_field(Index owner, const Row& row, const Field& field) {
-        if (is_in_nest(row, field)) return;
         if (begins_entry(field)) add_flow(owner, row, field);
         if (meaning_of(field) == Meaning::tax_receiver) add(field.reference.symbol, has_income);
     }

@@ -1,6 +1,7 @@
 #include "frontend/rules/rows.h"
 
 #include "frontend/syntax/lookalikes.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 #include <algorithm>
@@ -17,10 +18,6 @@ using notation::Opens;
 bool has_no_label(const Tree& tree, Index record) {
     const Fault fault = tree.fields[tree.records[record].field].fault;
     return fault == Fault::getfld_label || fault == Fault::getfld_blank;
-}
-
-unsigned bit_of(const notation::Label& label) {
-    return 1U << static_cast<unsigned>(&label - notation::labels().data());
 }
 
 // Puts the entries of a model together to rows.
@@ -48,7 +45,6 @@ class Collector {
         owner_ = &head;
         keyword_ = &keyword;
         outside_ = false;
-        nests_ = 0;
         opened_.clear();
         add_row(nullptr);
     }
@@ -77,7 +73,6 @@ class Collector {
         Row& row = rows_.rows.emplace_back(Row{owner_, keyword_, entry});
         row.first_field = static_cast<Index>(rows_.fields.size());
         row.outside = outside_;
-        row.nests = nests_;
     }
 
     // With its "+" in column 1, an indented line would have continued the row before it.
@@ -143,7 +138,6 @@ class Collector {
 
     void add_field(const Field& field) {
         Row& row = rows_.rows.back();
-        if (row.entry == nullptr) nests_ |= nest_of(field);
         const bool joins = row.entry != nullptr && begins_entry(field);
         if (row.own_count == row.field_count && !joins) ++row.own_count;
         ++row.field_count;
@@ -171,26 +165,18 @@ class Collector {
         return record;
     }
 
-    const Source& source_;
-    const Model& model_;
-    Rows& rows_;
-    // The bit of a nest that is named like a label with a meaning: E, but not S and T.
-    unsigned nest_of(const Field& field) const {
-        const std::string name = nest_name(field);
-        const notation::Label* const label = notation::find_label(name);
-        return label == nullptr || name == "S" || name == "T" ? 0 : bit_of(*label);
-    }
-
     // VA of "VA" and of "VA(S)".
     std::string nest_name(const Field& field) const {
         const std::string label = capitals(text_of(source_.bytes, field.label));
         return label.substr(0, label.find('('));
     }
 
+    const Source& source_;
+    const Model& model_;
+    Rows& rows_;
     const Field* owner_ = nullptr;
     const notation::Keyword* keyword_ = nullptr;
     bool outside_ = false;
-    unsigned nests_ = 0;
     std::unordered_set<std::string> opened_;  // filled where it is needed
 };
 
@@ -217,8 +203,7 @@ const Field* joined_field(const Rows& rows, const Row& row) {
 }
 
 bool needs_value(const Row& row, const Field& field) {
-    const bool has_meaning = field.row != nullptr && field.row->full;
-    return row.entry == nullptr || (has_meaning && !is_in_nest(row, field));
+    return row.entry == nullptr || (field.row != nullptr && field.row->full);
 }
 
 const Field& head_of(const Row& row) { return row.entry == nullptr ? *row.owner : row.entry->head; }
@@ -228,11 +213,6 @@ bool is_after_other(const std::vector<Row>& rows, std::size_t row) {
         return rows[at].stray && begins_entry(rows[at].entry->head);
     };
     return row > 0 && is_other(row) && is_other(row - 1);
-}
-
-bool is_in_nest(const Row& row, const Field& field) {
-    const bool is_alone = field.row != nullptr && field.text.empty();
-    return row.entry != nullptr && is_alone && (row.nests & bit_of(*field.row)) != 0;
 }
 
 const Field* quantity_of(const Rows& rows, const Row& row) {

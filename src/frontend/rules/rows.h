@@ -23,7 +23,6 @@ struct Row {
     bool stray = false;            // its label begins no entry of its block
     bool unclear = false;          // a line of it cannot be read, or is read as something else
     bool lost_plus = false;        // stray, and likely to continue the row before it
-    unsigned nests = 0;            // labels with a meaning that are nests of its block: a bit each
 };
 
 struct Rows {
@@ -49,9 +48,6 @@ const Field& head_of(const Row& row);
 
 // Does the row, and the one before it, begin with a label of the other kind of block?
 bool is_after_other(const std::vector<Row>& rows, std::size_t row);
-
-// Is the field in a nest of its block that is named like a label with a meaning, as "E:"?
-bool is_in_nest(const Row& row, const Field& field);
 
 // What the label of a field says of the economy.
 notation::Meaning meaning_of(const Field& field);

@@ -31,7 +31,7 @@ void for_each_row(const Subject& subject, const Work& work) {
         Taxes taxes{row, {}};
         for (const Field* const field : fields_of(rows, row)) {
             const bool is_rate = meaning_of(*field) == Meaning::tax_rate;
-            if (is_in_nest(row, *field) || !(is_rate || is_receiver(*field))) continue;
+            if (!is_rate && !is_receiver(*field)) continue;
             taxes.lacks_text |= field->text.empty();
             taxes.fields.push_back(field);
             ++(is_rate ? taxes.rates : taxes.receivers);
