@@ -210,8 +210,8 @@ TEST(Rename, IsRefusedWithAReason) {
         {"16:20", "X", "`GT` is an operator of the host"},
         {"18:12", "X", "an element in quotes cannot be renamed"},
         {"35:16", "X", "more than one model of the file has the name `L`: rename it there"},
-        {"7:20", "X", "there is no name of a model here"},
-        {"35:1", "X", "there is no name of a model here"},
+        {"7:20", "X", "this is not a name of the model"},
+        {"35:1", "X", "this is not a name of the model"},
     };
     const Document document = read(two_models);
     for (const Row& row : rows) {

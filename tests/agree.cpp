@@ -21,6 +21,7 @@
 #include "frontend/findings/messages.h"
 #include "frontend/model/build.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/syntax/source.h"
 #include "frontend/translator/header.h"
 #include "frontend/translator/judge.h"

@@ -4,8 +4,8 @@
 #include "frontend/abilities/rename.h"
 
 #include "frontend/abilities/name_places.h"
-#include "frontend/model/names.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "harness.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "frontend/abilities/annotations.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/model/names.h"
+#include "frontend/syntax/host_lines.h"
 
 #include <algorithm>
 #include <array>
@@ -59,12 +59,10 @@ constexpr std::array counts = {
 
 // The name of the file in a line "$INCLUDE NAME", blanks and quotes around it left out.
 Range included_file(std::string_view bytes, Range line) {
-    constexpr std::string_view keyword = "$INCLUDE";
     const std::string_view text = text_of(bytes, line);
-    if (capitals(text.substr(0, keyword.size())) != keyword) return {};
-    const std::string_view rest = text.substr(keyword.size());
-    if (rest.empty() || white_space.find(rest.front()) == std::string_view::npos) return {};
-    const std::string_view name = trimmed(trimmed(rest), "\"'");
+    if (!is_directive(text, include_directive)) return {};
+    const std::string_view name =
+        trimmed(trimmed(text.substr(1 + include_directive.size())), "\"'");
     const auto begin = static_cast<Offset>(name.data() - bytes.data());
     return {begin, begin + static_cast<Offset>(name.size())};
 }

@@ -25,7 +25,7 @@ Context context_at(const Document& document, Offset offset);
 // The sets over which the block and the row loop, in capitals.
 std::vector<std::string> loops_at(const Document& document, const Context& context);
 
-// The label in front of a place in a record, in capitals; empty where there is none.
+// The label before a place in a record, in capitals; empty if it has none.
 std::string label_before(const Document& document, Index record, Offset offset);
 
 // A name whose arguments an offset is in: where the name is, and how many arguments are before.

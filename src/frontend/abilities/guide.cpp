@@ -10,7 +10,7 @@ extern const std::string_view guide_page;
 
 namespace {
 
-// Does a keyword of a table, `$SECTOR` or `$PROD:`, begin a word or stand for it?
+// Does a keyword of a table, `$SECTOR` or `$PROD:`, begin a word, or is it the word?
 bool is_meant(std::string_view shown, std::string_view name) {
     const bool is_start = shown.starts_with('$') && !shown.ends_with(':');
     if (shown.ends_with(':')) shown.remove_suffix(1);

@@ -1,7 +1,8 @@
 #include "frontend/abilities/host_text.h"
 
-#include "frontend/model/names.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/host_lines.h"
+#include "frontend/syntax/reading.h"
 
 #include <cstddef>
 
@@ -11,13 +12,6 @@ namespace {
 
 using std::string_view;
 
-// Is the line a control line with that keyword, in capitals?
-bool is_control(string_view line, string_view keyword) {
-    if (!line.starts_with('$') || line.size() <= keyword.size()) return false;
-    const bool ends = line.size() == keyword.size() + 1 || !is_name_byte(line[keyword.size() + 1]);
-    return ends && same_when_read(line.substr(1, keyword.size()), keyword);
-}
-
 // Calls `take` with each line of the program, as long as it returns true.
 template <typename Take>
 void each_host_line(const Document& document, const Take& take) {
@@ -25,14 +19,11 @@ void each_host_line(const Document& document, const Take& take) {
     bool in_comment = false;
     for (Index record = 0; record < line_count(tree); ++record) {
         const Range range = line_range(tree, record);
-        const string_view line = text_of(document.source.bytes, range);
-        if (tree.records[record].kind != RecordKind::outside || is_control(line, "OFFTEXT")) {
-            in_comment = false;
-        } else if (is_control(line, "ONTEXT")) {
-            in_comment = true;
-        }
-        const bool is_program = tree.records[record].kind == RecordKind::outside && !in_comment &&
-                                !line.starts_with('*') && !line.starts_with('$');
+        const bool is_outside = tree.records[record].kind == RecordKind::outside;
+        const HostLine kind = host_line(text_of(document.source.bytes, range));
+        if (!is_outside || kind == HostLine::comment_ends) in_comment = false;
+        if (is_outside && kind == HostLine::comment_begins) in_comment = true;
+        const bool is_program = is_outside && !in_comment && kind == HostLine::text;
         if (is_program && !take(range)) return;
     }
 }

@@ -4,8 +4,8 @@
 #include "frontend/abilities/context.h"
 #include "frontend/abilities/guide.h"
 #include "frontend/findings/wording.h"
-#include "frontend/model/names.h"
 #include "frontend/model/nests.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/syntax/source.h"
 #include "frontend/views/listed_names.h"
 
@@ -34,7 +34,7 @@ std::vector<int> lines_of_loops(const Document& document, const Model& model, In
     return lines;
 }
 
-// What the label in front of a use says of it.
+// What the label before a use says about it.
 std::string text_of_label(const Document& document, const Use& use) {
     const std::string label = label_before(document, use.record, use.range.begin);
     const std::string row = label.empty() ? std::string() : guide_row(label);

@@ -3,7 +3,7 @@
 #include "frontend/abilities/context.h"
 #include "frontend/abilities/host_text.h"
 #include "frontend/abilities/nest_labels.h"
-#include "frontend/model/names.h"
+#include "frontend/syntax/reading.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "frontend/abilities/nest_labels.h"
 
-#include "frontend/model/names.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "frontend/abilities/outline.h"
 
 #include "frontend/abilities/structure.h"
-#include "frontend/model/names.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/views/listed_names.h"
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 #include "frontend/abilities/host_text.h"
 #include "frontend/abilities/name_places.h"
 #include "frontend/findings/faults.h"
-#include "frontend/model/names.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "notation/limits.h"
 
 #include <algorithm>
@@ -47,7 +47,7 @@ string refusal_of_token(TokenKind kind, string_view text) {
     case TokenKind::string: return "an element in quotes cannot be renamed";
     case TokenKind::macro: return quoted(text) + " is replaced by the host";
     case TokenKind::word: return refusal_of_word(text);
-    default: return "there is no name of a model here";
+    default: return "this is not a name of the model";
     }
 }
 

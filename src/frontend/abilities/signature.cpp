@@ -1,7 +1,7 @@
 #include "frontend/abilities/signature.h"
 
 #include "frontend/abilities/context.h"
-#include "frontend/model/names.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/views/listed_names.h"
 
 namespace orvex::frontend {

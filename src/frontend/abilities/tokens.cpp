@@ -1,7 +1,7 @@
 #include "frontend/abilities/tokens.h"
 
-#include "frontend/model/names.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "notation/arguments.h"
 
 #include <algorithm>

@@ -75,7 +75,7 @@ void hide_progress(Reporter& reporter);
 int end(Reporter& reporter, const std::string& news);
 
 // A wrong use of the program, in the format that the options ask for, and in the files of --report
-// that are none of the options' files. Returns the exit status.
+// that are not among the files of the options. Returns the exit status.
 int report_usage(const Options& options, const std::string& text, const std::string& hint);
 
 // "1 error", "2 errors", "no errors".

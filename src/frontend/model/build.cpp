@@ -8,6 +8,7 @@
 #include "frontend/model/width.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/meant_keyword.h"
+#include "frontend/syntax/reading.h"
 #include "notation/conditions.h"
 #include "notation/limits.h"
 #include "notation/records.h"

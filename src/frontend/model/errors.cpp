@@ -1,5 +1,7 @@
 #include "frontend/model/errors.h"
 
+#include "frontend/syntax/reading.h"
+
 namespace orvex::frontend {
 
 Error& Errors::add(Fault fault, Range place, Range about) {

@@ -1,6 +1,7 @@
 #include "frontend/model/field_reader.h"
 
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 
 namespace orvex::frontend {
 

@@ -1,5 +1,7 @@
 #include "frontend/model/model.h"
 
+#include "frontend/syntax/reading.h"
+
 #include <array>
 #include <cstddef>
 

@@ -1,5 +1,6 @@
 #include "frontend/model/names.h"
 
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 #include <algorithm>
@@ -21,22 +22,6 @@ std::uint64_t hash_of(std::string_view name) {
 }
 
 }  // namespace
-
-std::string capitals(std::string_view text) {
-    std::string read(text);
-    std::transform(read.begin(), read.end(), read.begin(), notation::as_read);
-    return read;
-}
-
-std::string_view without_blanks_at_end(std::string_view text) {
-    while (!text.empty() && notation::as_blank(text.back()) == blank_char) text.remove_suffix(1);
-    return text;
-}
-
-bool same_when_read(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return notation::as_read(x) == notation::as_read(y); });
-}
 
 NameTable::NameTable() : slots_(first_size, no_index) {}
 

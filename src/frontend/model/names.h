@@ -9,15 +9,6 @@
 
 namespace orvex::frontend {
 
-// A text as it is read: capitals, TABs as blanks.
-std::string capitals(std::string_view text);
-
-// A text without what is read as blanks at its end.
-std::string_view without_blanks_at_end(std::string_view text);
-
-// Are two texts the same as they are read?
-bool same_when_read(std::string_view a, std::string_view b);
-
 // A table from names to numbers from 0 on, in the order in which they are added.
 class NameTable {
   public:

@@ -1,5 +1,7 @@
 #include "frontend/model/nests.h"
 
+#include "frontend/syntax/reading.h"
+
 #include <algorithm>
 #include <string>
 #include <utility>

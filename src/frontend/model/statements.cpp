@@ -1,6 +1,7 @@
 #include "frontend/model/statements.h"
 
 #include "frontend/model/width.h"
+#include "frontend/syntax/reading.h"
 #include "notation/labels.h"
 #include "notation/limits.h"
 

@@ -8,6 +8,7 @@
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
 #include "frontend/syntax/lookalikes.h"
+#include "frontend/syntax/reading.h"
 #include "text/characters.h"
 
 #include <algorithm>

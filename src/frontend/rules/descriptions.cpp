@@ -6,6 +6,7 @@
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
+#include "frontend/syntax/reading.h"
 
 #include <algorithm>
 #include <iterator>

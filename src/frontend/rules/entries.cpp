@@ -5,6 +5,7 @@
 #include "frontend/rules/facts.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 #include "text/characters.h"
 

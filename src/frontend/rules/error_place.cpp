@@ -1,6 +1,7 @@
 #include "frontend/rules/error_place.h"
 
 #include "frontend/rules/edits.h"
+#include "frontend/syntax/reading.h"
 #include "notation/keywords.h"
 #include "notation/records.h"
 

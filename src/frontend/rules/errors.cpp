@@ -121,7 +121,7 @@ Finding finding_of(const ErrorCase& at) {
 }
 
 // Where a model declares nothing of a kind, all names that it lacks have one cause, and so have all
-// that another declaration has taken: the first stands for the others.
+// that another declaration has taken: only the first is reported.
 class MissingDeclarations {
   public:
     explicit MissingDeclarations(const Source& source, const Model& model)
@@ -158,7 +158,7 @@ class MissingDeclarations {
 };
 
 // Errors that follow from others: in a field that has an error, in a report record that has one,
-// and in what is no part of the model.
+// and in text outside the model.
 class Consequences {
   public:
     Consequences(const Source& source, const Model& model)

@@ -6,6 +6,7 @@
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/lookalikes.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 #include <cstddef>

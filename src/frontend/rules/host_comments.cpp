@@ -1,5 +1,6 @@
 #include "frontend/rules/host_comments.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/base/spelling.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
@@ -8,6 +9,8 @@
 #include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/host_lines.h"
+#include "frontend/syntax/reading.h"
 #include "notation/keywords.h"
 #include "notation/records.h"
 
@@ -18,26 +21,12 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-constexpr std::string_view comment_keyword = "ONTEXT";  // begins a comment of the host
-
-enum class HostLine { nothing, text, hidden_model, comment_begins, comment_ends };
-
-bool begins_with_keyword(std::string_view line, std::string_view word) {
-    return line.starts_with(notation::keyword_mark) &&
-           same_when_read(line.substr(1, word.size()), word);
-}
-
-HostLine host_line(std::string_view line) {
+// Is the line that of a model, but after blanks or a byte order mark?
+bool is_hidden_model(std::string_view line) {
     if (line.starts_with(byte_order_mark)) line.remove_prefix(byte_order_mark.size());
-    if (begins_with_keyword(line, comment_keyword)) return HostLine::comment_begins;
-    if (begins_with_keyword(line, notation::end_keyword)) return HostLine::comment_ends;
-    const bool is_comment = line.starts_with(notation::comment_mark);
-    if (is_comment || without_blanks_at_end(line).empty()) return HostLine::nothing;
-    const std::string_view text = line.substr(line.find_first_not_of(" \t"));
+    const std::string_view text = trimmed(line);
     const std::string_view model = notation::model_keyword;
-    return same_when_read(text.substr(0, model.size()), model) ? HostLine::hidden_model
-                                                               : HostLine::text;
+    return same_when_read(text.substr(0, model.size()), model);
 }
 
 // Goes through the lines of the host one after another.
@@ -49,11 +38,21 @@ struct HostLines {
 
     void take(std::string_view line, Index record) {
         switch (host_line(line)) {
-        case HostLine::nothing: return;
+        case HostLine::blank:
+        case HostLine::remark: return;
         case HostLine::comment_begins: in_comment = true; return;
         case HostLine::comment_ends: *this = {}; return;
-        case HostLine::hidden_model: has_hidden = true; return;
-        case HostLine::text: has_text = true; last = record;
+        case HostLine::directive:
+        case HostLine::text: take_text(line, record);
+        }
+    }
+
+    void take_text(std::string_view line, Index record) {
+        if (is_hidden_model(line)) {
+            has_hidden = true;
+        } else {
+            has_text = true;
+            last = record;
         }
     }
 };
@@ -98,13 +97,13 @@ Range misspelt_comment(const Subject& subject, Index record) {
     const std::size_t mark = text.find_first_not_of(blank_char);
     if (mark == std::string::npos || text[mark] != notation::keyword_mark) return {};
     const std::string word(without_blanks_at_end(std::string_view(text).substr(mark + 1)));
-    const std::string wanted(comment_keyword);
+    const std::string wanted(comment_directive);
     return word == wanted || nearest(word, {wanted}) == wanted ? line : Range{};
 }
 
 void add_fix(const Subject& subject, Index last_text, Finding& finding) {
     const Index record = subject.source.tree.models[subject.model->node].record;
-    const std::string keyword = notation::keyword_mark + std::string(comment_keyword);
+    const std::string keyword = notation::keyword_mark + std::string(comment_directive);
     const Range misspelt = misspelt_comment(subject, last_text);
     const Offset begin = line_range(subject.source.tree, record).begin;
     if (misspelt.empty()) {

@@ -1,6 +1,9 @@
 #include "frontend/rules/host_text.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/host_lines.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 #include "text/characters.h"
 
@@ -29,12 +32,6 @@ void for_each_word(string_view text, const Work& work) {
         if (end > at && !is_digit(text[at])) work(text.substr(at, end - at));
         at = end + 1;
     }
-}
-
-string_view trimmed_line(string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t\r");
-    if (first == string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") + 1 - first);
 }
 
 // Has the line a "%X%"?
@@ -67,10 +64,19 @@ class Reader {
         const RecordKind kind = source_.tree.records[record].kind;
         if (kind == RecordKind::model || kind == RecordKind::end) in_comment_ = false;
         if (kind != RecordKind::outside) return;
-        const std::string line = capitals(text_of(source_.bytes, line_range(source_.tree, record)));
-        if (line.empty() || line.front() == notation::comment_mark) return;
-        if (line.front() == notation::keyword_mark) return take_directive(line.substr(1));
-        if (in_comment_ || trimmed_line(line).empty()) return;
+        const std::string_view line = text_of(source_.bytes, line_range(source_.tree, record));
+        switch (host_line(line)) {
+        case HostLine::blank:
+        case HostLine::remark: return;
+        case HostLine::comment_begins: in_comment_ = true; return;
+        case HostLine::comment_ends: in_comment_ = false; return;
+        case HostLine::directive: return take_directive(capitals(line));
+        case HostLine::text: return take_text(capitals(line));
+        }
+    }
+
+    void take_text(string_view line) {
+        if (in_comment_) return;
         has_statements_ = true;
         take_words(line);
     }
@@ -80,18 +86,15 @@ class Reader {
         for_each_word(line, [this](string_view word) { host_.words.add(word); });
     }
 
-    // In a comment, only the end of it counts.
-    void take_directive(string_view text) {
+    void take_directive(string_view line) {
+        const string_view text = line.substr(line.find(notation::keyword_mark) + 1);
         const string_view word = text.substr(0, text.find_first_of(" \t\r"));
-        if (word == notation::end_keyword || word == "ONTEXT") {
-            in_comment_ = word == "ONTEXT";
-        } else if (!in_comment_ && !is_harmless(word, trimmed_line(text.substr(word.size())))) {
-            may_lack_ = true;
-        }
+        const bool is_read = !in_comment_ && !is_harmless(word, trimmed(text.substr(word.size())));
+        may_lack_ = may_lack_ || is_read;
     }
 
     bool is_harmless(string_view word, string_view rest) const {
-        if (word == "INCLUDE") return is_output(rest);
+        if (word == include_directive) return is_output(rest);
         if (rest.find_first_of("$%") != string_view::npos) return false;
         return word.starts_with("ON") || word.starts_with("OFF") ||
                std::find(std::begin(harmless), std::end(harmless), word) != std::end(harmless);

@@ -3,6 +3,7 @@
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 #include <algorithm>

@@ -2,6 +2,8 @@
 #include "frontend/rules/edits.h"
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/host_lines.h"
+#include "frontend/syntax/reading.h"
 #include "notation/keywords.h"
 #include "notation/labels.h"
 #include "notation/limits.h"
@@ -14,8 +16,6 @@
 namespace orvex::frontend {
 
 namespace {
-
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 std::string_view line_of(const Subject& subject, Index record) {
     return text_in(subject, line_range(subject.source.tree, record));

@@ -4,6 +4,7 @@
 #include "frontend/rules/error_place.h"
 #include "frontend/rules/error_texts.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "notation/limits.h"
 
 #include <algorithm>

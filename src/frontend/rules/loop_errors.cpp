@@ -5,6 +5,7 @@
 #include "frontend/rules/error_place.h"
 #include "frontend/rules/error_texts.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "notation/arguments.h"
 #include "notation/labels.h"
 #include "text/characters.h"

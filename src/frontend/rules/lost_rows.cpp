@@ -3,6 +3,7 @@
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 #include <string>
@@ -83,7 +84,7 @@ class Reader {
         return keyword.opens == Opens::demand ? notation::demand_entry : notation::nothing;
     }
 
-    // What the label of a row begins that stands at the start of a line.
+    // What a row begins according to its label, which is the first thing in its line.
     static unsigned begins_of(const std::string& line) {
         const std::size_t end = line.find_first_of(" :");
         if (end == std::string::npos || line[end] != ':') return notation::nothing;

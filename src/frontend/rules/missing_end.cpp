@@ -2,6 +2,7 @@
 
 #include "frontend/rules/edits.h"
 #include "frontend/syntax/meant_keyword.h"
+#include "frontend/syntax/reading.h"
 #include "notation/keywords.h"
 #include "notation/labels.h"
 #include "notation/records.h"

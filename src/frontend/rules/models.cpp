@@ -6,6 +6,7 @@
 #include "frontend/rules/missing_end.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 #include "notation/limits.h"
 #include "notation/records.h"
 

@@ -1,6 +1,7 @@
 #include "frontend/rules/repeated_blocks.h"
 
 #include "frontend/syntax/fields.h"
+#include "frontend/syntax/reading.h"
 
 #include <array>
 #include <string>

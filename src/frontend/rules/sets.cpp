@@ -5,6 +5,7 @@
 #include "frontend/rules/rows.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
+#include "frontend/syntax/reading.h"
 
 #include <algorithm>
 #include <string>

@@ -1,5 +1,7 @@
 #include "frontend/rules/undeclared.h"
 
+#include "frontend/syntax/reading.h"
+
 #include <algorithm>
 #include <iterator>
 #include <map>

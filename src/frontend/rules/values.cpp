@@ -5,6 +5,7 @@
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/lookalikes.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/syntax/value_form.h"
 #include "text/characters.h"
 

@@ -2,6 +2,7 @@
 
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
+#include "frontend/syntax/reading.h"
 #include "notation/records.h"
 
 namespace orvex::frontend {

@@ -43,10 +43,6 @@ Client client_of(const Json& abilities) {
     client.prepares_renaming = says(abilities, {"textDocument", "rename", "prepareSupport"});
     client.has_snippets =
         says(abilities, {"textDocument", "completion", "completionItem", "snippetSupport"});
-    client.refreshes_hints = says(abilities, {"workspace", "inlayHint", "refreshSupport"});
-    const Json formats = member(abilities, {"textDocument", "hover", "contentFormat"});
-    client.shows_markdown = formats.is_array() &&
-                            std::find(formats.begin(), formats.end(), "markdown") != formats.end();
     return client;
 }
 

@@ -33,8 +33,6 @@ struct Client {
     bool edits_by_version = false;
     bool prepares_renaming = false;
     bool has_snippets = false;
-    bool refreshes_hints = false;
-    bool shows_markdown = false;
 };
 
 // An open text with what was found in it.

@@ -1,6 +1,7 @@
 #include "frontend/syntax/meant_keyword.h"
 
 #include "frontend/base/spelling.h"
+#include "frontend/syntax/host_lines.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -44,7 +45,7 @@ std::size_t joined_keyword(std::string_view word) {
 }
 
 bool belongs_outside(std::string_view word) {
-    return word == "MODEL" || word == "ONTEXT" || word == "INCLUDE";
+    return word == "MODEL" || word == comment_directive || word == include_directive;
 }
 
 }  // namespace orvex::frontend

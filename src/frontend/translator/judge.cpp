@@ -4,6 +4,7 @@
 #include "frontend/base/interrupts.h"
 #include "frontend/findings/faults.h"
 #include "frontend/findings/messages.h"
+#include "frontend/syntax/reading.h"
 #include "notation/limits.h"
 #include "notation/records.h"
 

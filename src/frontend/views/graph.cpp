@@ -3,6 +3,7 @@
 #include "frontend/base/bytes.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
+#include "frontend/syntax/reading.h"
 #include "frontend/views/dot.h"
 #include "frontend/views/incidence.h"
 #include "frontend/views/json.h"
