@@ -6,6 +6,6 @@
 namespace orvex::frontend {
 
 // Returns the exit status. Throws UsageError.
-int run_translate(const Options& options);
+int run_translate(const Options& given);
 
 }  // namespace orvex::frontend

@@ -148,8 +148,8 @@ std::string table_of(const std::vector<CodeCount>& counts) {
         const std::string count = std::to_string(row.count);
         std::string severity = severity_name(row.severity);
         severity.resize(severity_width, ' ');
-        text += std::string(width - count.size(), ' ') + count + "  " + severity + "  " + row.code +
-                '\n';
+        text.append(width - count.size(), ' ').append(count).append("  ");
+        text.append(severity).append("  ").append(row.code).append("\n");
     }
     return text;
 }

@@ -33,9 +33,9 @@ Written read_keyword(const ErrorCase& at) {
     Written written;
     written.record = record_range(at.source.tree, at.error.record);
     const std::string text = as_read(at, written.record);
-    const auto part = [&](std::size_t begin, std::size_t end) {
-        return Range{written.record.begin + static_cast<Offset>(std::min(begin, text.size())),
-                     written.record.begin + static_cast<Offset>(std::min(end, text.size()))};
+    const auto part = [&](std::size_t from, std::size_t to) {
+        return Range{written.record.begin + static_cast<Offset>(std::min(from, text.size())),
+                     written.record.begin + static_cast<Offset>(std::min(to, text.size()))};
     };
     const std::size_t word = std::min(text.find_first_not_of(blank_char, 1), text.size());
     const std::size_t end = std::min(text.find_first_of(" :", word), text.size());

@@ -40,7 +40,7 @@ std::optional<Lone> lone_parenthesis(const ErrorCase& at, Range range) {
 // What a parenthesis follows: a name, a label with its colon, or one character.
 std::string text_before(const ErrorCase& at, Offset offset) {
     const Offset start = record_range(at.source.tree, at.error.record).begin;
-    const std::string text(without_blanks_at_end(as_read(at, {start, std::max(start, offset)})));
+    std::string text(without_blanks_at_end(as_read(at, {start, std::max(start, offset)})));
     if (text.empty()) return text;
     if (text.back() == ':') return label_before(at, offset);
     std::size_t begin = text.size();

@@ -69,7 +69,10 @@ void place_mended(File& file, const Options& options, MendingTotals& totals) {
     Mended& mended = file.mended;
     const Source& source = *file.source;
     if (file.is_stdin && !options.diff) {
-        file.output = mended.is_changed ? std::move(mended.text) : source.bytes;
+        if (mended.is_changed)
+            file.output = std::move(mended.text);
+        else
+            file.output = source.bytes;
     } else if (options.diff) {
         file.output = std::move(mended.diff);
     } else if (mended.is_changed) {
