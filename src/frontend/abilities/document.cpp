@@ -72,14 +72,7 @@ void replace_text(Document& document, Range range, std::string_view text) {
 void read_text(Document& document) {
     if (document.is_read) return;
     parse_source(document.source);
-    document.models.clear();
-    bool opening_is_open = false;
-    for (Index node = 0; node < model_count(document.source.tree); ++node) {
-        document.models.push_back(
-            build_model(document.source.bytes, document.source.tree, node, opening_is_open));
-        const Model& model = document.models.back();
-        if (model.errors.empty()) opening_is_open = model.opening_is_open;
-    }
+    document.models = build_models(document.source.bytes, document.source.tree);
     note_uses(document);
     document.is_read = true;
 }

@@ -729,4 +729,15 @@ Model build_model(std::string_view bytes, const Tree& tree, Index model, bool op
     return built;
 }
 
+std::vector<Model> build_models(std::string_view bytes, const Tree& tree) {
+    std::vector<Model> models;
+    bool opening_is_open = false;
+    for (Index node = 0; node < model_count(tree); ++node) {
+        models.push_back(build_model(bytes, tree, node, opening_is_open));
+        // A model with an error passes nothing on.
+        if (models.back().errors.empty()) opening_is_open = models.back().opening_is_open;
+    }
+    return models;
+}
+
 }  // namespace orvex::frontend
