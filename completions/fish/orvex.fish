@@ -1,6 +1,6 @@
 # Completion of orvex for fish: put it into ~/.config/fish/completions.
 
-set -l commands translate check info graph explain lsp codes
+set -l commands translate check fmt info graph explain lsp codes
 
 function __orvex_codes
     orvex codes 2>/dev/null | string replace -r ' .*' ''
@@ -20,29 +20,31 @@ complete -c orvex -n "not __fish_seen_subcommand_from $commands" -l version -d '
 
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a translate -d 'Write generator and header files'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a check -d 'Show all errors and warnings'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a fmt -d 'Lay out models'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a info -d 'List the names of each model'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a graph -d 'Draw each model'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a explain -d 'Say what a message means'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a lsp -d 'Serve an editor'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'List the codes of all messages'
 
-set -l with_files '__fish_seen_subcommand_from translate check info graph'
+set -l with_files '__fish_seen_subcommand_from translate check fmt info graph'
+set -l with_models '__fish_seen_subcommand_from translate check info graph'
 complete -c orvex -n $with_files -F
-complete -c orvex -n $with_files -l model -x -d 'Look at this model only'
+complete -c orvex -n $with_models -l model -x -d 'Look at this model only'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Write the findings to a file too'
 complete -c orvex -n $with_files -l max-errors -x -d 'Show at most so many errors of a file'
 complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
-complete -c orvex -n $with_files -l translator -r -F -d 'The orvexpp to run'
+complete -c orvex -n $with_models -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
-complete -c orvex -n '__fish_seen_subcommand_from translate check info graph explain' -l color -x -a 'auto always never' -d 'Colours'
+complete -c orvex -n '__fish_seen_subcommand_from translate check fmt info graph explain' -l color -x -a 'auto always never' -d 'Colours'
 
-set -l with_formats '__fish_seen_subcommand_from translate check info'
+set -l with_formats '__fish_seen_subcommand_from translate check fmt info'
 complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github junit' -d 'Form of the findings'
 
 set -l with_runs '__fish_seen_subcommand_from translate check lsp'
 complete -c orvex -n $with_runs -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
 complete -c orvex -n '__fish_seen_subcommand_from translate check' -l error-on-warnings -d 'Let a warning count as an error'
-complete -c orvex -n '__fish_seen_subcommand_from translate check' -s j -l jobs -x -d 'Work on so many files at once'
+complete -c orvex -n '__fish_seen_subcommand_from translate check fmt' -s j -l jobs -x -d 'Work on so many files at once'
 complete -c orvex -n $with_runs -l first-model -x -d 'Number models from the next one'
 complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints from the next one'
 complete -c orvex -n $with_runs -l time -x -d 'Time stamp of the host'
@@ -50,7 +52,8 @@ complete -c orvex -n $with_runs -l put-file -r -F -d 'Path in the FILE statement
 
 complete -c orvex -n '__fish_seen_subcommand_from check' -l fix -d 'Make certain corrections'
 complete -c orvex -n '__fish_seen_subcommand_from check' -l unsafe-fixes -d 'Also make corrections that may be wrong'
-complete -c orvex -n '__fish_seen_subcommand_from check' -l diff -d 'Show corrections as a diff'
+complete -c orvex -n '__fish_seen_subcommand_from check fmt' -l diff -d 'Show changes as a diff'
+complete -c orvex -n '__fish_seen_subcommand_from fmt' -l check -d 'Say which files would change'
 complete -c orvex -n '__fish_seen_subcommand_from check' -l add-allow -d 'Write comments that allow the warnings'
 
 complete -c orvex -n '__fish_seen_subcommand_from translate' -s o -l out -x -a '(__fish_complete_directories)' -d 'Folder for the outputs'

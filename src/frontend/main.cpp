@@ -6,6 +6,7 @@
 #include "frontend/cli/reporter.h"
 #include "frontend/commands/check.h"
 #include "frontend/commands/explain.h"
+#include "frontend/commands/fmt.h"
 #include "frontend/commands/graph.h"
 #include "frontend/commands/info.h"
 #include "frontend/commands/translate.h"
@@ -61,6 +62,7 @@ int run(int argc, char** argv) {
         case Command::explain: return explain_codes(options);
         case Command::codes: return print(list_codes(), 0);
         case Command::check: return run_check(options);
+        case Command::fmt: return run_fmt(options);
         case Command::translate: return run_translate(options);
         case Command::info: return run_info(options);
         case Command::graph: return run_graph(options);

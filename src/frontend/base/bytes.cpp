@@ -1,5 +1,6 @@
 #include "frontend/base/bytes.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -57,6 +58,11 @@ std::vector<std::string_view> characters_of(std::string_view text) {
     return characters;
 }
 
-std::size_t width_of(std::string_view text) { return characters_of(text).size(); }
+std::size_t width_of(std::string_view text) {
+    const bool is_ascii = std::none_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= 0x80;
+    });
+    return is_ascii ? text.size() : characters_of(text).size();
+}
 
 }  // namespace orvex::frontend

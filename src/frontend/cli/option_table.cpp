@@ -31,6 +31,11 @@ constexpr std::array commands = {
         "Shows what is wrong in each file, all errors and not only the first, and leaves no\n"
         "output. With --fix it corrects the files. A folder is searched for *.zlm files. \"-\"\n"
         "is standard input.\n"},
+    CommandRow{
+        Command::fmt, "fmt", "[OPTION...] FILE|FOLDER...", "lay out models in the one way",
+        "Lays out the models of each file in the one way: blanks, line breaks and capitals,\n"
+        "nothing that the translator reads otherwise. A model with an error is left as it\n"
+        "is. A folder is searched for *.zlm files. \"-\" filters standard input.\n"},
     CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
                "Lists the names of each model with kind, dimension, description, declaration and\n"
                "references.\n"},
@@ -54,7 +59,9 @@ constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(com
 constexpr unsigned with_output = bit(Command::translate);
 constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
 constexpr unsigned with_levels = with_warnings | bit(Command::lsp);
-constexpr unsigned with_files = with_warnings | bit(Command::info) | bit(Command::graph);
+constexpr unsigned with_translator = with_warnings | bit(Command::info) | bit(Command::graph);
+constexpr unsigned with_files = with_translator | bit(Command::fmt);
+constexpr unsigned with_findings = with_warnings | bit(Command::fmt);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
 
 const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github", "junit"};
@@ -208,12 +215,12 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.focus); }},
     {"--depth", "N", bit(Command::graph), "with --focus: at most N steps away",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_depth, o.depth); }},
-    {"--model", "NAME", with_files, "only the model of this name",
+    {"--model", "NAME", with_translator, "only the model of this name",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
     {"--format", "FORMAT", bit(Command::info),
      "names as text (default) or json; findings also as short, sarif, github or junit",
      take_format},
-    {"--format", "FORMAT", with_warnings,
+    {"--format", "FORMAT", with_findings,
      "findings as text (default), short, json, sarif, github or junit", take_format},
     {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
      take_report},
@@ -230,7 +237,13 @@ const OptionRow option_rows[] = {
          o.unsafe_fixes = true;
          return std::string();
      }},
-    {"--diff", "", bit(Command::check), "print corrections as a diff; change no file",
+    {"--check", "", bit(Command::fmt), "say which files would change; change none",
+     [](Options& o, const std::string&) {
+         o.check_only = true;
+         return std::string();
+     }},
+    {"--diff", "", bit(Command::check) | bit(Command::fmt),
+     "print what would change as a diff; change no file",
      [](Options& o, const std::string&) {
          o.diff = true;
          return std::string();
@@ -257,7 +270,7 @@ const OptionRow option_rows[] = {
      }},
     {"--max-errors", "N", with_files, "show at most N errors of a file (default: 20; 0: all)",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
-    {"-j,--jobs", "N", with_warnings, "work on N files at once",
+    {"-j,--jobs", "N", with_findings, "work on N files at once",
      [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},
     {"--first-model", "N", with_levels, "number models from N + 1 (default: 0)",
      [](Options& o, const std::string& v) {
@@ -273,7 +286,7 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_control_text(v, o.put_file); }},
     {"--stdin-filename", "NAME", with_files, "what to call standard input in messages",
      [](Options& o, const std::string& v) { return take_text(v, o.stdin_filename); }},
-    {"--translator", "PATH", with_files | with_levels,
+    {"--translator", "PATH", with_translator | with_levels,
      "the orvexpp to run (default: beside orvex, or in PATH)",
      [](Options& o, const std::string& v) { return take_text(v, o.program); }},
     {"--color", "WHEN", with_colour, "auto (default), always or never", take_colour},

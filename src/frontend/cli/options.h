@@ -13,7 +13,7 @@
 
 namespace orvex::frontend {
 
-enum class Command { none, translate, check, info, graph, explain, codes, lsp };
+enum class Command { none, translate, check, fmt, info, graph, explain, codes, lsp };
 
 struct Options {
     Command command = Command::none;
@@ -43,8 +43,11 @@ struct Options {
     // Fixes that may be wrong, too.
     bool unsafe_fixes = false;
     bool add_allow = false;
-    // Shows what would be changed, and changes nothing.
+    // Shows what would be changed, and changes nothing; fmt: the same.
     bool diff = false;
+
+    // fmt: names what would be changed, and changes nothing.
+    bool check_only = false;
 
     // How files are read and translated.
 

@@ -32,11 +32,12 @@ int status_of(std::string_view code) {
     return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
 }
 
-// Does check print a text: a diff, or what becomes of standard input?
+// Does a command that changes files print a text: a diff, or what becomes of standard input?
 bool prints_text(const Options& options) {
     const auto& files = options.files;
     const bool has_stdin = std::find(files.begin(), files.end(), "-") != files.end();
-    return options.diff || ((options.fix || options.add_allow) && has_stdin);
+    const bool formats = options.command == Command::fmt && !options.check_only;
+    return options.diff || ((options.fix || options.add_allow || formats) && has_stdin);
 }
 
 // Findings are what check is for; the other commands have another product, or none, on standard

@@ -239,6 +239,13 @@ std::vector<Finding> find_in_text(const Source& source, const std::vector<Model>
     return findings;
 }
 
+Checked check_text(const Source& source, const Options& options) {
+    Checked checked;
+    checked.models = build_models(source.bytes, source.tree);
+    checked.findings = find_in_text(source, checked.models, options);
+    return checked;
+}
+
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
                    const std::string& program, const Workplace& place) {
     Checked checked;

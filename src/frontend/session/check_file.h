@@ -32,6 +32,9 @@ struct Wanted {
 std::vector<Finding> find_in_text(const Source& source, const std::vector<Model>& built,
                                   const Options& options);
 
+// The same with the models that it builds.
+Checked check_text(const Source& source, const Options& options);
+
 // Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
 // translator cannot be run, FolderFailure where it has no room.
 Checked check_file(const Source& source, const Options& options, Wanted wanted,

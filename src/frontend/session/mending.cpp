@@ -1,17 +1,11 @@
 #include "frontend/session/mending.h"
 
-#include "frontend/base/files.h"
-#include "frontend/base/streams.h"
-#include "frontend/findings/failure.h"
-#include "frontend/findings/place.h"
 #include "frontend/fixes/diff.h"
 #include "frontend/rules/allow.h"
+#include "frontend/session/rewriting.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -30,15 +24,6 @@ std::size_t unsafe_count(const std::vector<Finding>& findings) {
         std::count_if(findings.begin(), findings.end(), [](const Finding& finding) {
             return finding.fix && finding.fix->confidence == Confidence::maybe;
         }));
-}
-
-// Why a file cannot be written, in the system's words; empty where it is. What is not a regular
-// file, such as a pipe, has been read to its end and is not the same any more.
-std::string write_text(const std::string& path, std::string_view text) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return "not a regular file";
-    bool changed = false;
-    return put_file(path, text, changed) ? "" : system_message(errno);
 }
 
 }  // namespace
@@ -75,14 +60,8 @@ void place_mended(File& file, const Options& options, MendingTotals& totals) {
             file.output = source.bytes;
     } else if (options.diff) {
         file.output = std::move(mended.diff);
-    } else if (mended.is_changed) {
-        const std::string reason = write_text(source.path, mended.text);
-        if (!reason.empty()) {
-            file.checked.findings.push_back(failure("output-unwritable",
-                                                    {{"path", source.path}, {"reason", reason}},
-                                                    whole_file(source.path)));
-            return;
-        }
+    } else if (mended.is_changed && !rewrite(file, mended.text)) {
+        return;
     }
     const std::vector<Finding>& left = mended.is_changed ? mended.findings : file.checked.findings;
     if (!options.unsafe_fixes) totals.unsafe += unsafe_count(left);

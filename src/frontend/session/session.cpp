@@ -84,6 +84,10 @@ bool read(Session& session, std::size_t index) {
 }
 
 void check(Session& session, File& file, std::size_t worker) {
+    if (session.steps.reads_only) {
+        file.checked = check_text(*file.source, session.options);
+        return session.steps.work(file);
+    }
     auto& place = session.places[worker];
     if (place == nullptr) place = std::make_unique<Workplace>();
     const auto check_text = [&](const Source& source) {
@@ -253,7 +257,7 @@ void read_first(Session& session) {
 
 void run_files(Session& session) {
     try {
-        session.program = find_translator(session.options.program);
+        if (!session.steps.reads_only) session.program = find_translator(session.options.program);
     } catch (const StartFailure& error) {
         show(session.reporter, start_failure(shown_path(session, 0), error));
         return;

@@ -52,6 +52,8 @@ struct Inputs {
 struct Steps {
     // Folders are searched for *.zlm files; else they are wrong.
     bool searches_folders = false;
+    // Files are judged by their text alone, and the models are there.
+    bool reads_only = false;
     Wanted wanted;
     // With all files that can be read, before any is checked: is the command line right for them?
     bool needs_all = false;

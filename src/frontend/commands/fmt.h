@@ -1,0 +1,11 @@
+// orvex fmt: models are laid out in the one way.
+#pragma once
+
+#include "frontend/cli/options.h"
+
+namespace orvex::frontend {
+
+// Returns the exit status. Throws UsageError.
+int run_fmt(const Options& options);
+
+}  // namespace orvex::frontend

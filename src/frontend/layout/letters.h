@@ -1,0 +1,14 @@
+// The letters of a model: keywords and labels in capitals, declared names as they are declared.
+#pragma once
+
+#include "frontend/layout/rows.h"
+#include "frontend/model/model.h"
+
+#include <vector>
+
+namespace orvex::frontend {
+
+// Adds the edits of a model's letters, in no order.
+void set_letters(const Text& text, const Model& model, std::vector<Edit>& edits);
+
+}  // namespace orvex::frontend

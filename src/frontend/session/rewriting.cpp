@@ -1,0 +1,37 @@
+#include "frontend/session/rewriting.h"
+
+#include "frontend/base/files.h"
+#include "frontend/base/streams.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace orvex::frontend {
+
+namespace {
+
+// Why a file cannot be written, in the system's words; empty where it is. What is not a regular
+// file, such as a pipe, has been read to its end and is not the same any more.
+std::string write_text(const std::string& path, std::string_view text) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return "not a regular file";
+    bool changed = false;
+    return put_file(path, text, changed) ? "" : system_message(errno);
+}
+
+}  // namespace
+
+bool rewrite(File& file, std::string_view text) {
+    const std::string& path = file.source->path;
+    const std::string reason = write_text(path, text);
+    if (reason.empty()) return true;
+    file.checked.findings.push_back(
+        failure("output-unwritable", {{"path", path}, {"reason", reason}}, whole_file(path)));
+    return false;
+}
+
+}  // namespace orvex::frontend
