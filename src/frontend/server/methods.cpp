@@ -50,6 +50,9 @@ constexpr Method methods[] = {
     {"workspace/symbol", true, workspace_symbols},
     {"textDocument/prepareRename", true, prepare_renaming},
     {"textDocument/rename", true, renaming},
+    {"textDocument/formatting", true, formatting},
+    {"textDocument/rangeFormatting", true, range_formatting},
+    {"textDocument/onTypeFormatting", true, line_formatting},
 };
 
 }  // namespace
@@ -75,6 +78,9 @@ Json abilities_provided() {
         {"documentHighlightProvider", true},
         {"documentSymbolProvider", true},
         {"workspaceSymbolProvider", true},
+        {"documentFormattingProvider", true},
+        {"documentRangeFormattingProvider", true},
+        {"documentOnTypeFormattingProvider", {{"firstTriggerCharacter", "\n"}}},
         {"foldingRangeProvider", true},
         {"selectionRangeProvider", true},
         {"inlayHintProvider", true},

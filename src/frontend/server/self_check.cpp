@@ -22,14 +22,17 @@ constexpr std::array questions_at_places = {"textDocument/hover",
                                             "textDocument/definition",
                                             "textDocument/references",
                                             "textDocument/documentHighlight",
+                                            "textDocument/onTypeFormatting",
                                             "textDocument/prepareRename"};
 
 constexpr std::array questions_about_texts = {
     "textDocument/diagnostic", "textDocument/documentSymbol", "textDocument/foldingRange",
-    "textDocument/codeLens",   "textDocument/documentLink",   "textDocument/semanticTokens/full"};
+    "textDocument/codeLens",   "textDocument/documentLink",   "textDocument/semanticTokens/full",
+    "textDocument/formatting"};
 
 constexpr std::array questions_about_ranges = {
-    "textDocument/inlayHint", "textDocument/semanticTokens/range", "textDocument/codeAction"};
+    "textDocument/inlayHint", "textDocument/semanticTokens/range", "textDocument/codeAction",
+    "textDocument/rangeFormatting"};
 
 bool is_inside(const Document& document, Position position) {
     if (position.line >= document.lines.size()) return false;

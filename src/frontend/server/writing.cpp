@@ -1,8 +1,11 @@
 #include "frontend/server/writing.h"
 
 #include "frontend/abilities/rename.h"
+#include "frontend/layout/layout.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace orvex::frontend {
 
@@ -20,6 +23,26 @@ Json annotations() {
 
 void expect_allowed(const Renaming& renaming) {
     if (!renaming.refusal.empty()) throw RequestError{request_failed, renaming.refusal};
+}
+
+void add_edits(const Document& document, const std::vector<Edit>& edits, Json& answer) {
+    for (const Edit& edit : edits) {
+        const Range range = {static_cast<Offset>(edit.begin), static_cast<Offset>(edit.end)};
+        answer.push_back({{"range", json_of(document, range)}, {"newText", edit.text}});
+    }
+}
+
+// The edits of lines, from 1, both inclusive, that `lay_out` makes of each model that has some of
+// them.
+template <typename LayOut>
+Json layout_of_models(const Document& document, int first, int last, const LayOut& lay_out) {
+    Json answer = Json::array();
+    for (const Model& model : document.models) {
+        const ModelText& text = document.source.models[model.node];
+        if (text.last < first || text.line > last || !may_be_laid_out(model)) continue;
+        add_edits(document, lay_out(model), answer);
+    }
+    return answer;
 }
 
 }  // namespace
@@ -51,6 +74,31 @@ Json renaming(Server& server, const Json& params) {
     Json change = workspace_edit(document, std::move(edits), client.edits_by_version);
     if (has_host_text) change["changeAnnotations"] = annotations();
     return change;
+}
+
+Json formatting(Server& server, const Json& params) {
+    const Document& document = open_text(server, params).document;
+    return layout_of_models(document, 1, line_count(document.source),
+                            [&](const Model& model) { return layout_of(document.source, model); });
+}
+
+Json range_formatting(Server& server, const Json& params) {
+    const Document& document = open_text(server, params).document;
+    const Range range = range_in(document, params.at("range"));
+    const int first = line_of(document.source.tree, range.begin);
+    const int last = line_of(document.source.tree, std::max(range.begin + 1, range.end) - 1);
+    return layout_of_models(document, first, last, [&](const Model& model) {
+        return layout_of_lines(document.source, model, first, last);
+    });
+}
+
+// The position is in the new line.
+Json line_formatting(Server& server, const Json& params) {
+    const Document& document = open_text(server, params).document;
+    const int line = line_of(document.source.tree, offset_in(document, params)) - 1;
+    return layout_of_models(document, line, line, [&](const Model& model) {
+        return layout_of_line(document.source, model, line);
+    });
 }
 
 }  // namespace orvex::frontend
