@@ -24,6 +24,9 @@ export interface Answers {
     "workspace/symbol": Result<typeof lsp.WorkspaceSymbolRequest.type>;
     "textDocument/prepareRename": Result<typeof lsp.PrepareRenameRequest.type>;
     "textDocument/rename": Result<typeof lsp.RenameRequest.type>;
+    "textDocument/formatting": Result<typeof lsp.DocumentFormattingRequest.type>;
+    "textDocument/rangeFormatting": Result<typeof lsp.DocumentRangeFormattingRequest.type>;
+    "textDocument/onTypeFormatting": Result<typeof lsp.DocumentOnTypeFormattingRequest.type>;
     "textDocument/semanticTokens/full": Result<typeof lsp.SemanticTokensRequest.type>;
     "textDocument/semanticTokens/full/delta": Result<typeof lsp.SemanticTokensDeltaRequest.type>;
     "textDocument/semanticTokens/range": Result<typeof lsp.SemanticTokensRangeRequest.type>;

@@ -18,12 +18,12 @@ const EXPECTED = {
     closed: [
         ["$ONTEXT", "$ONTEXT", "source"],
         ["Manufactures", "! Manufactures", "comment.line.exclamation"],
-        ["$prod:y", "s", "entity.other.attribute-name"],
+        ["$PROD:Y", "S", "entity.other.attribute-name"],
         ["VA:", "VA", "entity.other.attribute-name.nest"],
         ["PW.FX = 1", "PW.FX = 1;", "source"],
     ],
     dynamic: [
-        ["INV(T)$(ORD(T) GT 1)        !", "INV", "entity.name.variable"],
+        ["INV(T)$(ORD(T) GT 1)  !", "INV", "entity.name.variable"],
         ["O:PK(T+1)", "+", "keyword.operator.lead-lag"],
         ["K:IMAX(T)", "K", "entity.other.attribute-name"],
         ["D:PKL", '"T4"', "string.quoted.double"],

@@ -92,7 +92,7 @@ endfor
 
 " Lines of an example, and how deep they are folded: host, model, block, its last line, end, host.
 silent execute 'edit!' fnameescape(s:root . '/examples/closed/closed.zlm')
-let s:folds = map([1, 21, 22, 44, 48, 69, 70, 71], 'foldlevel(v:val)')
+let s:folds = map([1, 21, 22, 44, 48, 67, 68, 69], 'foldlevel(v:val)')
 if s:folds != [0, 1, 1, 2, 2, 2, 1, 0]
   call add(s:failures, 'folds: ' . string(s:folds))
 endif
