@@ -220,6 +220,21 @@ TEST(Layout, HasOneWay) {
     for (const Row& row : long_rows) expect_laid_out(row);
 }
 
+// Also where the file ends in a model, and where lines have more columns than are read.
+TEST(Layout, KeepsLineEnds) {
+    const string fields = times(10, " Q:A(S)");
+    const string wide = times(10, "  Q:A(S)");
+    for (const string end : {"\n", "\r\n"}) {
+        const string head = "$MODEL:M" + end + end + "$PROD:Y" + end;
+        EXPECT_EQ(layout_properties::laid_out(head + " O:P(S)" + fields + fields),
+                  head + "  O:P(S)" + wide + "  Q:A(S)" + end + "+         Q:A(S)" +
+                      times(8, "  Q:A(S)"));
+        const string longer = "  i:P   Q:1" + times(250, " ") + "! so" + end;
+        EXPECT_EQ(layout_properties::laid_out(head + longer + " i:P Q:1" + end),
+                  head + longer + "  I:P  Q:1" + end);
+    }
+}
+
 TEST(Layout, KeepsTheMeaningOfExamples) {
     for (const string& name : harness::names_in(EXAMPLES_DIR, "")) {
         const string path = string(EXAMPLES_DIR "/").append(name).append("/" + name + ".zlm");

@@ -25,7 +25,7 @@ class BlankLines {
         bool is_open = false;  // a constraint that the next keyword ends
         for (Index block = node.block; block < tree_.models[model + 1].block; ++block) {
             const Index opening = tree_.blocks[block].record;
-            const Index next = std::min(tree_.blocks[block + 1].record, node.end - 1);
+            const Index next = std::min(tree_.blocks[block + 1].record, node.end);
             if (!is_open) {
                 reduce(from, opening);
                 part(block, from);

@@ -211,10 +211,13 @@ class Writer {
         edits_.push_back(std::move(edit));
     }
 
+    // That of the line, or of the one before it where the line is the last of the file.
     std::string_view line_end(Index record) const {
-        const Offset end = line_range(text_.tree, record).end;
-        return text_of(text_.bytes,
-                       {end, range_of(text_.tree, text_.tree.records[record + 1].token).begin});
+        const Tree& tree = text_.tree;
+        const auto end = [&tree](Index of) {
+            return Range{line_range(tree, of).end, tree.tokens[tree.records[of + 1].token].begin};
+        };
+        return text_of(text_.bytes, end(record).empty() ? end(record - 1) : end(record));
     }
 
     const Text& text_;
