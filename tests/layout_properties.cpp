@@ -151,7 +151,7 @@ bool is_layout(const Tree& tree, Index record, Index token) {
     if (kind == RecordKind::opening && first != tree.records[record].token) return false;
     return kind_at(token + 1) == TokenKind::label ||
            (kind_at(token - 1) == TokenKind::colon && kind_at(token + 1) != TokenKind::colon &&
-            kind_at(token + 1) != TokenKind::line_end);
+            kind_at(token + 1) != TokenKind::blank && kind_at(token + 1) != TokenKind::line_end);
 }
 
 // The text with other blanks where they are layout.

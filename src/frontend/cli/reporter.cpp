@@ -23,14 +23,7 @@ constexpr milliseconds step{100};
 
 constexpr std::string_view erase_line = "\r\x1b[K";
 
-// Those errors say that the work could not be done, not that a model is wrong.
-int status_of(std::string_view code) {
-    constexpr std::string_view failures[] = {
-        "file-name-unusable",        "file-unreadable",   "graphviz-failed", "graphviz-timeout",
-        "memory-exhausted",          "output-unwritable", "read-failed",     "result-unknown",
-        "temporary-folder-unusable", "translator-failed", "usage",           "write-failed"};
-    return std::find(std::begin(failures), std::end(failures), code) == std::end(failures) ? 1 : 2;
-}
+int status_of(std::string_view code) { return is_failure(code) ? 2 : 1; }
 
 // Does a command that changes files print a text: a diff, or what becomes of standard input?
 bool prints_text(const Options& options) {

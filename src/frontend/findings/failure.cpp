@@ -4,7 +4,9 @@
 #include "frontend/findings/messages.h"
 #include "frontend/findings/wording.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -33,6 +35,14 @@ Finding failure(std::string code, const Values& values, Span span, std::string_v
 
 Finding warning(std::string code, const Values& values, Span span, std::string_view variant) {
     return own_finding(Severity::warning, std::move(code), values, std::move(span), variant);
+}
+
+bool is_failure(std::string_view code) {
+    constexpr std::string_view failures[] = {
+        "file-name-unusable",        "file-unreadable",   "graphviz-failed", "graphviz-timeout",
+        "memory-exhausted",          "output-unwritable", "read-failed",     "result-unknown",
+        "temporary-folder-unusable", "translator-failed", "usage",           "write-failed"};
+    return std::find(std::begin(failures), std::end(failures), code) != std::end(failures);
 }
 
 void set_help(Finding& finding, std::string text) {

@@ -14,6 +14,9 @@ namespace orvex::frontend {
 Finding failure(std::string code, const Values& values, Span span, std::string_view variant = {});
 Finding warning(std::string code, const Values& values, Span span, std::string_view variant = {});
 
+// Does an error of that code say that the work could not be done, and not that a model is wrong?
+bool is_failure(std::string_view code);
+
 // Replaces what the finding advises: it has at most one line of help.
 void set_help(Finding& finding, std::string text);
 

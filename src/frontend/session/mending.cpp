@@ -1,10 +1,12 @@
 #include "frontend/session/mending.h"
 
+#include "frontend/findings/failure.h"
 #include "frontend/fixes/diff.h"
 #include "frontend/rules/allow.h"
 #include "frontend/session/rewriting.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +28,12 @@ std::size_t unsafe_count(const std::vector<Finding>& findings) {
         }));
 }
 
+// What kept a corrected text from being checked is not a finding of the file, and yet must be told.
+void keep_failures(const std::vector<Finding>& from, std::vector<Finding>& findings) {
+    std::copy_if(from.begin(), from.end(), std::back_inserter(findings),
+                 [](const Finding& finding) { return is_failure(finding.code); });
+}
+
 }  // namespace
 
 void mend_file(File& file, const Options& options, const Check& check) {
@@ -41,6 +49,7 @@ void mend_file(File& file, const Options& options, const Check& check) {
         mended.allowed = added.findings;
     }
     mended.is_refused = error_count(draft.findings) > error_count(file.checked.findings);
+    if (mended.is_refused) keep_failures(draft.findings, file.checked.findings);
     const std::vector<Edit> edits = draft.revision.edits();
     mended.is_changed = !edits.empty() && !mended.is_refused;
     if (!mended.is_changed) return;
