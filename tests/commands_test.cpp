@@ -104,7 +104,7 @@ const CommandLine command_lines[] = {
      "formatted 1 file; 1 model with errors left unchanged\n1 error in 1 file\n"},
     {"fmt - <row.zlm >o; grep -c OFFTEXT o", 0, "3\n", "error[keyword-unknown]: "},
     {"fmt none.zlm good.zlm", 2, "[file-unreadable]", "formatted 1 file\n"},
-    {"fmt --check --diff good.zlm", 2, nothing, "`--check` and `--diff` exclude each other\n"},
+    {"fmt --check --diff good.zlm", 1, "\n+++ good.zlm\n", "error[layout-differs]: "},
     {"fmt --model M good.zlm", 2, nothing, "`--model` is no option of `fmt`\n"},
     {"--version; chmod 640 good.zlm; ln -s good.zlm l; \"$ORVEX\" fmt -q l; ls -l l good.zlm", 0,
      "rw-r-----", nothing},

@@ -105,6 +105,36 @@ $PROD:Y
 
 + Q:1
 )"},
+    {"rows out of the columns make none wider, and what follows a comment is by itself",
+     R"(
+$PROD:Y
+ O:P Q:1 P:1 A:H T:2
+ I:L$(SOMETHING GT 0.000001) Q:1 P:(1+TTTTTTTTTT) A:H T:1
+* why
++ Q:1
+ I:PLAND Q:1
+)",
+     R"(
+
+$PROD:Y
+  O:P  Q:1  P:1  A:H  T:2
+  I:L$(SOMETHING GT 0.000001)  Q:1  P:(1+TTTTTTTTTT)  A:H  T:1
+* why
++ Q:1
+  I:PLAND  Q:1
+)"},
+    {"a plus in column 1 of a declaration stays there",
+     R"(
+$SECTORS:
+Y  ! output
++ Z ! of what
+)",
+     R"(
+
+$SECTORS:
+  Y   ! output
++  Z  ! of what
+)"},
     {"descriptions of a block line up",
      R"(
 $SECTORS:  ! as it is
@@ -203,6 +233,9 @@ const Row long_rows[] = {
     {"names go on in a further line, the last with its description",
      "\n\n$SECTORS:\n " + times(12, " ABCDEFGH") + " Z Y ! text\n",
      "\n\n$SECTORS:\n" + times(10, "  ABCDEFGH") + "\n  ABCDEFGH  ABCDEFGH  Z\n  Y  ! text\n"},
+    {"names that a comment allows are not broken",
+     "\n\n$SECTORS:\n* orvex: allow name-unused\n " + times(12, " ABCDEFGH") + "\n",
+     "\n\n$SECTORS:\n* orvex: allow name-unused\n" + times(12, "  ABCDEFGH") + "\n"},
     {"a record of a report, an opening and a description are not",
      "\n\n$PROD:Y " + times(20, " A:1.25") + "\n  O:P ! " + times(50, "text") + "\n",
      "\n\n$PROD:Y" + times(20, "  A:1.25") + "\n  O:P  ! " + times(50, "text") + "\n"},

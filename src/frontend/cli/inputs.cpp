@@ -31,7 +31,7 @@ void look_into(const fs::path& folder, std::vector<fs::path>& folders,
         std::error_code ignored;
         if (entry->is_directory(ignored)) {
             if (!entry->is_symlink(ignored)) folders.push_back(path);
-        } else if (is_model_file(path)) {
+        } else if (is_model_file(path) && !fs::is_other(path, ignored)) {
             found.push_back(path.string());
         }
     }

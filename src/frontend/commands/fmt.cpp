@@ -1,6 +1,5 @@
 #include "frontend/commands/fmt.h"
 
-#include "frontend/cli/inputs.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/fixes/diff.h"
@@ -38,8 +37,8 @@ std::vector<Edit> layout_of_file(const File& file) {
 }
 
 // What --check says of a file: where it would change first.
-Finding difference(const Source& source, const Edit& first) {
-    return failure("layout-differs", {{"path", source.path}},
+Finding difference(const Source& source, bool is_stdin, const Edit& first) {
+    return failure("layout-differs", {{"path", is_stdin ? "-" : source.path}},
                    record_span(source, line_of(source.tree, static_cast<Offset>(first.begin))));
 }
 
@@ -54,7 +53,7 @@ void format_file(File& file, const Options& options) {
     const Source& source = *file.source;
     if (options.diff) mended.diff = unified_diff(source.path, source.bytes, edits);
     if (options.check_only)
-        findings.push_back(difference(source, edits.front()));
+        findings.push_back(difference(source, file.is_stdin, edits.front()));
     else if (!options.diff)
         mended.text = edited(source.bytes, edits);
 }
@@ -92,8 +91,6 @@ std::string summary_line(const Options& options, const Totals& totals) {
 }  // namespace
 
 int run_fmt(const Options& options) {
-    if (options.check_only && options.diff)
-        throw UsageError{"`--check` and `--diff` exclude each other", "`--diff` checks, too"};
     Totals totals;
     Steps steps;
     steps.searches_folders = true;

@@ -84,7 +84,7 @@ bool is_broken_or_continued(const Rows& rows, std::size_t row) {
 }
 
 // Adds the cells of a row to the widths of the columns: all that another cell of their entry
-// follows, unless they are too wide.
+// follows, up to one that is too wide, after which the row is not in the columns any more.
 void add_widths(const Rows& rows, std::size_t index, Columns& widths) {
     const Row& row = rows.rows[index];
     const std::span<const Cell> cells = cells_of(rows, row);
@@ -92,18 +92,37 @@ void add_widths(const Rows& rows, std::size_t index, Columns& widths) {
         const std::size_t column = column_of(row, at);
         const bool is_followed =
             at + 1 < cells.size() || (column == 0 && is_broken_or_continued(rows, index));
-        if (!is_followed || cells[at].width > widest_aligned) continue;
+        if (!is_followed || cells[at].width > widest_aligned) return;
         if (widths.size() <= column) widths.resize(column + 1);
         widths[column] = std::max(widths[column], cells[at].width);
     }
 }
 
-// Where each column of a run begins.
+// The rows of an entry, the end exclusive.
+struct EntryRows {
+    std::size_t first = 0;
+    std::size_t end = 0;
+    bool passes = false;  // the last column, where it is lined up
+};
+
+std::vector<EntryRows> entries_of(const Rows& rows) {
+    std::vector<EntryRows> entries;
+    for (std::size_t row = 0; row < rows.rows.size(); ++row) {
+        if (entries.empty() || !rows.rows[row].continues) entries.push_back({row, row, false});
+        entries.back().end = row + 1;
+    }
+    return entries;
+}
+
+// Where each column of a run begins. An entry that is not lined up makes none wider.
 class Starts {
   public:
-    explicit Starts(const Rows& rows) {
+    Starts(const Rows& rows, const std::vector<EntryRows>& entries) {
         Columns widths;
-        for (std::size_t row = 0; row < rows.rows.size(); ++row) add_widths(rows, row, widths);
+        for (const EntryRows& entry : entries) {
+            for (std::size_t row = entry.first; row < entry.end && !entry.passes; ++row)
+                add_widths(rows, row, widths);
+        }
         starts_.push_back(indentation);
         for (const std::size_t width : widths)
             starts_.push_back(starts_.back() + (width == 0 ? 0 : width + usual_gap));
@@ -243,19 +262,20 @@ void break_names(const Text& text, Rows& rows) {
 }
 
 void place_entries(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
-    const Starts starts(rows);
-    Writer writer(text, rows, edits);
+    std::vector<EntryRows> entries = entries_of(rows);
     Placement placed;
-    const std::size_t count = rows.rows.size();
-    for (std::size_t first = 0, next = 0; first < count; first = next) {
-        bool passes = false;
-        do {
-            place_in_columns(rows, rows.rows[next], starts, placed);
-            passes = passes || placed.end > most_columns;
-            ++next;
-        } while (next < count && rows.rows[next].continues);
-        for (std::size_t row = first; row < next; ++row) {
-            if (passes) {
+    const Starts all(rows, entries);
+    for (EntryRows& entry : entries) {
+        for (std::size_t row = entry.first; row < entry.end; ++row) {
+            place_in_columns(rows, rows.rows[row], all, placed);
+            entry.passes = entry.passes || placed.end > most_columns;
+        }
+    }
+    const Starts starts(rows, entries);
+    Writer writer(text, rows, edits);
+    for (const EntryRows& entry : entries) {
+        for (std::size_t row = entry.first; row < entry.end; ++row) {
+            if (entry.passes) {
                 writer.write_apart(rows.rows[row]);
             } else {
                 place_in_columns(rows, rows.rows[row], starts, placed);

@@ -1,13 +1,16 @@
 #include "frontend/layout/layout.h"
 
+#include "frontend/base/bytes.h"
 #include "frontend/layout/blank_lines.h"
 #include "frontend/layout/columns.h"
 #include "frontend/layout/letters.h"
 #include "frontend/layout/rows.h"
 #include "frontend/layout/runs.h"
+#include "frontend/syntax/allowance_mark.h"
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 #include <string_view>
 #include <tuple>
 
@@ -15,13 +18,21 @@ namespace orvex::frontend {
 
 namespace {
 
+// Does the comment before a line allow findings in it? Broken, the line would be two.
+bool is_allowed(const Text& text, Index record) {
+    if (text.tree.records[record - 1].kind != RecordKind::comment) return false;
+    const Range comment = line_range(text.tree, record - 1);
+    const std::string words = in_small_letters(text_of(text.bytes, comment));
+    return words.find(allowance_mark) != std::string::npos;
+}
+
 // Adds the rows of a run, broken where they have to be.
 void read_rows(const Text& text, const Run& run, Rows& rows) {
     for (Index record = run.first; record < run.end; ++record) {
         const RecordKind kind = text.tree.records[record].kind;
         if (kind == RecordKind::blank || kind == RecordKind::comment) continue;
         if (!add_row(text, record, rows)) continue;
-        if (run.kind == RunKind::names) break_names(text, rows);
+        if (run.kind == RunKind::names && !is_allowed(text, record)) break_names(text, rows);
         if (run.may_break) break_entry(rows);
     }
 }

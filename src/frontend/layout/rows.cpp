@@ -73,11 +73,12 @@ class RowReader {
         cell.range.end = end;
     }
 
-    // A keyword, "+Q:5" and a blank label keep their places in the line.
+    // A keyword, "+Q:5", a name after a "+" in column 1 and a blank label keep their places.
     void pin(Range& range, bool has_blank_label) {
         const Offset line = line_range(tree_, record_).begin;
         const bool is_keyword = tree_.records[record_].kind == RecordKind::opening;
-        const bool is_plus = row_.continues && range.begin == line;
+        const bool is_plus =
+            range.begin == line && text_.bytes[line] == notation::continuation_mark;
         row_.is_pinned = is_keyword || is_plus || has_blank_label;
         if (row_.is_pinned) range.begin = line;
     }

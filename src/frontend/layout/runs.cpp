@@ -55,10 +55,14 @@ class RunReader {
         return has_entries_ ? add(RunKind::opening, record, record + 1) : record + 1;
     }
 
+    // What continues an entry before a comment or a blank line does not line up with the next one.
     Index take_entries(Index record) {
         is_opening_ = false;
+        const bool continues = kind(record) == RecordKind::continuation;
         Index end = record + 1;
-        while (end < end_ && is_entry(kind(end))) ++end;
+        while (end < end_ &&
+               (continues ? kind(end) == RecordKind::continuation : is_entry(kind(end))))
+            ++end;
         return add(RunKind::entries, record, end);
     }
 

@@ -10,6 +10,7 @@
 #include "frontend/rules/edits.h"
 #include "frontend/rules/rule.h"
 #include "frontend/rules/warn.h"
+#include "frontend/syntax/allowance_mark.h"
 #include "notation/records.h"
 
 #include <algorithm>
@@ -22,7 +23,6 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr std::string_view mark = "orvex:";
 constexpr std::string_view for_next = "allow";
 constexpr std::string_view for_file = "allow-file";
 constexpr std::string_view blanks = " \t";
@@ -103,7 +103,7 @@ class Reader {
     void take_comment(Index record) {
         Words words(line_text(source_, line_of_record(record)),
                     line_begin(source_, line_of_record(record)));
-        if (!words.take_text(mark)) return;
+        if (!words.take_text(allowance_mark)) return;
         const Range word = words.take(blanks);
         const std::string what = in_small_letters(text_of(source_.bytes, word));
         if (what != for_next && what != for_file) return;
@@ -202,7 +202,7 @@ bool is_to_allow(const Source& source, const Finding& finding) {
 
 std::string comment(std::string_view what, const std::vector<std::string>& codes) {
     std::string text = "* ";
-    text.append(mark).append(" ").append(what).append(" ");
+    text.append(allowance_mark).append(" ").append(what).append(" ");
     for (const std::string& code : codes)
         text.append(&code == codes.data() ? "" : ", ").append(code);
     return text + "\n";

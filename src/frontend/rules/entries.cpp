@@ -32,6 +32,7 @@ Range text_before_label(const Subject& subject, Index record) {
          ++token) {
         const Range range = range_of(tree, token);
         switch (tree.tokens[token].kind) {
+        case TokenKind::label:
         case TokenKind::colon: return text;
         case TokenKind::plus: break;
         case TokenKind::blank: text.end = last; break;
