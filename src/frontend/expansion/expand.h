@@ -1,0 +1,59 @@
+// A model as the host prints it for the solver: its generator file, run with the data.
+#pragma once
+
+#include "frontend/expansion/data.h"
+#include "frontend/expansion/data_files.h"
+#include "frontend/expansion/model_data.h"
+#include "frontend/expansion/program.h"
+#include "frontend/findings/finding.h"
+#include "frontend/model/model.h"
+#include "frontend/syntax/source.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// A model of a file, and what the translator made of it.
+struct GeneratedModel {
+    const Source& source;
+    const Model& model;
+    std::string_view generator;
+    // The lines that the translator had read before this model.
+    int lines_before = 0;
+};
+
+// A model with its data, ready to be printed. It refers to the generator text and the data files.
+struct Expansion {
+    Program program;
+    Data data;
+    // How often each statement runs.
+    std::vector<std::uint64_t> passes;
+};
+
+// Called between passes of a long run. What it throws ends the run.
+using Pause = std::function<void()>;
+
+// Takes one line, without its line end. What it throws ends the run.
+using TakeLine = std::function<void(std::string_view)>;
+
+// Reads the generator text, finds its data in the files, and evaluates everything once without
+// printing. Adds what is wrong to the findings, as places in the model and in the data files. False
+// where the model cannot be printed.
+bool prepare_expansion(const GeneratedModel& generated, DataFiles& files, const Pause& pause,
+                       Expansion& expansion, std::vector<Finding>& findings);
+
+// Prints the model, line by line. Memory does not grow with the lines. Precondition:
+// prepare_expansion has returned true.
+void expand(const Expansion& expansion, const Pause& pause, const TakeLine& take_line);
+
+// What a flaw of the program means for the model: an error, or a warning where the code has that
+// level.
+Finding finding_of(const GeneratedModel& generated, const Flaw& flaw);
+
+// The variables that a model declares.
+Variables variables_of(const Model& model);
+
+}  // namespace orvex::frontend
