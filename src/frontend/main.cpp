@@ -5,6 +5,7 @@
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/reporter.h"
 #include "frontend/commands/check.h"
+#include "frontend/commands/expand.h"
 #include "frontend/commands/explain.h"
 #include "frontend/commands/fmt.h"
 #include "frontend/commands/graph.h"
@@ -66,6 +67,7 @@ int run(int argc, char** argv) {
         case Command::translate: return run_translate(options);
         case Command::info: return run_info(options);
         case Command::graph: return run_graph(options);
+        case Command::expand: return run_expand(options);
         case Command::lsp:
             return options.self_check ? run_self_check(options) : run_server(options);
         case Command::none: break;

@@ -3,6 +3,7 @@
 #include "frontend/base/spelling.h"
 #include "frontend/cli/help.h"
 #include "frontend/cli/option_table.h"
+#include "frontend/expansion/data_files.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -204,6 +205,16 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
     refuse(parsed, "`" + name + "` is no option of `" + row_of(parsed.options.command).name + "`");
 }
 
+// Files after a data file are data, too, as their endings say: "--data a.json b.csv".
+void move_data_files(Options& options) {
+    if (options.data.empty()) return;
+    const auto data =
+        std::stable_partition(options.files.begin(), options.files.end(),
+                              [](const std::string& path) { return !is_data_path(path); });
+    options.data.insert(options.data.end(), data, options.files.end());
+    options.files.erase(data, options.files.end());
+}
+
 // What is wrong with the command line as a whole.
 void look_over(ParsedCommandLine& parsed) {
     const Options& options = parsed.options;
@@ -217,11 +228,14 @@ void look_over(ParsedCommandLine& parsed) {
         refuse(parsed,
                options.command == Command::explain ? "no code is given" : "no file is given");
     }
-    if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
+    if (std::count(options.files.begin(), options.files.end(), "-") +
+            std::count(options.data.begin(), options.data.end(), "-") >
+        1) {
         refuse(parsed, "`-` is given twice, but standard input can be read once only");
     }
     if (options.unsafe_fixes && !options.fix && !options.diff)
         refuse(parsed, "`--unsafe-fixes` needs `--fix` or `--diff`");
+    if (!options.set_sizes.empty() && !options.summary) refuse(parsed, "`--set` needs `--summary`");
     if (options.depth >= 0 && options.focus.empty()) refuse(parsed, "`--depth` needs `--focus`");
 }
 
@@ -267,6 +281,7 @@ void read_options(const std::vector<std::string>& arguments, const Words& words,
 
     options.files.assign(words.plain.begin() + 1, words.plain.end());
     for (const auto& [name, values] : words.options) take_option(parsed, name, values);
+    if (options.command == Command::expand) move_data_files(options);
     look_over(parsed);
 }
 

@@ -10,6 +10,7 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string_view>
 #include <system_error>
@@ -44,6 +45,12 @@ constexpr std::array commands = {
         "Draws each model: its sectors, commodities, consumers and auxiliary variables, and\n"
         "what is made, used, demanded, endowed and taxed. For most formats the picture is a\n"
         "text.\n"},
+    CommandRow{
+        Command::expand, "expand", "[OPTION...] FILE... [--data DATA...]",
+        "print each model as the solver reads it",
+        "Runs the generator file of each model with the data, as the host does, and prints what\n"
+        "it prints: each entry for each element, with its numbers. DATA is a file of JSON or "
+        "CSV.\n"},
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
                "Says what a message means and what to do, with a wrong and a corrected example.\n"
                "CODE is the word in brackets of the message.\n"},
@@ -59,7 +66,9 @@ constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(com
 constexpr unsigned with_output = bit(Command::translate);
 constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
 constexpr unsigned with_levels = with_warnings | bit(Command::lsp);
-constexpr unsigned with_translator = with_warnings | bit(Command::info) | bit(Command::graph);
+constexpr unsigned with_data = bit(Command::expand);
+constexpr unsigned with_translator =
+    with_warnings | bit(Command::info) | bit(Command::graph) | with_data;
 constexpr unsigned with_files = with_translator | bit(Command::fmt);
 constexpr unsigned with_findings = with_warnings | bit(Command::fmt);
 constexpr unsigned with_colour = with_files | bit(Command::explain);
@@ -73,6 +82,7 @@ constexpr Severity levels[] = {Severity::off, Severity::note, Severity::warning,
 constexpr int most_jobs = 256;
 constexpr int most_errors = 1'000'000;
 constexpr int most_depth = 1'000'000;
+constexpr int most_elements = 1'000'000;
 constexpr int most_models_before = 98;  // generated names show a model's number with two digits
 constexpr int most_constraints_before = 998;  // and a constraint's with three
 
@@ -188,6 +198,23 @@ std::string take_warn(Options& options, const std::string& value) {
     return "";
 }
 
+std::string take_data(Options& options, const std::string& value) {
+    if (value.empty()) return "wants a value that is not empty";
+    options.data.push_back(value);
+    return "";
+}
+
+std::string take_set_size(Options& options, const std::string& value) {
+    const std::size_t equals = value.find('=');
+    if (equals == std::string::npos || equals == 0) return "wants NAME=N, not `" + value + "`";
+    std::uint64_t size = 0;
+    std::string wrong = take_number(value.substr(equals + 1), 0, most_elements, size);
+    std::string name = value.substr(0, equals);
+    make_upper(name);
+    if (wrong.empty()) options.set_sizes[name] = size;
+    return wrong;
+}
+
 std::string take_colour(Options& options, const std::string& value) {
     std::size_t index = 0;
     std::string wrong = take_name(value, colour_names, index);
@@ -204,6 +231,14 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.depfile); }},
     {"--format", "PICTURE", bit(Command::graph),
      "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
+    {"--data", "DATA", with_data, "a data file, JSON or CSV; repeatable", take_data},
+    {"--summary", "", with_data, "say how large each block becomes, instead of printing it",
+     [](Options& o, const std::string&) {
+         o.summary = true;
+         return std::string();
+     }},
+    {"--set", "NAME=N", with_data,
+     "with --summary: an upper bound for N elements in this set; repeatable", take_set_size},
     {"--check", "", bit(Command::lsp), "ask everything about files instead, without an editor",
      [](Options& o, const std::string&) {
          o.self_check = true;
@@ -220,11 +255,14 @@ const OptionRow option_rows[] = {
     {"--format", "FORMAT", bit(Command::info),
      "names as text (default) or json; findings also as short, sarif, github or junit",
      take_format},
+    {"--format", "FORMAT", with_data,
+     "findings as text (default), short, json, sarif, github or junit; a summary as text or json",
+     take_format},
     {"--format", "FORMAT", with_findings,
      "findings as text (default), short, json, sarif, github or junit", take_format},
     {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
      take_report},
-    {"--warn", "[CODE=]LEVEL", with_levels,
+    {"--warn", "[CODE=]LEVEL", with_levels | with_data,
      "off, note, warning or error, for a code or for all warnings; repeatable", take_warn},
     {"--fix", "", bit(Command::check), "correct what can certainly be corrected, and check again",
      [](Options& o, const std::string&) {
@@ -253,7 +291,7 @@ const OptionRow option_rows[] = {
          o.add_allow = true;
          return std::string();
      }},
-    {"--error-on-warnings", "", with_warnings, "count warnings as errors",
+    {"--error-on-warnings", "", with_warnings | with_data, "count warnings as errors",
      [](Options& o, const std::string&) {
          o.error_on_warnings = true;
          return std::string();

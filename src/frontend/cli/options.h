@@ -6,6 +6,7 @@
 #include "frontend/findings/report.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
@@ -13,7 +14,7 @@
 
 namespace orvex::frontend {
 
-enum class Command { none, translate, check, fmt, info, graph, explain, codes, lsp };
+enum class Command { none, translate, check, fmt, info, graph, expand, explain, codes, lsp };
 
 struct Options {
     Command command = Command::none;
@@ -74,6 +75,15 @@ struct Options {
 
     bool self_check = false;
     std::string log;
+
+    // expand.
+
+    // Data files, JSON or CSV.
+    std::vector<std::string> data;
+    // How large the model is, in place of its text.
+    bool summary = false;
+    // --set NAME=N, names in capitals.
+    std::map<std::string, std::uint64_t> set_sizes;
 
     // graph.
 

@@ -37,8 +37,8 @@ bool prints_text(const Options& options) {
 // output.
 Stream& findings_stream(Reporter& reporter) {
     const Command command = reporter.options.command;
-    const bool has_product =
-        command == Command::translate || command == Command::info || command == Command::graph;
+    const bool has_product = command == Command::translate || command == Command::info ||
+                             command == Command::graph || command == Command::expand;
     return has_product || prints_text(reporter.options) ? reporter.err : reporter.out;
 }
 

@@ -67,6 +67,10 @@ Finding finding_of(const GeneratedModel& generated, const Flaw& flaw) {
                       : failure(code, flaw.values, span, flaw.variant);
 }
 
+int line_of_place(const GeneratedModel& generated, Range place) {
+    return model_place(generated, place).line;
+}
+
 Variables variables_of(const Model& model) {
     Variables variables;
     for (const Index number : model.declared) {

@@ -27,7 +27,7 @@ struct GeneratedModel {
 
 // A model with its data, ready to be printed. It refers to the generator text and the data files.
 struct Expansion {
-    Program program;
+    GeneratorProgram program;
     Data data;
     // How often each statement runs.
     std::vector<std::uint64_t> passes;
@@ -52,6 +52,9 @@ void expand(const Expansion& expansion, const Pause& pause, const TakeLine& take
 // What a flaw of the program means for the model: an error, or a warning where the code has that
 // level.
 Finding finding_of(const GeneratedModel& generated, const Flaw& flaw);
+
+// The line of the file from which a place of the generator file comes.
+int line_of_place(const GeneratedModel& generated, Range place);
 
 // The variables that a model declares.
 Variables variables_of(const Model& model);

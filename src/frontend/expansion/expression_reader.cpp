@@ -130,7 +130,7 @@ void ExpressionReader::expect(std::string_view symbol) {
     words_.advance();
 }
 
-Index ExpressionReader::add(Node node, Offset begin) {
+Index ExpressionReader::add(Expression node, Offset begin) {
     node.place = {begin, words_.end_before()};
     program_.nodes.push_back(node);
     return static_cast<Index>(program_.nodes.size()) - 1;
@@ -138,7 +138,7 @@ Index ExpressionReader::add(Node node, Offset begin) {
 
 Index ExpressionReader::add_operation(Operation operation, const std::vector<Index>& operands,
                                       Offset begin) {
-    Node node;
+    Expression node;
     node.operation = operation;
     node.first = static_cast<Index>(program_.operands.size());
     node.count = static_cast<Index>(operands.size());
@@ -203,7 +203,7 @@ Index ExpressionReader::read_number() {
         throw Flaw{
             "value-not-finite", {}, {{"text", std::string(words_.text())}}, words_.word().range};
     }
-    Node node;
+    Expression node;
     node.value = *value;
     const Offset begin = words_.word().range.begin;
     words_.advance();
@@ -233,7 +233,7 @@ Index ExpressionReader::read_function(std::string_view name, Offset begin) {
     if (name == "SUM") return read_sum(begin);
     if (name == "CARD") return read_cardinal(begin);
     if (name == "ORD") {
-        Node node;
+        Expression node;
         node.operation = Operation::ordinal;
         node.loop = read_looped();
         expect(")");
@@ -254,7 +254,7 @@ Index ExpressionReader::read_function(std::string_view name, Offset begin) {
 
 Index ExpressionReader::read_cardinal(Offset begin) {
     if (!words_.is_name()) refuse();
-    Node node;
+    Expression node;
     node.operation = Operation::cardinal;
     node.name = name_of(words_.text(), words_.word().range);
     program_.uses[node.name].is_set = true;
@@ -264,7 +264,7 @@ Index ExpressionReader::read_cardinal(Offset begin) {
 }
 
 Index ExpressionReader::read_sum(Offset begin) {
-    Node node;
+    Expression node;
     node.operation = Operation::sum;
     open_loops(node.first, node.count);
     if (words_.is_symbol("$")) {
@@ -325,7 +325,7 @@ Index ExpressionReader::read_looped() {
 }
 
 Index ExpressionReader::read_reference(Range name) {
-    Node node;
+    Expression node;
     node.operation = Operation::reference;
     std::vector<ElementArgument> arguments;
     if (words_.is_symbol("(")) {

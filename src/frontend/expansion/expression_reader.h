@@ -15,7 +15,7 @@ namespace orvex::frontend {
 class ExpressionReader {
   public:
     // Both must outlive the object.
-    ExpressionReader(Words& words, Program& program) : words_(words), program_(program) {}
+    ExpressionReader(Words& words, GeneratorProgram& program) : words_(words), program_(program) {}
 
     Index read() { return read_level(0); }
 
@@ -56,13 +56,13 @@ class ExpressionReader {
     ElementArgument read_argument();
     ElementArgument read_shift(Index loop);
     void open_loop();
-    Index add(Node node, Offset begin);
+    Index add(Expression node, Offset begin);
     Index add_operation(Operation operation, const std::vector<Index>& operands, Offset begin);
     Index name_of(std::string_view text, Range place);
     void use_arguments(Index name, int count, Range place);
 
     Words& words_;
-    Program& program_;
+    GeneratorProgram& program_;
     std::vector<Index> open_;  // names of the sets that are looped over
     int depth_ = 0;
 };

@@ -77,7 +77,7 @@ struct Pass {
 
 class Interpreter {
   public:
-    Interpreter(const Program& program, const Data& data, const Pause& pause)
+    Interpreter(const GeneratorProgram& program, const Data& data, const Pause& pause)
         : program_(program),
           elements_(*data.elements),
           pause_(pause),
@@ -196,7 +196,7 @@ class Interpreter {
     }
 
     double evaluate(Index index) {
-        const Node& node = program_.nodes[index];
+        const Expression& node = program_.nodes[index];
         switch (node.operation) {
         case Operation::number: return node.value;
         case Operation::reference: return value_of(node);
@@ -208,7 +208,7 @@ class Interpreter {
         }
     }
 
-    double value_of(const Node& node) {
+    double value_of(const Expression& node) {
         const auto begin = program_.arguments.begin() + node.first;
         const std::size_t before = place_.size();
         bool is_there = true;
@@ -222,20 +222,20 @@ class Interpreter {
         return value;
     }
 
-    double value_at_place(const Node& node, std::span<const Index> place) const {
+    double value_at_place(const Expression& node, std::span<const Index> place) const {
         if (values_[node.name] != nullptr) return value_at(*values_[node.name], place);
         const Tuples& members = sets_[node.name]->members;
         return truth(members.size() > 0 && members.find(place) != no_index);
     }
 
     // What is before "$" is not evaluated where the condition does not hold.
-    double only_if(const Node& node) {
+    double only_if(const Expression& node) {
         const double condition = evaluate(program_.operands[node.first + 1]);
         if (std::isnan(condition)) return unknown;
         return condition == 0 ? 0 : evaluate(program_.operands[node.first]);
     }
 
-    double sum_of(Index index, const Node& node) {
+    double sum_of(Index index, const Expression& node) {
         double sum = 0;
         each_pass(node.first, node.count, [&] {
             const double condition = node.condition == no_index ? 1 : evaluate(node.condition);
@@ -245,7 +245,7 @@ class Interpreter {
         return checked(index, sum, std::isnan(sum));
     }
 
-    double operate(Index index, const Node& node) {
+    double operate(Index index, const Expression& node) {
         double value = evaluate(program_.operands[node.first]);
         if (node.count == 1)
             return checked(index, of_one(node.operation, value), std::isnan(value));
@@ -271,7 +271,7 @@ class Interpreter {
             {code, variant, {{"text", std::string(text_of(program_.text, place))}}, place});
     }
 
-    const Program& program_;
+    const GeneratorProgram& program_;
     const NameTable& elements_;
     const Pause& pause_;
     std::vector<const DataSet*> sets_;  // of the program's names, as the following two
@@ -289,7 +289,7 @@ class Interpreter {
 
 }  // namespace
 
-Passes try_program(const Program& program, const Data& data, const Pause& pause,
+Passes try_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                    std::vector<Flaw>& flaws) {
     Interpreter interpreter(program, data, pause);
     interpreter.run(nullptr);
@@ -298,7 +298,7 @@ Passes try_program(const Program& program, const Data& data, const Pause& pause,
     return interpreter.counts();
 }
 
-void run_program(const Program& program, const Data& data, const Pause& pause,
+void run_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                  const TakeLine& take_line) {
     Interpreter(program, data, pause).run(&take_line);
 }

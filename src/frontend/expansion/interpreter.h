@@ -17,11 +17,11 @@ using Passes = std::vector<std::uint64_t>;
 
 // Evaluates everything once and prints nothing. Adds values that are not finite to the flaws, each
 // place once. Precondition for this and run_program: check_data has found no flaw.
-Passes try_program(const Program& program, const Data& data, const Pause& pause,
+Passes try_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                    std::vector<Flaw>& flaws);
 
 // Prints the lines. Precondition: try_program has found no flaw.
-void run_program(const Program& program, const Data& data, const Pause& pause,
+void run_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                  const TakeLine& take_line);
 
 // A number as it is printed: as short as it can be without being another number; never "-0".

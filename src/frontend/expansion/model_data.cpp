@@ -44,7 +44,7 @@ std::span<const Index> cells_of(const DataFiles& files, const DataRow& row) {
 }
 
 // How the program uses a name; a name that it does not use has a use that says so.
-NameUse use_of(const Program& program, const std::string& name) {
+NameUse use_of(const GeneratorProgram& program, const std::string& name) {
     const Index found = program.names.find(name);
     return found == no_index ? NameUse() : program.uses[found];
 }
@@ -53,7 +53,7 @@ bool is_wanted(const NameUse& use) { return use.is_set || use.arguments >= 0; }
 
 class Maker {
   public:
-    Maker(DataFiles& files, const Program& program, const Variables& variables, Data& data,
+    Maker(DataFiles& files, const GeneratorProgram& program, const Variables& variables, Data& data,
           std::vector<Finding>& findings)
         : files_(files),
           program_(program),
@@ -217,7 +217,7 @@ class Maker {
     }
 
     DataFiles& files_;
-    const Program& program_;
+    const GeneratorProgram& program_;
     const Variables& variables_;
     Data& data_;
     std::vector<Finding>& findings_;
@@ -240,7 +240,7 @@ Meaning meaning_of(const Data& data, const std::string& name) {
 
 class Checker {
   public:
-    Checker(const Program& program, const Data& data, std::vector<Flaw>& flaws)
+    Checker(const GeneratorProgram& program, const Data& data, std::vector<Flaw>& flaws)
         : program_(program), data_(data), flaws_(flaws) {}
 
     void check() {
@@ -294,7 +294,7 @@ class Checker {
         flaws_.push_back({code, variant, std::move(values), program_.uses[name].place});
     }
 
-    const Program& program_;
+    const GeneratorProgram& program_;
     const Data& data_;
     std::vector<Flaw>& flaws_;
 };
@@ -349,16 +349,16 @@ string_view near_variant(const Values& values) { return values.at("near").empty(
 
 }  // namespace
 
-bool make_data(DataFiles& files, const Program& program, const Variables& variables, Data& data,
-               std::vector<Finding>& findings) {
+bool make_data(DataFiles& files, const GeneratorProgram& program, const Variables& variables,
+               Data& data, std::vector<Finding>& findings) {
     return Maker(files, program, variables, data, findings).make();
 }
 
-void check_data(const Program& program, const Data& data, std::vector<Flaw>& flaws) {
+void check_data(const GeneratorProgram& program, const Data& data, std::vector<Flaw>& flaws) {
     Checker(program, data, flaws).check();
 }
 
-void find_unknown_elements(DataFiles& files, const Program& program, const Data& data,
+void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, const Data& data,
                            std::vector<Finding>& findings, std::vector<Flaw>& flaws) {
     ElementFinder finder(files, data);
     for (const DataRow& row : files.rows) {

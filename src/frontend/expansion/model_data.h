@@ -17,15 +17,15 @@ using Variables = std::map<std::string, int>;
 // Sorts the rows into sets, aliases, parameters and levels. What a row of CSV is follows from how
 // the program uses its name. Notes the names that the model wants in `files.used`. False, with
 // findings, where rows do not fit; each row is reported for one model only.
-bool make_data(DataFiles& files, const Program& program, const Variables& variables, Data& data,
-               std::vector<Finding>& findings);
+bool make_data(DataFiles& files, const GeneratorProgram& program, const Variables& variables,
+               Data& data, std::vector<Finding>& findings);
 
 // Finds what the program wants and the data do not have, or have in another form.
-void check_data(const Program& program, const Data& data, std::vector<Flaw>& flaws);
+void check_data(const GeneratorProgram& program, const Data& data, std::vector<Flaw>& flaws);
 
 // Elements that no set has, in the rows that are the model's and in the model: a typing error there
 // would silently be 0. Each is reported once for all models. Nothing where the data have no set.
-void find_unknown_elements(DataFiles& files, const Program& program, const Data& data,
+void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, const Data& data,
                            std::vector<Finding>& findings, std::vector<Flaw>& flaws);
 
 // Names of the data files that no model has wanted.

@@ -24,7 +24,7 @@ constexpr int most_levels = 1000;
 
 class Reader {
   public:
-    Reader(Program& program, std::vector<Flaw>& flaws)
+    Reader(GeneratorProgram& program, std::vector<Flaw>& flaws)
         : program_(program),
           flaws_(flaws),
           words_(program.text, words_of(program.text)),
@@ -241,7 +241,7 @@ class Reader {
         program_.blocks.push_back({std::string(text), program_.items[item].text});
     }
 
-    Program& program_;
+    GeneratorProgram& program_;
     std::vector<Flaw>& flaws_;
     Words words_;
     ExpressionReader expressions_;
@@ -252,8 +252,8 @@ class Reader {
 
 }  // namespace
 
-Program read_program(std::string_view generator, std::vector<Flaw>& flaws) {
-    Program program;
+GeneratorProgram read_program(std::string_view generator, std::vector<Flaw>& flaws) {
+    GeneratorProgram program;
     program.text = generator;
     Reader(program, flaws).read();
     return program;

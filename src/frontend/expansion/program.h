@@ -46,8 +46,8 @@ enum class Operation : std::uint8_t {
     sum,
 };
 
-// An expression. Its operands are others, in Program::operands.
-struct Node {
+// An expression. Its operands are others, in GeneratorProgram::operands.
+struct Expression {
     Operation operation = Operation::number;
     Range place;  // in the generator text
     double value = 0;
@@ -65,7 +65,7 @@ struct ElementArgument {
 
     Kind kind = Kind::element;
     bool is_lag = false;
-    Index name = 0;  // of an element, in Program::names
+    Index name = 0;  // of an element, in GeneratorProgram::names
     Index loop = 0;
     Index offset = no_index;  // of a lead or lag: the expression after its operator
 };
@@ -94,11 +94,12 @@ struct Statement {
 
     Kind kind = Kind::put;
     Part part = Part::other;
-    Index first = 0;  // of a PUT statement in Program::items, of a loop in Program::sets
+    Index first =
+        0;  // of a PUT statement in GeneratorProgram::items, of a loop in GeneratorProgram::sets
     Index count = 0;
     Index condition = no_index;
     Index end = 0;           // after the statements that are in it
-    Index block = no_index;  // of a PUT statement, in Program::blocks
+    Index block = no_index;  // of a PUT statement, in GeneratorProgram::blocks
 };
 
 // A block of the model, which may be printed for many elements.
@@ -129,11 +130,11 @@ struct Flaw {
     Range place;
 };
 
-struct Program {
+struct GeneratorProgram {
     std::string_view text;      // the generator file
     NameTable names;            // of sets, parameters and elements
     std::vector<NameUse> uses;  // of the names; an element has one that says nothing
-    std::vector<Node> nodes;
+    std::vector<Expression> nodes;
     std::vector<Index> operands;
     std::vector<ElementArgument> arguments;
     std::vector<LoopedSet> sets;
@@ -145,7 +146,7 @@ struct Program {
 };
 
 // Reads a generator file. Adds what cannot be run to the flaws. The text must outlive the program.
-Program read_program(std::string_view generator, std::vector<Flaw>& flaws);
+GeneratorProgram read_program(std::string_view generator, std::vector<Flaw>& flaws);
 
 // The number of the line of the model that is written before the line of the generator file in
 // which the place is; 0 where it cannot be told.

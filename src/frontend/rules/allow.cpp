@@ -216,8 +216,8 @@ const Rule* allowable_rule(std::string_view code) {
     const auto table = rules();
     const auto found = std::find_if(table.begin(), table.end(),
                                     [&](const Rule& rule) { return rule.code == code; });
-    const bool is_allowable =
-        found != table.end() && found->level != Severity::error && code != unused_code;
+    const bool is_allowable = found != table.end() && found->level != Severity::error &&
+                              found->scope != Scope::data && code != unused_code;
     return is_allowable ? &*found : nullptr;
 }
 

@@ -24,14 +24,15 @@ struct Subject {
     std::string_view code;  // of the rule
 };
 
-// Findings of the scope `comments` come of all others and of the comments that allow some of them.
-enum class Scope { file, model, comments };
+// Findings of the scope `comments` come of all others and of the comments that allow some of them;
+// those of the scope `data` come of data files, and only where these are read.
+enum class Scope { file, model, comments, data };
 
 struct Rule {
     std::string_view code;  // of docs/messages.md, where its text is explained
     Severity level;         // unless --warn says otherwise; that of an error is fixed
     Scope scope;
-    // Null for the scope `comments`.
+    // Null for the scopes `comments` and `data`.
     void (*check)(const Subject& subject, std::vector<Finding>& findings);
 };
 

@@ -80,6 +80,8 @@ constexpr Rule table[] = {
     {"quantity-suspicious", Severity::note, Scope::model, check_quantity_suspicious},
     {"quantity-missing", Severity::note, Scope::model, check_quantity_missing},
     {"nest-unused", Severity::note, Scope::model, check_nest_unused},
+    {"element-unknown", level, Scope::data, nullptr},
+    {"data-name-unused", level, Scope::data, nullptr},
 };
 
 void run_scope(Scope scope, Subject subject, std::vector<Finding>& findings) {

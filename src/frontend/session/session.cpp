@@ -156,6 +156,7 @@ void finish_file(Session& session, File& file) {
     show_findings(session, file);
     if (session.steps.before_output) session.steps.before_output(file);
     put_output(reporter, file.output);
+    if (session.steps.print) session.steps.print(file, reporter);
 }
 
 // On one thread, in the order of the files.

@@ -68,6 +68,8 @@ struct Steps {
     std::function<void(File&, const Inputs&)> finish;
     // With each file, after its findings are shown and before its output is.
     std::function<void(File&)> before_output;
+    // With each file, after its output: prints what is too long to be kept.
+    std::function<void(File&, Reporter&)> print;
     // After the last file.
     std::function<void(Reporter&, const Inputs&)> end;
     // Adds what was done to the summary, and returns what begins the closing line.

@@ -1,0 +1,121 @@
+#include "frontend/commands/expand.h"
+
+#include "frontend/cli/levels.h"
+#include "frontend/expansion/expand.h"
+#include "frontend/expansion/summary.h"
+#include "frontend/session/generated.h"
+#include "frontend/session/session.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+// Standard output is closed.
+struct Closed {};
+
+struct Work {
+    const Options& options;
+    DataFiles data;
+    std::vector<Finding> data_findings;  // until the first file is shown
+    bool has_data = true;
+    // Of the present file, in their order.
+    std::vector<std::unique_ptr<Expansion>> ready;
+};
+
+void read_files(Work& work) {
+    work.has_data = read_data(work.options.data, work.data, work.data_findings);
+}
+
+// Is there no finding that keeps the model from being printed?
+bool is_good(const Options& options, const std::vector<Finding>& findings) {
+    return std::none_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        return finding.severity == Severity::error ||
+               (options.error_on_warnings && finding.severity == Severity::warning);
+    });
+}
+
+std::string shown(const Options& options, const ModelSize& size) {
+    return options.format == Format::json ? size_json(size) : size_text(size);
+}
+
+// Makes a model ready to be printed, or adds its size to the output.
+void take_model(Work& work, const GeneratedModel& generated, File& file) {
+    const Options& options = work.options;
+    std::vector<Finding> findings;
+    ModelSize size;
+    auto expansion = std::make_unique<Expansion>();
+    bool is_clear = false;
+    if (options.set_sizes.empty()) {
+        is_clear =
+            prepare_expansion(generated, work.data, stop_if_interrupted, *expansion, findings);
+        if (is_clear && options.summary) size = size_of(generated, *expansion);
+    } else {
+        is_clear = bound_size(generated, work.data, options.set_sizes, size, findings);
+    }
+    apply_levels(options, findings);
+    if (is_clear && is_good(options, findings)) {
+        if (options.summary) {
+            file.output += shown(options, size);
+        } else {
+            work.ready.push_back(std::move(expansion));
+        }
+    }
+    std::move(findings.begin(), findings.end(), std::back_inserter(file.checked.findings));
+}
+
+void take_file(Work& work, File& file) {
+    if (work.has_data) {
+        for (const GeneratedModel& generated : good_models(file)) take_model(work, generated, file);
+    }
+    std::vector<Finding>& findings = file.checked.findings;
+    findings.insert(findings.begin(), work.data_findings.begin(), work.data_findings.end());
+    work.data_findings.clear();
+}
+
+void print(Work& work, Reporter& reporter) {
+    const TakeLine put_line = [&](std::string_view line) {
+        put(reporter.out, line);
+        put(reporter.out, "\n");
+        if (reporter.out.error != 0) throw Closed();
+    };
+    if (!work.ready.empty()) hide_progress(reporter);
+    try {
+        for (const auto& expansion : work.ready) expand(*expansion, stop_if_interrupted, put_line);
+    } catch (const Closed&) {
+        // The session finds that its output is closed.
+    }
+    work.ready.clear();
+}
+
+void show_unused_names(const Work& work, Reporter& reporter) {
+    if (!work.has_data) return;
+    std::vector<Finding> findings;
+    add_unused_names(work.data, findings);
+    apply_levels(work.options, findings);
+    for (const Finding& finding : findings) show(reporter, finding);
+}
+
+}  // namespace
+
+int run_expand(const Options& options) {
+    Options quiet = options;
+    quiet.levels = {{"all", Severity::off}};
+    Work work{options, {}, {}, true, {}};
+    Steps steps;
+    steps.wanted.models = true;
+    steps.wanted.outputs = true;
+    steps.start = [&](const std::vector<File>&) { read_files(work); };
+    steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
+    steps.print = [&](File&, Reporter& reporter) { print(work, reporter); };
+    steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
+    return run_session(quiet, steps);
+}
+
+}  // namespace orvex::frontend

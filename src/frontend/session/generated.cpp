@@ -1,0 +1,41 @@
+#include "frontend/session/generated.h"
+
+#include <algorithm>
+
+namespace orvex::frontend {
+
+namespace {
+
+bool has_error(const File& file, const Model& model) {
+    const ModelText& text = file.source->models[model.node];
+    const auto& findings = file.checked.findings;
+    return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        return finding.severity == Severity::error && finding.span.line >= text.line &&
+               finding.span.line <= text.last;
+    });
+}
+
+// The lines that the translator counts: all of the model but the first.
+int counted_lines(const File& file, const Model& model) {
+    const ModelText& text = file.source->models[model.node];
+    return text.last - text.line;
+}
+
+}  // namespace
+
+std::vector<GeneratedModel> good_models(const File& file) {
+    std::vector<GeneratedModel> good;
+    int lines_before = 0;
+    for (const Model& model : file.checked.models) {
+        const auto& outputs = file.checked.outputs;
+        const auto output =
+            std::find_if(outputs.begin(), outputs.end(),
+                         [&](const Translated& made) { return made.model == model.node; });
+        if (output != outputs.end() && !has_error(file, model))
+            good.push_back({*file.source, model, output->output.generator, lines_before});
+        lines_before += counted_lines(file, model);
+    }
+    return good;
+}
+
+}  // namespace orvex::frontend
