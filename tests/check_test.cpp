@@ -84,7 +84,7 @@ std::vector<MessageEntry> caused_by_models() {
         const string wrong = block(entry, "wrong") + block(entry, "wrong-command");
         const bool by_model =
             entry.ends == "error" || entry.ends == "overflow" || entry.ends == "finding";
-        if (by_model && !wrong.empty()) entries.push_back(entry);
+        if (by_model && !wrong.empty() && block(entry, "data").empty()) entries.push_back(entry);
     }
     return entries;
 }

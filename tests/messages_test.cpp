@@ -36,7 +36,7 @@ const std::regex fact_form(
     "([1-9][0-9]*)|(Leaves|Unreachable): "
     "(.+))");
 const std::regex block_kinds(
-    "(wrong|corrected)(-command)?|(corrected-)?control|setup|run|stdout|model");
+    "(wrong|corrected)(-command)?|(corrected-)?(control|data)|setup|run|stdout|model");
 
 void read_fact(Entry& entry, const string& line) {
     std::smatch match;

@@ -94,8 +94,9 @@ void print(Work& work, Reporter& reporter) {
     work.ready.clear();
 }
 
+// What an error has kept from being read may use a name.
 void show_unused_names(const Work& work, Reporter& reporter) {
-    if (!work.has_data) return;
+    if (reporter.summary.errors > 0) return;
     std::vector<Finding> findings;
     add_unused_names(work.data, findings);
     apply_levels(work.options, findings);

@@ -18,12 +18,14 @@ namespace {
 constexpr std::size_t text_width = 80;
 
 // The blocks of an entry that are shown, and what stands above them.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 6> shown_blocks{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 8> shown_blocks{{
     {"wrong", "Wrong:"},
     {"wrong-command", "Wrong, as a command that prints the model:"},
+    {"data", "Wrong, with the data:"},
     {"control", "Wrong control file:"},
     {"corrected", "Corrected:"},
     {"corrected-command", "Corrected, as a command that prints the model:"},
+    {"corrected-data", "Corrected, with the data:"},
     {"corrected-control", "Corrected control file:"},
 }};
 

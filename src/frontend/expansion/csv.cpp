@@ -84,7 +84,7 @@ bool CsvReader::read_quoted(CsvRow& row) {
     if (has_quotes) text = unquoted_.emplace_back(with_single_quotes(text));
     at_ = end + 1;
     skip_blanks();
-    if (!ends_cell()) fault_ = "quoted-text";
+    if (!ends_cell()) fault_ = "quoted";
     row.cells.push_back(trimmed(text, blanks));
     return fault_.empty();
 }

@@ -7,6 +7,7 @@
 #include "frontend/expansion/csv.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
+#include "frontend/findings/wording.h"
 #include "frontend/syntax/source.h"
 
 #include <algorithm>
@@ -70,7 +71,7 @@ class CsvRows {
 
   private:
     bool take(const CsvRow& row) {
-        if (row.cells.size() < 2) return refuse(row.offset, "columns-one", row.cells.front());
+        if (row.cells.size() < 2) return refuse(row.offset, "column", row.cells.front());
         DataRow taken;
         taken.text = text_;
         taken.offset = row.offset;
@@ -121,9 +122,9 @@ bool is_data_path(std::string_view path) {
 }
 
 std::string_view fault_of_name(std::string_view text) {
-    if (trimmed(text).empty()) return "name-empty";
+    if (trimmed(text).empty()) return "empty";
     const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
-    return std::any_of(text.begin(), text.end(), is_control) ? "name-control" : "";
+    return std::any_of(text.begin(), text.end(), is_control) ? "control" : "";
 }
 
 Span data_line(const DataText& text, std::size_t offset) {
@@ -147,7 +148,16 @@ Span data_line(const DataText& text, std::size_t offset) {
 
 Finding data_finding(const DataFiles& files, std::uint32_t text, std::size_t offset,
                      const Values& values, std::string_view variant) {
-    return failure("data-malformed", values, data_line(files.texts[text], offset), variant);
+    Finding finding =
+        failure("data-malformed", values, data_line(files.texts[text], offset), variant);
+    advise_near(finding, values);
+    return finding;
+}
+
+void advise_near(Finding& finding, const Values& values) {
+    const auto near = values.find("near");
+    if (near != values.end() && !near->second.empty())
+        set_help(finding, "did you mean " + back_quoted(near->second) + "?");
 }
 
 }  // namespace orvex::frontend

@@ -26,6 +26,9 @@ bool is_data_path(std::string_view path);
 Finding data_finding(const DataFiles& files, std::uint32_t text, std::size_t offset,
                      const Values& values, std::string_view variant);
 
+// Advises the name that may be meant, where the values have one as "near".
+void advise_near(Finding& finding, const Values& values);
+
 // The line of a data file at an offset. A very long line is not shown.
 Span data_line(const DataText& text, std::size_t offset);
 

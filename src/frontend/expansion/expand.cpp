@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace orvex::frontend {
 
@@ -51,9 +52,11 @@ Span model_place(const GeneratedModel& generated, Range place) {
     return record_span(source, last);
 }
 
-void add(const GeneratedModel& generated, const std::vector<Flaw>& flaws,
-         std::vector<Finding>& findings) {
-    for (const Flaw& flaw : flaws) findings.push_back(finding_of(generated, flaw));
+// A value that guards its entry is evaluated at two places of the generator file, for one place of
+// the model.
+bool is_same(const Finding& a, const Finding& b) {
+    return a.code == b.code && a.message == b.message && a.span.begin == b.span.begin &&
+           a.span.line == b.span.line;
 }
 
 }  // namespace
@@ -63,8 +66,21 @@ Finding finding_of(const GeneratedModel& generated, const Flaw& flaw) {
     const Span span = model_place(generated, flaw.place);
     const MessageEntry* const entry = find_code(code);
     const bool is_warning = entry != nullptr && level_of(*entry) != Severity::error;
-    return is_warning ? warning(code, flaw.values, span, flaw.variant)
-                      : failure(code, flaw.values, span, flaw.variant);
+    Finding finding = is_warning ? warning(code, flaw.values, span, flaw.variant)
+                                 : failure(code, flaw.values, span, flaw.variant);
+    advise_near(finding, flaw.values);
+    return finding;
+}
+
+void add_findings(const GeneratedModel& generated, const std::vector<Flaw>& flaws,
+                  std::vector<Finding>& findings) {
+    for (const Flaw& flaw : flaws) {
+        Finding finding = finding_of(generated, flaw);
+        const bool is_known =
+            std::any_of(findings.begin(), findings.end(),
+                        [&](const Finding& other) { return is_same(finding, other); });
+        if (!is_known) findings.push_back(std::move(finding));
+    }
 }
 
 int line_of_place(const GeneratedModel& generated, Range place) {
@@ -92,7 +108,7 @@ bool prepare_expansion(const GeneratedModel& generated, DataFiles& files, const 
     if (can_run) expansion.passes = try_program(expansion.program, expansion.data, pause, flaws);
     const bool is_good = can_run && flaws.empty();
     if (has_data) find_unknown_elements(files, expansion.program, expansion.data, findings, flaws);
-    add(generated, flaws, findings);
+    add_findings(generated, flaws, findings);
     return is_good;
 }
 

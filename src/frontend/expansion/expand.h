@@ -53,6 +53,10 @@ void expand(const Expansion& expansion, const Pause& pause, const TakeLine& take
 // level.
 Finding finding_of(const GeneratedModel& generated, const Flaw& flaw);
 
+// Adds the findings of flaws, each once.
+void add_findings(const GeneratedModel& generated, const std::vector<Flaw>& flaws,
+                  std::vector<Finding>& findings);
+
 // The line of the file from which a place of the generator file comes.
 int line_of_place(const GeneratedModel& generated, Range place);
 

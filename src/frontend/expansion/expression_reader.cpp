@@ -331,6 +331,7 @@ Index ExpressionReader::read_reference(Range name) {
     if (words_.is_symbol("(")) {
         do {
             words_.advance();
+            check_argument(name);
             arguments.push_back(read_argument());
         } while (words_.is_symbol(","));
         expect(")");
@@ -341,6 +342,18 @@ Index ExpressionReader::read_reference(Range name) {
     program_.arguments.insert(program_.arguments.end(), arguments.begin(), arguments.end());
     use_arguments(node.name, static_cast<int>(arguments.size()), {name.begin, words_.end_before()});
     return add(node, name.begin);
+}
+
+// What has another name in parentheses than that of a set may be an unknown function.
+void ExpressionReader::check_argument(Range name) const {
+    if (!words_.is_name()) return;
+    const Index argument = program_.names.find(words_.text());
+    if (argument != no_index && program_.uses[argument].is_set) return;
+    throw Flaw{
+        "expression-unknown",
+        "function",
+        {{"text", std::string(words_.text())}, {"name", std::string(text_of(program_.text, name))}},
+        name};
 }
 
 ElementArgument ExpressionReader::read_argument() {

@@ -53,6 +53,7 @@ class ExpressionReader {
     Index read_cardinal(Offset begin);
     Index read_sum(Offset begin);
     Index read_reference(Range name);
+    void check_argument(Range name) const;
     ElementArgument read_argument();
     ElementArgument read_shift(Index loop);
     void open_loop();

@@ -119,9 +119,11 @@ class Taker : public nlohmann::json_sax<Json> {
 
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                      const Json::exception& error) override {
-        const std::string_view what = error.what();
-        const std::size_t colon = what.find(": ");
-        return refuse("json", what.substr(colon == std::string_view::npos ? 0 : colon + 2));
+        // "[json.exception.parse_error.101] parse error at line 1, column 2: what is wrong"
+        std::string_view what = error.what();
+        what.remove_prefix(std::min(what.find("] "), what.size() - 2) + 2);
+        if (what.starts_with("parse error")) what.remove_prefix(what.find(": ") + 2);
+        return refuse("json", what);
     }
 
   private:
@@ -142,7 +144,7 @@ class Taker : public nlohmann::json_sax<Json> {
         const auto found = std::find(names.begin(), names.end(), name);
         if (found == names.end()) {
             values_["near"] = nearest_word(name, names);
-            return refuse(values_["near"].empty() ? "section" : "section-near", name);
+            return refuse("section", name);
         }
         kind_ = section_kinds[found - names.begin()];
         return true;

@@ -197,8 +197,9 @@ class Maker {
             ++faults_;
             return;
         }
-        Values values = {
+        const Values values = {
             {"text", name_of(row)},
+            {"given", std::to_string(row.cell_count)},
             {"arguments", std::to_string(width) + (width == 1 ? " argument" : " arguments")},
             {"count", std::to_string(row.cell_count + std::size_t{2})},
             {"columns", std::to_string(columns)}};
@@ -344,9 +345,6 @@ class ElementFinder {
     bool has_sets_ = false;
 };
 
-// Does the near name belong to the help?
-string_view near_variant(const Values& values) { return values.at("near").empty() ? "" : "near"; }
-
 }  // namespace
 
 bool make_data(DataFiles& files, const GeneratorProgram& program, const Variables& variables,
@@ -367,9 +365,9 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
         for (const Index element : cells_of(files, row)) {
             if (!finder.is_news(element)) continue;
             const Values values = finder.values_of(files.names.text(element));
-            findings.push_back(warning("element-unknown", values,
-                                       data_line(files.texts[row.text], row.offset),
-                                       near_variant(values)));
+            findings.push_back(
+                warning("element-unknown", values, data_line(files.texts[row.text], row.offset)));
+            advise_near(findings.back(), values);
         }
     }
     std::set<Index> seen;
@@ -377,7 +375,7 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
         const std::string& name = program.names.text(used.name);
         if (!seen.insert(used.name).second || !finder.is_news(files.names.find(name))) continue;
         const Values values = finder.values_of(name);
-        flaws.push_back({"element-unknown", near_variant(values), values, used.place});
+        flaws.push_back({"element-unknown", {}, values, used.place});
     }
 }
 

@@ -140,7 +140,7 @@ class Reader {
 
     void read_items(Index line) {
         words_.advance();
-        if (words_.is_name() && words_.following().kind == TokenKind::symbol) skip_file();
+        skip_file();
         while (words_.word().line == line && !words_.at_end() && !words_.is_symbol(";") &&
                !words_.is_symbol(")")) {
             if (words_.is_symbol(",")) {
@@ -153,8 +153,8 @@ class Reader {
 
     // The file to which the first statement prints.
     void skip_file() {
-        words_.advance();
-        expressions_.expect(",");
+        const string_view next = text_of(program_.text, words_.following().range);
+        if (words_.is_name() && next == ",") words_.advance();
     }
 
     Item read_item() {

@@ -171,7 +171,7 @@ bool bound_size(const GeneratedModel& generated, DataFiles& files, const SetSize
     size = sized(generated, program, bounder.passes());
     size.is_bound = true;
     flaws.insert(flaws.end(), bounder.flaws().begin(), bounder.flaws().end());
-    for (const Flaw& flaw : flaws) findings.push_back(finding_of(generated, flaw));
+    add_findings(generated, flaws, findings);
     return flaws.empty();
 }
 
