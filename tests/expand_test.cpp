@@ -244,7 +244,6 @@ TEST(Expand, ReadsDataFiles) {
         {"S,A\nX,A,B,1\n", "2 `X` is used with 1 argument: its rows have 3 columns, not 4"},
         {"S,A,1\n", "1 `S` is used with 1 argument: its rows have 2 columns, not 3"},
         {"K,A,1\n", "1 `K` is used with 0 arguments: its rows have 2 columns, not 3"},
-        {"V,1\n", "1 `V` is used with 1 argument: its rows have 3 columns, not 2"},
         {"S,A\nX,A,1\nX,a,2\n", "3 `X` has two different values for the same place"},
         {"S,A\nX,,1\n", "2 a name or an element is empty"},
         {"S,\n", "1 a name or an element is empty"},
@@ -261,7 +260,6 @@ TEST(Expand, ReadsDataFiles) {
         {"{\"parameters\":{\"X\":{\"A\":1,\"B\":{\"C\":1}}}}",
          "1 the rows of `X` have different numbers of elements"},
         {"{\"aliases\":{\"S\":\"R\",\"s\":\"Q\"}}", "1 `S` is the alias of two sets"},
-        {"{\"levels\":{\"V\":1}}", "1 `V` has 1 argument in the model, and 0 here"},
         {"{\"parameters\":{\"K\":1e999}}", "1 the JSON is not valid: number overflow"},
         {"{\"parameters\":\n{\"K\":1,}}", "2 the JSON is not valid: syntax error"},
     };

@@ -55,6 +55,7 @@ struct DataFiles {
     std::vector<DataRow> rows;
 
     // What the models have wanted so far, and what has been said of the files.
+    std::set<Index> misfits;                                  // variables with other elements
     std::set<Index> used;                                     // names
     std::set<std::pair<std::uint32_t, std::size_t>> refused;  // rows: file and offset
     std::set<Index> unknown;                                  // elements that no set has

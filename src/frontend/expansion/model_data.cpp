@@ -117,7 +117,6 @@ class Maker {
         const NameUse use = wanted_use(name);
         const bool is_level = row.kind == Kind::level || row.kind == Kind::csv;
         if (is_level && variable != variables_.end()) {
-            files_.used.insert(row.name);
             take_level(row, static_cast<std::size_t>(variable->second));
         } else if (row.kind == Kind::set) {
             if (is_wanted(use)) files_.used.insert(row.name);
@@ -128,10 +127,14 @@ class Maker {
         }
     }
 
+    // A variable of another model may have the same name, and other sets.
     void take_level(const DataRow& row, std::size_t width) {
-        if (row.is_empty) return;
-        if (row.cell_count != width) return refuse_width(row, width, width + 2);
-        take_value(row, data_.levels[name_of(row)]);
+        if (row.cell_count != width && !row.is_empty) {
+            files_.misfits.insert(row.name);
+            return;
+        }
+        files_.used.insert(row.name);
+        if (!row.is_empty) take_value(row, data_.levels[name_of(row)]);
     }
 
     // A row of a name that the model uses as a set or a parameter.
@@ -199,12 +202,10 @@ class Maker {
         }
         const Values values = {
             {"text", name_of(row)},
-            {"given", std::to_string(row.cell_count)},
             {"arguments", std::to_string(width) + (width == 1 ? " argument" : " arguments")},
             {"count", std::to_string(row.cell_count + std::size_t{2})},
             {"columns", std::to_string(columns)}};
-        const bool is_csv = row.kind == Kind::csv;
-        report(row, is_csv ? "columns" : "elements", values);
+        report(row, "columns", values);
     }
 
     void refuse(const DataRow& row, string_view variant, const std::string& text) {
@@ -383,8 +384,10 @@ void add_unused_names(const DataFiles& files, std::vector<Finding>& findings) {
     std::set<Index> unused;
     for (const DataRow& row : files.rows) {
         if (files.used.contains(row.name) || !unused.insert(row.name).second) continue;
+        const bool is_misfit = files.misfits.contains(row.name);
         findings.push_back(warning("data-name-unused", {{"name", files.names.text(row.name)}},
-                                   data_line(files.texts[row.text], row.offset)));
+                                   data_line(files.texts[row.text], row.offset),
+                                   is_misfit ? "elements" : ""));
     }
 }
 
