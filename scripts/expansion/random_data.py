@@ -7,20 +7,27 @@ import json
 VALUES = [0, 1, 2, 0.5, 10, 100, 100000, 1234567, 1e22, 1e-9, 1e-5, 0.1, 1 / 3, -1, -2.5, 12.345, 5e-324, -0.0,
           123456789012345680000.0, 1e-8, 3e5, 99999]
 
+FILES = [["data.json"], ["data.csv"], ["data.csv", "data.json"], ["data.a.csv", "data.b.csv", "data.json"],
+         ["data.a.json", "data.b.json"]]
+
 
 def write_data(rng, world, models, folder):
-    """The used names and some others, without one of them in a few cases, spread over the files."""
+    """The used names and some others, without one of them in a few cases, spread over the files.
+
+    A set of pairs is written as CSV alone: without such a file it is missing.
+    """
     names = [name for name in [*world.sets, *world.aliases, *world.members, *world.parameters]
              if name in world.used or name in targets(world) or rng.random() < 0.5]
     if rng.random() < 0.1:
         names.remove(rng.choice(names))
-    form = rng.choice(["json", "csv", "both"])
-    in_csv = {name for name in names if form == "csv" or form == "both" and rng.random() < 0.5}
-    files = {"data.json": json_text(rng, world, models, [name for name in names if name not in in_csv]),
-             "data.csv": csv_text(rng, world, models, [name for name in names if name in in_csv])}
-    for name, text in files.items():
-        if form in (name.split(".")[1], "both"):
-            (folder / name).write_text(text, encoding="utf-8", newline="")
+    parts = {name: [] for name in rng.choice(FILES)}
+    for name in names:
+        fitting = [part for part in parts if part.endswith("csv") or len(world.members.get(name, [name])) == 1]
+        if fitting:
+            parts[rng.choice(fitting)].append(name)
+    for part, held in parts.items():
+        text = (csv_text if part.endswith("csv") else json_text)(rng, world, models, held)
+        (folder / part).write_text(text, encoding="utf-8", newline="")
 
 
 def targets(world):
@@ -28,11 +35,11 @@ def targets(world):
 
 
 def set_elements(rng, world, name):
-    """The elements of a set, in the order of its base; a subset has some of them."""
-    elements = world.sets[world.base(name)]
-    if name in world.members:
-        return rng.sample(elements, rng.randint(1, len(elements)))
-    return elements
+    """The tuples of a set, in the order of its base; a subset has some of them in any order."""
+    if name not in world.members:
+        return [(one,) for one in world.sets[world.base(name)]]
+    tuples = list(itertools.product(*(world.sets[base] for base in world.members[name])))
+    return rng.sample(tuples, rng.randint(1, len(tuples)))
 
 
 def recased(rng, text):
@@ -66,7 +73,7 @@ def scalars(rng):
 
 def json_text(rng, world, models, names):
     sets = {name: [int(one) if one.isdigit() and rng.random() < 0.5 else recased(rng, one)
-                   for one in set_elements(rng, world, name)] for name in names if name not in world.parameters
+                   for one, in set_elements(rng, world, name)] for name in names if name not in world.parameters
             and name not in world.aliases}
     found = {"sets": sets, "aliases": {name: recased(rng, world.aliases[name]) for name in names
                                        if name in world.aliases}, "parameters": scalars(rng)}
@@ -99,7 +106,7 @@ def csv_rows(rng, world, models, names):
                 yield [recased(rng, name), *(recased(rng, part) for part in key), written(rng, value)]
         else:
             for one in set_elements(rng, world, name):
-                yield [name, recased(rng, one)]
+                yield [name, *(recased(rng, part) for part in one)]
     for name, value in scalars(rng).items():
         yield [name, value]
     if rng.random() < 0.1:

@@ -3,7 +3,7 @@
 
 scripts/expansion/random_models.py --seed S --count N --out FOLDER
 
-FOLDER/NNNN gets m.zlm, run.ctl and the data as data.json, data.csv or both. Some data lack a name that the
+FOLDER/NNNN gets m.zlm, run.ctl and the data in one to three files data.*. Some data lack a name that the
 model wants, have a name that it does not want, or lead to a value that is not finite; some expressions are
 not supported, some statements too long for the translator. One seed always gives the same files.
 """
@@ -19,6 +19,7 @@ from random_expressions import Writer  # noqa: E402
 ELEMENTS = {"R": ["NORTH", "South", "EAST", "West"], "G": ["agr", "MAN", "blé", "srv"],
             "T": ["2020", "2021", "2022", "2030"], "F": ["L", "K", "New York", "a-b"]}
 SUBSETS = {"CLUB": "R", "TRADED": "G", "FIRST": "T"}
+MAP = "MAPPED"  # a set of pairs
 KEYWORDS = {"sector": ["SECTORS", "ACTIVITIES"], "commodity": ["COMMODITIES", "MARKETS", "PRICES"],
             "consumer": ["CONSUMERS", "INCOME"], "auxiliary": ["AUXILIARY"]}
 OPTIONS = ["PEPS:1.E-8", "EULCHK:TRUE", "WALCHK:FALSE", "DATECH:FALSE", "FUNLOG:TRUE", "ECHOP:TRUE"]
@@ -37,6 +38,8 @@ class World:
         self.aliases = {name * 2: name for name in self.sets if rng.random() < 0.6}
         self.members = {name: [base] for name, base in SUBSETS.items() if base in self.sets and rng.random() < 0.6}
         self.loops = [*self.sets, *self.aliases, *self.members]
+        if len(self.sets) > 1 and rng.random() < 0.4:
+            self.members[MAP] = rng.sample(sorted(self.sets), 2)
         self.parameters = {}
         for number in range(rng.randint(5, 10)):
             self.parameters[f"Q{number}"] = [self.base(name) for name in self.some_sets(3)]
