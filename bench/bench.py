@@ -254,6 +254,7 @@ class Bench:
         with one_core():
             self.short_rows()
             self.front_end_row()
+        self.expand_rows()
         self.server_rows()
         self.comment_row()
         self.mix_rows()
@@ -303,6 +304,30 @@ class Bench:
         )
         self.add_ratio("orvex check, wrong keyword, 300 reports", "corrected", sides, "3 x")
         case.remove()
+
+    def expand_rows(self):
+        """A million lines for the solver, next to a hundred thousand: time and memory."""
+        front_end = self.program.parent / "orvex"
+        if not front_end.exists():
+            return
+        many, few = (self.expand_side(front_end, count) for count in (707, 224))
+        sides = self.compare_long(many, few, [])
+        name = "orvex expand, 1,006,075 printed lines"
+        self.add_ratio(name, "102,382 lines", sides, "10.5 x")
+        many_peak, few_peak = (statistics.median(run.kibibytes for run in side) for side in sides)
+        growth = 100 * (many_peak / few_peak - 1)
+        self.table.add(name, "peak memory at 102,382", growth, "10 %", shown=f"{growth:+.1f} %")
+
+    def expand_side(self, front_end, count):
+        """A model that prints an entry for each pair of so many elements."""
+        folder = self.folder / f"expand{count}"
+        folder.mkdir()
+        with open(folder / "m.zlm", "w") as out:
+            generate.pairs(out)
+        with open(folder / "data.csv", "w") as out:
+            generate.pairs_data(out, count)
+        command = f"exec {front_end} expand m.zlm --data data.csv >/dev/null"
+        return [folder, "sh", "-c", command]
 
     def server_rows(self):
         """What an editor waits for."""

@@ -278,6 +278,19 @@ def reports(out, count):
     out.write("$OFFTEXT\n")
 
 
+def pairs(out):
+    """A model with an entry for each pair of elements."""
+    out.write("$MODEL:PAIRS\n$SECTORS:\n  Y(R)\n$COMMODITIES:\n  PY(R)\n$CONSUMERS:\n  RA\n"
+              "$PROD:Y(R)\n  O:PY(R)   Q:N\n  I:PY(RR)  Q:N\n"
+              "$DEMAND:RA\n  D:PY(R)\n  E:PY(R)   Q:N\n$OFFTEXT\n")
+
+
+def pairs_data(out, count):
+    for number in range(count):
+        out.write(f"R,R{number}\nRR,R{number}\n")
+    out.write("N,2.5\n")
+
+
 KINDS = {
     "mix": mix,
     "comments": comments,

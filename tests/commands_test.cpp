@@ -586,7 +586,7 @@ TEST(Jobs, ResultsComeInOrderAndNobodyRunsFarAhead) {
 // The manual and the completions know what the program knows.
 TEST(Documents, NameEveryOption) {
     const Result result = Folder().shell(
-        "for command in translate check info graph explain lsp codes; do\n"
+        "for command in translate check info graph expand explain lsp codes; do\n"
         "  \"$ORVEX\" $command --help | sed '1,/^options:/d' | grep -oE -e '--[a-z-]+'\n"
         "done | sort -u >options; cd '" DOCS_DIR
         "/..'\n"

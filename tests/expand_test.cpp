@@ -322,4 +322,13 @@ TEST(Expand, ExamplesOfTheGuide) {
     EXPECT_EQ(count, 5);
 }
 
+TEST(Expand, DataOfTheExamplesFitTheirSchema) {
+    if (Folder().shell("python3 -c 'import jsonschema'").status != 0)
+        GTEST_SKIP() << "python3 with jsonschema is not installed";
+    const Result result =
+        Folder().shell("python3 '" TESTS_DIR "/validate.py' '" DOCS_DIR
+                       "/model-data.schema.json' '" EXAMPLES_DIR "'/*/data.json | sort | uniq -c");
+    EXPECT_EQ(result.out, "      3 valid\n") << result.err;
+}
+
 }  // namespace

@@ -522,10 +522,12 @@ TEST(Examples, JsonFitsItsSchema) {
         "for model in '" EXAMPLES_DIR
         "'/*/*.zlm; do"
         " \"$ORVEX\" info --format json \"$model\"; \"$ORVEX\" graph --format json \"$model\";"
+        " \"$ORVEX\" expand --summary --format json \"$model\" --data ${model%/*}/data.* "
+        "2>/dev/null;"
         " done >all; python3 '" TESTS_DIR "/validate.py' '" DOCS_DIR
         "/data.schema.json' all"
         " | sort | uniq -c");
-    EXPECT_EQ(result.out, "     14 valid\n") << result.err;
+    EXPECT_EQ(result.out, "     21 valid\n") << result.err;
 }
 
 }  // namespace

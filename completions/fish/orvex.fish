@@ -1,6 +1,6 @@
 # Completion of orvex for fish: put it into ~/.config/fish/completions.
 
-set -l commands translate check fmt info graph explain lsp codes
+set -l commands translate check fmt info graph expand explain lsp codes
 
 function __orvex_codes
     orvex codes 2>/dev/null | string replace -r ' .*' ''
@@ -23,12 +23,13 @@ complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a check -d 'Sh
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a fmt -d 'Lay out models'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a info -d 'List the names of each model'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a graph -d 'Draw each model'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a expand -d 'Print each model as the solver reads it'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a explain -d 'Say what a message means'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a lsp -d 'Serve an editor'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'List the codes of all messages'
 
-set -l with_files '__fish_seen_subcommand_from translate check fmt info graph'
-set -l with_models '__fish_seen_subcommand_from translate check info graph'
+set -l with_files '__fish_seen_subcommand_from translate check fmt info graph expand'
+set -l with_models '__fish_seen_subcommand_from translate check info graph expand'
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_models -l model -x -d 'Look at this model only'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Write the findings to a file too'
@@ -36,14 +37,14 @@ complete -c orvex -n $with_files -l max-errors -x -d 'Show at most so many error
 complete -c orvex -n $with_files -l stdin-filename -x -d 'What to call standard input'
 complete -c orvex -n $with_models -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
-complete -c orvex -n '__fish_seen_subcommand_from translate check fmt info graph explain' -l color -x -a 'auto always never' -d 'Colours'
+complete -c orvex -n '__fish_seen_subcommand_from translate check fmt info graph expand explain' -l color -x -a 'auto always never' -d 'Colours'
 
-set -l with_formats '__fish_seen_subcommand_from translate check fmt info'
+set -l with_formats '__fish_seen_subcommand_from translate check fmt info expand'
 complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github junit' -d 'Form of the findings'
 
 set -l with_runs '__fish_seen_subcommand_from translate check lsp'
-complete -c orvex -n $with_runs -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
-complete -c orvex -n '__fish_seen_subcommand_from translate check' -l error-on-warnings -d 'Let a warning count as an error'
+complete -c orvex -n '__fish_seen_subcommand_from translate check expand lsp' -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
+complete -c orvex -n '__fish_seen_subcommand_from translate check expand' -l error-on-warnings -d 'Let a warning count as an error'
 complete -c orvex -n '__fish_seen_subcommand_from translate check fmt' -s j -l jobs -x -d 'Work on so many files at once'
 complete -c orvex -n $with_runs -l first-model -x -d 'Number models from the next one'
 complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints from the next one'
@@ -63,6 +64,9 @@ complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d
 complete -c orvex -n '__fish_seen_subcommand_from check' -l statistics -d 'Count the findings of each code'
 complete -c orvex -n '__fish_seen_subcommand_from check' -l exit-zero -d 'End with status 0 in spite of findings'
 
+complete -c orvex -n '__fish_seen_subcommand_from expand' -l data -r -F -d 'Data of the model'
+complete -c orvex -n '__fish_seen_subcommand_from expand' -l summary -d 'Say how large each block becomes'
+complete -c orvex -n '__fish_seen_subcommand_from expand' -l set -x -d 'Number of elements of a set'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot svg mermaid json table' -d 'Form of the picture'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what is connected to this name'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most so many steps away from it'

@@ -21,12 +21,13 @@ def write_data(rng, world, models, folder):
     if rng.random() < 0.1:
         names.remove(rng.choice(names))
     parts = {name: [] for name in rng.choice(FILES)}
+    host = host_scalars(rng)
     for name in names:
         fitting = [part for part in parts if part.endswith("csv") or len(world.members.get(name, [name])) == 1]
         if fitting:
             parts[rng.choice(fitting)].append(name)
     for part, held in parts.items():
-        text = (csv_text if part.endswith("csv") else json_text)(rng, world, models, held)
+        text = (csv_text if part.endswith("csv") else json_text)(rng, world, models, held, host)
         (folder / part).write_text(text, encoding="utf-8", newline="")
 
 
@@ -61,8 +62,8 @@ def values_of(rng, world, name):
     return found
 
 
-def scalars(rng):
-    """Values for the scalars of the host that the data may set, rarely."""
+def host_scalars(rng):
+    """Values for the scalars of the host that the data may set, rarely; the same in all files."""
     found = {}
     if rng.random() < 0.1:
         found["ORVREPORT"] = rng.choice([0, 1])
@@ -71,12 +72,12 @@ def scalars(rng):
     return found
 
 
-def json_text(rng, world, models, names):
+def json_text(rng, world, models, names, host):
     sets = {name: [int(one) if one.isdigit() and rng.random() < 0.5 else recased(rng, one)
                    for one, in set_elements(rng, world, name)] for name in names if name not in world.parameters
             and name not in world.aliases}
     found = {"sets": sets, "aliases": {name: recased(rng, world.aliases[name]) for name in names
-                                       if name in world.aliases}, "parameters": scalars(rng)}
+                                       if name in world.aliases}, "parameters": dict(host)}
     for name in names:
         if name in world.parameters:
             found["parameters"][recased(rng, name)] = nested(rng, values_of(rng, world, name))
@@ -99,7 +100,7 @@ def nested(rng, values):
     return found
 
 
-def csv_rows(rng, world, models, names):
+def csv_rows(rng, world, models, names, host):
     for name in names:
         if name in world.parameters:
             for key, value in values_of(rng, world, name):
@@ -107,27 +108,27 @@ def csv_rows(rng, world, models, names):
         else:
             for one in set_elements(rng, world, name):
                 yield [name, *(recased(rng, part) for part in one)]
-    for name, value in scalars(rng).items():
+    for name, value in host.items():
         yield [name, value]
     if rng.random() < 0.1:
         yield ["STRAY", "A", "B", 7]
     if rng.random() < 0.3:
         for name, sets in models[0].names["auxiliary"].items():
             if not sets:
-                yield [name, 0.5]
+                yield [name, 1.5]
 
 
 def written(rng, value):
     return rng.choice([repr(value), f"{value:E}"]) if value == float(f"{value:E}") else repr(value)
 
 
-def csv_text(rng, world, models, names):
+def csv_text(rng, world, models, names, host):
     text = io.StringIO(newline="")
     writer = csv.writer(text, lineterminator=rng.choice(["\n", "\r\n"]),
                         quoting=rng.choice([csv.QUOTE_MINIMAL, csv.QUOTE_ALL]))
     if rng.random() < 0.5:
         writer.writerow(["name", "a", "b", "value"])
-    rows = list(csv_rows(rng, world, models, names))
+    rows = list(csv_rows(rng, world, models, names, host))
     if rng.random() < 0.3:
         rows.sort(key=lambda row: row[0].upper())
     writer.writerows(rows)

@@ -94,9 +94,20 @@ void print(Work& work, Reporter& reporter) {
     work.ready.clear();
 }
 
-// What an error has kept from being read may use a name.
+// Has all been read that may use a name: every model, and everything in them?
+bool has_read_all(const Work& work, const Reporter& reporter) {
+    constexpr std::string_view harmless[] = {"data-missing", "data-malformed", "value-not-finite"};
+    const bool is_whole =
+        std::all_of(reporter.counts.begin(), reporter.counts.end(), [&](const auto& row) {
+            const auto& [code, severity] = row.first;
+            return severity != Severity::error ||
+                   std::find(std::begin(harmless), std::end(harmless), code) != std::end(harmless);
+        });
+    return is_whole && work.has_data && work.options.model.empty();
+}
+
 void show_unused_names(const Work& work, Reporter& reporter) {
-    if (reporter.summary.errors > 0) return;
+    if (!has_read_all(work, reporter)) return;
     std::vector<Finding> findings;
     add_unused_names(work.data, findings);
     apply_levels(work.options, findings);
