@@ -322,6 +322,75 @@ TEST(Expand, ExamplesOfTheGuide) {
     EXPECT_EQ(count, 5);
 }
 
+struct CommandLine {
+    string command;  // after "orvex expand"
+    int status;
+    string out;  // a text in it; nothing if it is empty
+    string err;
+};
+
+bool has_text(const string& stream, const string& text) {
+    return text.empty() ? stream.empty() : stream.find(text) != string::npos;
+}
+
+// m.zlm has the models ONE and TWO, both with Y of the set S; TWO divides by Z. bad.zlm has an
+// error in the first of two models.
+TEST(Expand, StatusAndStreams) {
+    const string head = "$SECTORS:\n  Y(S)\n$COMMODITIES:\n  PY(S)  PL\n$CONSUMERS:\n  RA\n";
+    const string tail = "  I:PL  Q:1\n$DEMAND:RA\n  D:PY(S)  Q:1\n  E:PL  Q:1\n$OFFTEXT\n";
+    const string one = "$MODEL:ONE\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:X(S)\n" + tail;
+    const string two = "$MODEL:TWO\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:(1/Z)\n" + tail;
+    const CommandLine rows[] = {
+        {"m.zlm --data d.json --set S=3", 2, "", "error: `--set` needs `--summary`"},
+        {"m.zlm --summary --set S", 2, "", "`--set` wants NAME=N, not `S`"},
+        {"d.json", 2, "", "error: no file is given"},
+        {"- --data - <m.zlm", 2, "", "`-` is given twice"},
+        {"m.zlm --data none.csv", 2, "", "cannot read `none.csv`: No such file"},
+        {"empty.zlm", 1, "", "[model-missing]"},
+        {"m.zlm --data d.json z.csv", 0, "\n$MODEL:TWO\n", ""},
+        {"m.zlm d.json z.csv -q --warn data-name-unused=error", 0, "$MODEL:ONE\n", ""},
+        {"m.zlm d.json zero.csv -q --format short", 1, "$SOLVE\n",
+         "m.zlm:23:15: error: the value of `1/Z` is not a finite number [value-not-finite]\n"},
+        {"--model ONE m.zlm d.json z.csv", 0, "$MODEL:ONE\n", ""},
+        {"--model ONE m.zlm --data - <d.json", 0, "Y.AGR\nY.MAN\n", ""},
+        {"m.zlm d.json --format short -q", 1, "$MODEL:ONE\n",
+         "m.zlm:23:17: error: no data for scalar `Z` [data-missing]\n"},
+        {"bad.zlm d.json z.csv -q --format short", 1, "$MODEL:ONE\n",
+         "bad.zlm:8:1: error: unknown keyword `$PORD` [keyword-unknown]\n"},
+        {"one.zlm odd.json -q --format short", 0, "$MODEL:ONE\n",
+         "odd.json:2:2: warning: no set has the element `MEN` [element-unknown]\n"
+         "odd.json:3:1: warning: no model uses `XX` [data-name-unused]\n"},
+        {"one.zlm odd.json -q --format short --warn off", 0, "$MODEL:ONE\n", ""},
+        {"one.zlm odd.json -q --error-on-warnings --format short", 1, "", "`MEN`"},
+        {"one.zlm odd.json -q --warn element-unknown=error --format short", 1, "", "`MEN`"},
+        {"one.zlm --summary d.json", 0, "  total                    6       13       7\n", ""},
+        {"one.zlm --summary --set S=7", 0, "  $PROD:Y          8       7       14      14\n", ""},
+        {"one.zlm --summary --set S=0", 0, "  $PROD:Y          8       0        0       0\n", ""},
+        {"one.zlm --summary --set R=7", 1, "",
+         "error[data-missing]: no number of elements for set"},
+        {"one.zlm d.json | head -n 1", 0, "$MODEL:ONE\n", ""},
+    };
+    for (const CommandLine& row : rows) {
+        const Folder folder;
+        folder.write("m.zlm", one + two);
+        folder.write("one.zlm", one);
+        folder.write("bad.zlm", "$MODEL:BAD\n" + head + "$PORD:Y(S)\n$OFFTEXT\n" + one);
+        folder.write("empty.zlm", "SET S;\n");
+        folder.write("d.json",
+                     "{\"sets\":{\"S\":[\"agr\",\"man\"]},\"parameters\":\n"
+                     "{\"X\":{\"AGR\":1,\"MAN\":2}}}\n");
+        folder.write("odd.json",
+                     "{\"sets\":{\"S\":[\"AGR\",\"MAN\"]},\"parameters\":\n"
+                     " {\"X\":{\"AGR\":1,\"MEN\":2},\n\"XX\":3}}\n");
+        folder.write("z.csv", "Z,2\n");
+        folder.write("zero.csv", "Z,0\n");
+        const Result result = folder.shell("\"$ORVEX\" expand " + row.command);
+        EXPECT_EQ(result.status, row.status) << row.command;
+        EXPECT_TRUE(has_text(result.out, row.out)) << row.command << "\n" << result.out;
+        EXPECT_TRUE(has_text(result.err, row.err)) << row.command << "\n" << result.err;
+    }
+}
+
 TEST(Expand, DataOfTheExamplesFitTheirSchema) {
     if (Folder().shell("python3 -c 'import jsonschema'").status != 0)
         GTEST_SKIP() << "python3 with jsonschema is not installed";

@@ -205,9 +205,8 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
     refuse(parsed, "`" + name + "` is no option of `" + row_of(parsed.options.command).name + "`");
 }
 
-// Files after a data file are data, too, as their endings say: "--data a.json b.csv".
+// A shell takes "--data a.json b.csv" for one file of data: others are known by their endings.
 void move_data_files(Options& options) {
-    if (options.data.empty()) return;
     const auto data =
         std::stable_partition(options.files.begin(), options.files.end(),
                               [](const std::string& path) { return !is_data_path(path); });

@@ -118,7 +118,9 @@ void show_unused_names(const Work& work, Reporter& reporter) {
 
 int run_expand(const Options& options) {
     Options quiet = options;
-    quiet.levels = {{"all", Severity::off}};
+    quiet.levels["all"] = Severity::off;
+    // Nothing to print is an error, unless the user has given it a level.
+    quiet.levels.try_emplace("model-missing", Severity::error);
     Work work{options, {}, {}, true, {}};
     Steps steps;
     steps.wanted.models = true;

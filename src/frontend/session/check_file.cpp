@@ -263,6 +263,7 @@ Checked check_file(const Source& source, const Options& options, Wanted wanted,
     move_to(checked.findings, found.warnings);
     settle(source, options, judged, checked.findings);
     checked.outputs = std::move(verdict.outputs);
+    checked.later_outputs = std::move(verdict.later_outputs);
     return checked;
 }
 

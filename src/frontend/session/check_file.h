@@ -14,9 +14,10 @@
 namespace orvex::frontend {
 
 struct Checked {
-    std::vector<Finding> findings;    // ordered by line
-    std::vector<Model> models;        // these, where they are wanted
-    std::vector<Translated> outputs;  // of models without an error, in the order of the file
+    std::vector<Finding> findings;          // ordered by line
+    std::vector<Model> models;              // these, where they are wanted
+    std::vector<Translated> outputs;        // of models without an error, in the order of the file
+    std::vector<Translated> later_outputs;  // of those after a model with one
 };
 
 // What is wanted of a file besides its findings.

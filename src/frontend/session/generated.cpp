@@ -1,6 +1,7 @@
 #include "frontend/session/generated.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -21,18 +22,25 @@ int counted_lines(const File& file, const Model& model) {
     return text.last - text.line;
 }
 
+// The generator file of a model; empty where the translator has not come to it.
+std::string_view generator_of(const File& file, const Model& model) {
+    for (const auto* outputs : {&file.checked.outputs, &file.checked.later_outputs}) {
+        for (const Translated& made : *outputs) {
+            if (made.model == model.node) return made.output.generator;
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 std::vector<GeneratedModel> good_models(const File& file) {
     std::vector<GeneratedModel> good;
     int lines_before = 0;
     for (const Model& model : file.checked.models) {
-        const auto& outputs = file.checked.outputs;
-        const auto output =
-            std::find_if(outputs.begin(), outputs.end(),
-                         [&](const Translated& made) { return made.model == model.node; });
-        if (output != outputs.end() && !has_error(file, model))
-            good.push_back({*file.source, model, output->output.generator, lines_before});
+        const std::string_view generator = generator_of(file, model);
+        if (!generator.empty() && !has_error(file, model))
+            good.push_back({*file.source, model, generator, lines_before});
         lines_before += counted_lines(file, model);
     }
     return good;

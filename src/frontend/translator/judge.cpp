@@ -108,6 +108,15 @@ void take_outputs(std::span<const Expectation> models, RunResult& result, Verdic
     }
 }
 
+// What the second run has made of the models to which the first one did not come.
+void take_later_outputs(std::span<const Expectation> models, std::size_t first, RunResult& second,
+                        Verdict& verdict) {
+    for (std::size_t i = first; i < taken_by(second); ++i) {
+        if (models[i].fault == Fault::none)
+            verdict.later_outputs.push_back({models[i].model, std::move(second.models[i])});
+    }
+}
+
 // Are there models that the run did not come to and that have no error?
 bool leaves_models(std::span<const Expectation> models, const RunResult& result) {
     if (!result.failed) return false;
@@ -187,9 +196,11 @@ Verdict judge(const Court& court, std::span<const Expectation> models,
     const bool again = leaves_models(models, result) && verdict.stops.empty();
     take_outputs(models, result, verdict);
     if (!again) return verdict;
-    const RunResult second = run(court, second_input(court.source, court.selected, models));
+    RunResult second = run(court, second_input(court.source, court.selected, models));
     note_messages(second, verdict);
-    if (verdict.cause.empty()) check_stop(court, models, second, verdict);
+    if (!verdict.cause.empty()) return verdict;
+    check_stop(court, models, second, verdict);
+    take_later_outputs(models, taken_by(result) + 1, second, verdict);
     return verdict;
 }
 

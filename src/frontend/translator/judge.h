@@ -14,8 +14,8 @@
 
 namespace orvex::frontend {
 
-// A model that came through the first run, with which nothing was changed in the input: what
-// translate puts into place.
+// A model that came through a run. Those of the first run, with which nothing was changed in the
+// input, are what translate puts into place.
 struct Translated {
     Index model = 0;  // in the tree
     ModelOutput output;
@@ -32,6 +32,7 @@ struct Verdict {
     std::string cause;                  // why nobody can tell; the rest is empty then
     std::vector<std::string> messages;  // lines that the runs have written to standard error
     std::vector<Translated> outputs;
+    std::vector<Translated> later_outputs;  // of models without an error that come after one
     std::vector<UnknownStop> stops;
     std::vector<Index> accepted;  // models with errors in the tree that the translator takes
 };
