@@ -180,6 +180,17 @@ TEST(Expand, RefusesOtherExpressions) {
         EXPECT_EQ(printed("{    1}  PUT (" + row.text + ");\n"), row.result) << row.text;
 }
 
+// More than the columns of a statement hold.
+TEST(Expand, LimitsTheDepth) {
+    const auto nested = [](std::size_t depth) {
+        string text = "{    1}  PUT ";
+        for (std::size_t i = 0; i < depth; ++i) text += "(1+";
+        return printed(text + "1" + string(depth, ')') + ";\n");
+    };
+    EXPECT_EQ(nested(300), "301|");
+    EXPECT_EQ(nested(301), "expression-unknown (");
+}
+
 TEST(Expand, RunsStatements) {
     const Row rows[] = {
         {"PUT   ORV,'$MODEL:M'/;\n", "$MODEL:M|"},

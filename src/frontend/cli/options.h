@@ -71,19 +71,19 @@ struct Options {
     std::string header;
     std::string depfile;
 
-    // lsp: the files are asked about instead of serving an editor; where to write the log.
-
-    bool self_check = false;
-    std::string log;
-
     // expand.
 
     // Data files, JSON or CSV.
     std::vector<std::string> data;
-    // How large the model is, in place of its text.
-    bool summary = false;
     // --set NAME=N, names in capitals.
     std::map<std::string, std::uint64_t> set_sizes;
+    // How large the model is, in place of its text.
+    bool summary = false;
+
+    // lsp: the files are asked about instead of serving an editor; where to write the log.
+
+    bool self_check = false;
+    std::string log;
 
     // graph.
 

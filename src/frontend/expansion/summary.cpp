@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <nlohmann/json.hpp>
@@ -117,8 +118,8 @@ const BlockSize* dominant_of(const ModelSize& size) {
     return found == size.blocks.end() || lines_of(*found) == 0 ? nullptr : &*found;
 }
 
-int percentage(std::uint64_t part, std::uint64_t whole) {
-    return static_cast<int>(100.0 * static_cast<double>(part) / static_cast<double>(whole) + 0.5);
+long percentage(std::uint64_t part, std::uint64_t whole) {
+    return std::lround(100.0 * static_cast<double>(part) / static_cast<double>(whole));
 }
 
 using Row = std::array<std::string, 5>;
