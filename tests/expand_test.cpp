@@ -379,6 +379,7 @@ TEST(Expand, StatusAndStreams) {
         {"one.zlm --summary --set S=0", 0, "  $PROD:Y          8       0        0       0\n", ""},
         {"one.zlm --summary --set R=7", 1, "",
          "error[data-missing]: no number of elements for set"},
+        {"one.zlm near.csv", 1, "", "  = help: did you mean `X1`?\n"},
         {"one.zlm d.json | head -n 1", 0, "$MODEL:ONE\n", ""},
     };
     for (const CommandLine& row : rows) {
@@ -393,6 +394,7 @@ TEST(Expand, StatusAndStreams) {
         folder.write("odd.json",
                      "{\"sets\":{\"S\":[\"AGR\",\"MAN\"]},\"parameters\":\n"
                      " {\"X\":{\"AGR\":1,\"MEN\":2},\n\"XX\":3}}\n");
+        folder.write("near.csv", "S,AGR\nX1,AGR,1\n");
         folder.write("z.csv", "Z,2\n");
         folder.write("zero.csv", "Z,0\n");
         const Result result = folder.shell("\"$ORVEX\" expand " + row.command);

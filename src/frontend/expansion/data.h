@@ -80,6 +80,7 @@ struct Data {
     std::map<std::string, std::string> aliases;
     std::map<std::string, DataValues> parameters;
     std::map<std::string, DataValues> levels;
+    std::set<std::string> unwanted;  // names that the model does not use
 };
 
 // The set of that name, or of that alias, or null.

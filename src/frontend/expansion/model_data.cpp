@@ -115,14 +115,18 @@ class Maker {
         const std::string& name = name_of(row);
         const auto variable = variables_.find(name);
         const NameUse use = wanted_use(name);
-        const bool is_level = row.kind == Kind::level || row.kind == Kind::csv;
-        if (is_level && variable != variables_.end()) {
-            take_level(row, static_cast<std::size_t>(variable->second));
-        } else if (row.kind == Kind::set) {
-            if (is_wanted(use)) files_.used.insert(row.name);
-            take_member(row, cells_of(files_, row));
-        } else if (is_wanted(use) && row.kind != Kind::level) {
+        const bool may_be_level = row.kind == Kind::level || row.kind == Kind::csv;
+        if (may_be_level && variable != variables_.end())
+            return take_level(row, static_cast<std::size_t>(variable->second));
+        const bool is_used = is_wanted(use) && row.kind != Kind::level;
+        if (is_used) {
             files_.used.insert(row.name);
+        } else {
+            data_.unwanted.insert(name);
+        }
+        if (row.kind == Kind::set) {
+            take_member(row, cells_of(files_, row));
+        } else if (is_used) {
             take_wanted(row, use);
         }
     }
@@ -283,10 +287,8 @@ class Checker {
     }
 
     void add_missing(Index name, string_view variant) {
-        std::vector<std::string> known;
-        for (const auto& [set, members] : data_.sets) known.push_back(set);
-        for (const auto& [parameter, values] : data_.parameters) known.push_back(parameter);
-        const std::string near = nearest(program_.names.text(name), known);
+        const std::vector<std::string> unwanted(data_.unwanted.begin(), data_.unwanted.end());
+        const std::string near = nearest(program_.names.text(name), unwanted);
         add(name, "data-missing", variant, {{"near", near}});
     }
 
