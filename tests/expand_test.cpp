@@ -217,7 +217,7 @@ TEST(Expand, RunsStatements) {
         // After what cannot be read the rest is read all the same.
         {"{    1}  IF(ABS(K..B) GT ORVEPS,\n{    1}    PUT 'x'MISSING;\n{    1}  );\n"
          "{    2}  IF ((K), PUT 'x'S.XX; );\n{    3}  PUT FOO;\n",
-         "expression-unknown .; expression-unknown unlooped S; data-missing scalar MISSING; "
+         "expression-unknown .; expression-unknown S.XX; data-missing scalar MISSING; "
          "data-missing scalar FOO"},
         {"{    1}  LOOP((S),\n{    1}    PUT S.XX;\n{    1}  );\n{    1}  );\n",
          "expression-unknown S.XX; expression-unknown )"},

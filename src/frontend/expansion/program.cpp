@@ -189,19 +189,20 @@ class Reader {
 
     // S.TL, or S.TE(S+1).
     void read_element(Item& item) {
-        const Range name = words_.word().range;
+        const Offset begin = words_.word().range.begin;
+        const Range attribute = words_.following().range;
+        const bool is_shifted = text_of(program_.text, attribute) == ".TE";
+        if (!is_shifted && text_of(program_.text, attribute) != ".TL")
+            expressions_.refuse("", {begin, attribute.end});
         item.kind = Item::Kind::element;
         item.element.kind = ElementArgument::Kind::looped;
         item.element.loop = expressions_.read_looped();
-        const bool is_shifted = words_.is(".TE");
-        if (!is_shifted && !words_.is(".TL"))
-            expressions_.refuse("", {name.begin, words_.word().range.end});
         words_.advance();
         if (!is_shifted) return;
         const Index loop = item.element.loop;
         expressions_.expect("(");
         item.element = expressions_.read_shifted();
-        if (item.element.loop != loop) expressions_.refuse("", {name.begin, words_.end_before()});
+        if (item.element.loop != loop) expressions_.refuse("", {begin, words_.end_before()});
     }
 
     string_view text_of_item(Index item) const {
