@@ -93,7 +93,7 @@ TEST(Index, HasEachCodeOfTheSources) {
 
 // A message of the translator ("|" for a line end), and below it its code, values and what is said.
 const char* const recognised = R"( *** ADDSYM: symbol dimension error:Y
-dimension-mismatch name=Y: `Y` has another number of sets here than before
+dimension-mismatch name=Y: `Y` has a different number of sets here than before
  *** Symbol type mismatch: P
 constraint-kind-mismatch name=P: `P` is not an auxiliary variable
  *** Unrecognized keyword:@
@@ -568,7 +568,7 @@ TEST(Explain, ShowsEachEntry) {
 
 TEST(Explain, SaysWhatIsOddAboutAnEntry) {
     const string unreachable = explain("constraint-colon-missing", false);
-    EXPECT_NE(unreachable.find("\n\nNo model leads to this message: `$CONSTRAINT` without a "),
+    EXPECT_NE(unreachable.find("\n\nNo model causes this message: `$CONSTRAINT` without a "),
               string::npos);
     const string own = explain("plus-joined", true);
     EXPECT_TRUE(own.starts_with("\x1b[1;33mwarning[plus-joined]\x1b[0m\x1b[1m: ")) << own;

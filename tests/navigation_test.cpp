@@ -127,8 +127,8 @@ TEST(Navigation, AnswersAsTheClientCanRead) {
          R"({"documentChanges":[{"edits":)" + edits("") + "," + document + "}]}"},
         {R"({"workspace":{"workspaceEdit":{"changeAnnotationSupport":{},)" + versions + "}}}",
          "rename", at + R"(,"newName":"B"})",
-         R"({"changeAnnotations":{"host text":{"description":"Words outside of the models that )"
-         R"(are the same as the name","label":"Rename in the host's program",)"
+         R"({"changeAnnotations":{"host text":{"description":"Words outside the models that )"
+         R"(equal the name","label":"Rename in the host's program",)"
          R"("needsConfirmation":true}},"documentChanges":[{"edits":)" +
              edits(R"({"annotationId":"host text","newText":"B","range":)" + range(0, 0, 1) +
                    "},") +

@@ -227,7 +227,8 @@ TEST(Translator, SaysWhyItCouldNotRun) {
         {failure_of(script_path, {long_path, "", 9999, -999}), "none"},
         {failure_of(script_path, {long_path + "p", "", 0, 0}),
          "the path of the put file is longer than 255 characters"},
-        {failure_of(script_path, {"", "1\n2", 0, 0}), "the time stamp holds a line end or a NUL"},
+        {failure_of(script_path, {"", "1\n2", 0, 0}),
+         "the time stamp contains a line end or a NUL"},
         {failure_of(script_path, {"", "", 10000, 0}),
          "the starting number of the models has more than four characters"},
     };

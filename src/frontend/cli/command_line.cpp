@@ -163,7 +163,7 @@ void refuse_command(ParsedCommandLine& parsed, const std::string& word) {
     } else if (::access(word.c_str(), F_OK) == 0) {
         hint = "did you mean `orvex check " + word + "`?";
     }
-    refuse(parsed, "there is no command `" + word + "`", hint);
+    refuse(parsed, "unknown command `" + word + "`", hint);
 }
 
 void refuse_option(ParsedCommandLine& parsed, const std::string& word) {
@@ -183,7 +183,7 @@ void refuse_option(ParsedCommandLine& parsed, const std::string& word) {
     } else if (!near.empty()) {
         hint = "did you mean `" + near + "`?";
     }
-    refuse(parsed, "there is no option `" + name + "`", hint);
+    refuse(parsed, "unknown option `" + name + "`", hint);
 }
 
 void take_option(ParsedCommandLine& parsed, const std::string& name,
@@ -202,7 +202,8 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
         }
         return;
     }
-    refuse(parsed, "`" + name + "` is no option of `" + row_of(parsed.options.command).name + "`");
+    refuse(parsed,
+           "`" + name + "` is not an option of `" + row_of(parsed.options.command).name + "`");
 }
 
 // A shell takes "--data a.json b.csv" for one file of data: others are known by their endings.
@@ -230,7 +231,7 @@ void look_over(ParsedCommandLine& parsed) {
     if (std::count(options.files.begin(), options.files.end(), "-") +
             std::count(options.data.begin(), options.data.end(), "-") >
         1) {
-        refuse(parsed, "`-` is given twice, but standard input can be read once only");
+        refuse(parsed, "`-` is given twice, but standard input can be read only once");
     }
     if (options.unsafe_fixes && !options.fix && !options.diff)
         refuse(parsed, "`--unsafe-fixes` needs `--fix` or `--diff`");

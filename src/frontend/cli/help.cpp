@@ -42,7 +42,8 @@ std::string general_help() {
            "\nexamples:\n"
            "  orvex check model.zlm                  show all errors and warnings of a file\n"
            "  orvex translate --out build model.zlm  write build/MODEL.GEN and build/MODEL.HDR\n"
-           "\n`orvex COMMAND --help` says more of a command, `orvex --version` the version.\n";
+           "\n`orvex COMMAND --help` shows the options of a command, `orvex --version` the "
+           "version.\n";
 }
 
 }  // namespace
@@ -60,7 +61,7 @@ std::string help_of(Command command) {
     }
     text += option_line("-h,--help", "", "this text");
     text +=
-        "\nexit status: 0 nothing wrong, 1 errors found, 2 wrong use, or something that cannot be\n"
+        "\nexit status: 0 nothing wrong, 1 errors found, 2 a usage error, or something cannot be\n"
         "read, written or run\n";
     return text;
 }

@@ -21,29 +21,28 @@ namespace orvex::frontend {
 namespace {
 
 constexpr std::array commands = {
-    CommandRow{
-        Command::translate, "translate", "[OPTION...] FILE...",
-        "write the generator and header files of all models",
-        "Translates every model of each file, and puts its generator file (MODEL.GEN) and\n"
-        "header file (MODEL.HDR) into place. A file that would not change is not touched, and\n"
-        "a model with an error leaves nothing new. \"-\" is standard input.\n"},
+    CommandRow{Command::translate, "translate", "[OPTION...] FILE...",
+               "write the generator and header files of all models",
+               "Translates every model of each file and writes its generator file (MODEL.GEN) and\n"
+               "header file (MODEL.HDR). A file that would not change is not touched, and a model\n"
+               "with an error leaves nothing new. \"-\" is standard input.\n"},
     CommandRow{
         Command::check, "check", "[OPTION...] FILE|FOLDER...", "show all errors and warnings",
-        "Shows what is wrong in each file, all errors and not only the first, and leaves no\n"
-        "output. With --fix it corrects the files. A folder is searched for *.zlm files. \"-\"\n"
-        "is standard input.\n"},
-    CommandRow{
-        Command::fmt, "fmt", "[OPTION...] FILE|FOLDER...", "lay out models in the one way",
-        "Lays out the models of each file in the one way: blanks, line breaks and capitals,\n"
-        "nothing that the translator reads otherwise. A model with an error is left as it\n"
-        "is. A folder is searched for *.zlm files. \"-\" filters standard input.\n"},
+        "Shows all errors and warnings of each file, not only the first error, and writes no\n"
+        "output files. With --fix it corrects the files. A folder is searched for *.zlm\n"
+        "files. \"-\" is standard input.\n"},
+    CommandRow{Command::fmt, "fmt", "[OPTION...] FILE|FOLDER...",
+               "lay out models in one standard way",
+               "Lays out the models of each file in one standard way. Blanks, line breaks and\n"
+               "capitals change, but not the meaning. A model with an error is not changed. A\n"
+               "folder is searched for *.zlm files. \"-\" filters standard input.\n"},
     CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
                "Lists the names of each model with kind, dimension, description, declaration and\n"
                "references.\n"},
     CommandRow{
         Command::graph, "graph", "[OPTION...] FILE...", "draw each model as a picture",
         "Draws each model: its sectors, commodities, consumers and auxiliary variables, and\n"
-        "what is made, used, demanded, endowed and taxed. For most formats the picture is a\n"
+        "what is produced, used, demanded, owned and taxed. In most formats the picture is a\n"
         "text.\n"},
     CommandRow{
         Command::expand, "expand", "[OPTION...] FILE... [--data DATA...]",
@@ -51,11 +50,11 @@ constexpr std::array commands = {
         "Runs the generator file of each model with the data, as the host does, and prints what\n"
         "it prints: each entry for each element, with its numbers. DATA is a file of JSON or "
         "CSV.\n"},
-    CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "say what a message means",
-               "Says what a message means and what to do, with a wrong and a corrected example.\n"
-               "CODE is the word in brackets of the message.\n"},
+    CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "explain a message",
+               "Explains a message and what to do, with a wrong and a corrected example.\n"
+               "CODE is the word in brackets in the message.\n"},
     CommandRow{Command::lsp, "lsp", "[OPTION...] [--check FILE...]", "serve an editor",
-               "Serves an editor that speaks the language server protocol, on standard input and\n"
+               "Serves an editor that speaks the Language Server Protocol, on standard input and\n"
                "output: findings while typing, hover, completion, renaming and more.\n"},
     CommandRow{Command::codes, "codes", "", "list the codes of all messages",
                "Lists the codes of all messages, each with its message.\n"},
@@ -107,7 +106,7 @@ std::string take_name(const std::string& value, const std::vector<std::string>& 
     const auto found = std::find(names.begin(), names.end(), value);
     index = static_cast<std::size_t>(found - names.begin());
     if (found != names.end()) return "";
-    return "wants " + listed(names) + ", not `" + value + "`" + did_you_mean(value, names);
+    return "must be " + listed(names) + ", not `" + value + "`" + did_you_mean(value, names);
 }
 
 template <typename Number>
@@ -116,7 +115,7 @@ std::string take_number(const std::string& value, int least, int most, Number& n
     const char* const end = value.data() + value.size();
     const auto [stop, error] = std::from_chars(value.data(), end, read);
     if (error != std::errc() || stop != end || read < least || read > most) {
-        return "wants a number from " + std::to_string(least) + " to " + std::to_string(most) +
+        return "must be a number from " + std::to_string(least) + " to " + std::to_string(most) +
                ", not `" + value + "`";
     }
     number = static_cast<Number>(read);
@@ -124,7 +123,7 @@ std::string take_number(const std::string& value, int least, int most, Number& n
 }
 
 std::string take_text(const std::string& value, std::string& text) {
-    if (value.empty()) return "wants a value that is not empty";
+    if (value.empty()) return "must not be empty";
     text = value;
     return "";
 }
@@ -133,10 +132,10 @@ std::string take_text(const std::string& value, std::string& text) {
 std::string take_control_text(const std::string& value, std::string& text) {
     const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
     if (std::any_of(value.begin(), value.end(), is_control)) {
-        return "wants a text without control characters";
+        return "must not have control characters";
     }
     if (value.size() > longest_setting) {
-        return "wants at most " + std::to_string(longest_setting) + " characters";
+        return "must have at most " + std::to_string(longest_setting) + " characters";
     }
     return take_text(value, text);
 }
@@ -157,13 +156,14 @@ std::string take_format(Options& options, const std::string& value) {
 std::string take_report(Options& options, const std::string& value) {
     const std::size_t equals = value.find('=');
     const std::string name = value.substr(0, equals);
-    if (equals == std::string::npos) return "wants FORMAT=PATH, not `" + value + "`";
+    if (equals == std::string::npos) return "must be FORMAT=PATH, not `" + value + "`";
     std::size_t index = 0;
     std::string wrong = take_name(name, format_names, index);
     if (!wrong.empty()) return wrong;
     const std::string path = value.substr(equals + 1);
-    if (path.empty()) return "wants FORMAT=PATH, not `" + value + "`";
-    if (path == "-") return "writes a file: `--format " + name + "` is for the command's stream";
+    if (path.empty()) return "must be FORMAT=PATH, not `" + value + "`";
+    if (path == "-")
+        return "needs a file name; for the command's own output use `--format " + name + "`";
     for (const auto& [format, other] : options.reports) {
         if (other == path) return "is given twice for `" + path + "`";
     }
@@ -190,7 +190,7 @@ std::string take_warn(Options& options, const std::string& value) {
         const std::vector<std::string> codes = warning_codes();
         if (std::find(codes.begin(), codes.end(), code) == codes.end()) {
             const char* const known =
-                find_code(code) == nullptr ? "does not know the code `" : "is for warnings, not `";
+                find_code(code) == nullptr ? "has the unknown code `" : "is for warnings, not `";
             return known + code + "`" + did_you_mean(code, codes);
         }
     }
@@ -239,7 +239,7 @@ const OptionRow option_rows[] = {
      }},
     {"--set", "NAME=N", with_data,
      "with --summary: an upper bound for N elements in this set; repeatable", take_set_size},
-    {"--check", "", bit(Command::lsp), "ask everything about files instead, without an editor",
+    {"--check", "", bit(Command::lsp), "test the server on files, without an editor",
      [](Options& o, const std::string&) {
          o.self_check = true;
          return std::string();
@@ -260,11 +260,11 @@ const OptionRow option_rows[] = {
      take_format},
     {"--format", "FORMAT", with_findings,
      "findings as text (default), short, json, sarif, github or junit", take_format},
-    {"--report", "FORMAT=PATH", with_files, "write the findings to a file too; repeatable",
+    {"--report", "FORMAT=PATH", with_files, "also write the findings to a file; repeatable",
      take_report},
     {"--warn", "[CODE=]LEVEL", with_levels | with_data,
      "off, note, warning or error, for a code or for all warnings; repeatable", take_warn},
-    {"--fix", "", bit(Command::check), "correct what can certainly be corrected, and check again",
+    {"--fix", "", bit(Command::check), "make certain corrections, and check again",
      [](Options& o, const std::string&) {
          o.fix = true;
          return std::string();
@@ -301,7 +301,7 @@ const OptionRow option_rows[] = {
          o.statistics = true;
          return std::string();
      }},
-    {"--exit-zero", "", bit(Command::check), "end with status 0 in spite of findings",
+    {"--exit-zero", "", bit(Command::check), "end with status 0 despite findings",
      [](Options& o, const std::string&) {
          o.exit_zero = true;
          return std::string();
@@ -322,10 +322,10 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_control_text(v, o.time); }},
     {"--put-file", "PATH", with_levels, "path in the host's FILE statement (default: FILE.scr)",
      [](Options& o, const std::string& v) { return take_control_text(v, o.put_file); }},
-    {"--stdin-filename", "NAME", with_files, "what to call standard input in messages",
+    {"--stdin-filename", "NAME", with_files, "name of standard input in messages",
      [](Options& o, const std::string& v) { return take_text(v, o.stdin_filename); }},
     {"--translator", "PATH", with_translator | with_levels,
-     "the orvexpp to run (default: beside orvex, or in PATH)",
+     "the orvexpp to run (default: next to orvex, or in PATH)",
      [](Options& o, const std::string& v) { return take_text(v, o.program); }},
     {"--color", "WHEN", with_colour, "auto (default), always or never", take_colour},
     {"-q,--quiet", "", with_files, "no summary and no progress",

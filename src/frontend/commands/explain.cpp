@@ -72,7 +72,7 @@ std::string explain(std::string_view code, bool colour) {
         text += under("The translator's own words:", lines, colour);
     }
     if (!entry->unreachable.empty()) {
-        text += '\n' + paragraph("No model leads to this message: " + entry->unreachable + '.');
+        text += '\n' + paragraph("No model causes this message: " + entry->unreachable + '.');
     }
     for (const auto& [kind, label] : shown_blocks) {
         for (const Example& example : entry->examples) {

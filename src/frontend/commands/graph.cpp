@@ -70,7 +70,7 @@ bool is_single(const std::string& picture) { return picture == "svg" || picture 
 
 void hold_back(const Options& options, File& file, Pictures& pictures) {
     if (pictures.count > 1) {
-        throw UsageError{"`--format " + options.picture + "` draws one model, and there are more",
+        throw UsageError{"`--format " + options.picture + "` draws one model, but there are more",
                          "name one with `--model`"};
     }
     pictures.single += file.output;

@@ -26,8 +26,9 @@ void check_header(const Options& options, const std::vector<File>& files) {
         if (file.source != nullptr) models += asked_models(options, *file.source);
     }
     if (models > 1) {
-        throw UsageError{"`--header` is for one model, and there are " + std::to_string(models),
-                         "name one with `--model`"};
+        throw UsageError{
+            "`--header` names the file of one model, but there are " + std::to_string(models),
+            "name one with `--model`"};
     }
 }
 

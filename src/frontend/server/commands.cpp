@@ -92,7 +92,7 @@ Json command_names() { return {translate_name, picture_name}; }
 Json execute_command(Server& server, const Json& params) {
     const std::string name = params.at("command").get<std::string>();
     if (name != translate_name && name != picture_name)
-        throw RequestError{invalid_params, "there is no command `" + name + "`"};
+        throw RequestError{invalid_params, "unknown command `" + name + "`"};
     const Json text = {{"textDocument", {{"uri", params.at("arguments").at(0)}}}};
     const Document& document = open_text(server, text).document;
     return name == translate_name ? translate(server, document) : draw_pictures(server, document);

@@ -63,7 +63,7 @@ Json work(Server& server, const Json& message) {
     expect_state(server, name);
     const Method* const method = find_method(name);
     if (method == nullptr || method->has_answer != is_request(message))
-        throw RequestError{method_not_found, "there is no method `" + name + "`"};
+        throw RequestError{method_not_found, "unknown method `" + name + "`"};
     try {
         return method->work(server, message.value("params", Json::object()));
     } catch (const Json::exception& error) {

@@ -202,7 +202,7 @@ void reserve_paths(const Options& options, Inputs& inputs) {
     if (!options.depfile.empty()) written.push_back(options.depfile);
     for (const std::string& path : written) {
         if (has_file(inputs.files, path))
-            throw UsageError{"`" + path + "` is an input and would be written over", ""};
+            throw UsageError{"`" + path + "` is an input file and would be overwritten", ""};
         if (!inputs.reserved.insert(without_detours(path)).second)
             throw UsageError{"`" + path + "` is given for two files", ""};
     }

@@ -91,7 +91,7 @@ void add_text(std::string& control, std::string_view label, const std::string& v
         throw StartFailure{std::string("the ") + meaning + " is longer than " +
                            std::to_string(longest_setting) + " characters"};
     if (value.find_first_of(std::string_view("\n\r\0", 3)) != std::string::npos)
-        throw StartFailure{std::string("the ") + meaning + " holds a line end or a NUL"};
+        throw StartFailure{std::string("the ") + meaning + " contains a line end or a NUL"};
     control.append(label).append(" ").append(value).append("\n");
 }
 
