@@ -507,7 +507,7 @@ TEST(Examples, Facts) {
         {"graph --format json dynamic/dynamic.zlm",
          R"~({"from":"n5","to":"n3","flow":"uses","label":"PY(T-1) Q:INV0 K:IMAX(T)")~"},
         {"info taxes/taxes.zlm", "\nConstraints\n  TAU\n"},
-        {"info regions/regions.zlm", "\n  BUY(RR,R)              79\n"},
+        {"info regions/regions.zlm", "\n  BUY(RR,R)              80\n"},
     };
     for (const auto& fact : facts) {
         const string out = orvex(fact[0]);

@@ -1,20 +1,20 @@
-// README.md and docs/guide.md teach by example. Each example is translated, and what they show of
-// the outputs is compared with what the program writes. Also here: the links of all documents.
+// README.md, docs/guide.md and docs/files.md teach by example. Each example is translated, and the
+// outputs shown are compared with those that the program writes. Also here: the links of all
+// documents.
 //
-// The kind of a block stands behind its opening ```:
+// The kind of a block comes after its opening ```:
 //
-//     orvex NAME     a whole input, NAME.zlm
-//     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, NAME
-//     is m control        a control file, with which the last input is translated once more; the
-//     first time
-//                    is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
+//     orvex NAME     a whole input, NAME.zlm; the same text in all documents
+//     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, and
+//                    NAME is m
+//     control        a control file, with which the last input is translated once more; the first
+//                    time is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
 //     output FILE    a piece of FILE; all its pieces, one after the other, are the whole of it
-//     part FILE      lines of FILE; "..." stands for those left out in between
-//     console        commands behind "$ ", run in a folder that has the inputs NAME.zlm up to there
-//     and
-//                    the examples, and all that they print
+//     part FILE      lines of FILE; "..." marks lines left out in between
+//     console        commands after "$ ", run in a folder that has the inputs NAME.zlm up to there
+//                    and the examples, and all that they print
 //
-// FILE is that of the last run which left one of this name. Lines are compared without trailing
+// FILE is that of the last run that left one of this name. Lines are compared without trailing
 // blanks. An example translates without error, unless its error file is shown.
 #include "harness.h"
 
@@ -160,8 +160,24 @@ TEST_P(Document, Examples) {
     std::for_each(runs.begin(), runs.end(), expect_as_shown);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Document, testing::Values("guide.md", "../README.md"),
-                         [](const auto& row) { return row.param[0] == 'g' ? "guide" : "readme"; });
+const string documents[] = {"guide.md", "files.md", "../README.md"};
+
+INSTANTIATE_TEST_SUITE_P(Of, Document, testing::ValuesIn(documents), [](const auto& row) {
+    return std::regex_replace(row.param, std::regex("[^a-zA-Z]"), "");
+});
+
+// What a page calls tiny.zlm, say, is the same model on every page.
+TEST(Documents, ShowOneFileOfEachName) {
+    std::map<string, string> shown;
+    for (const string& page : documents) {
+        for (const Block& block : read_document(DOCS_DIR "/" + page)) {
+            if (block.kind != "orvex" || block.name.empty()) continue;
+            const string& first = shown.try_emplace(block.name, block.text).first->second;
+            EXPECT_EQ(block.text, first) << page << " has another " << block.name << ".zlm";
+        }
+    }
+    EXPECT_TRUE(shown.contains("tiny"));
+}
 
 // What a link calls the headings: small letters, "-" for a blank, no other punctuation.
 std::set<string> anchors_of(const fs::path& path) {

@@ -40,7 +40,7 @@ build; diff -r -x '*.d*' all out; build
 build 'sed "s/Price of services/Price/" ../closed/closed.zlm >c; cp c ../closed/closed.zlm'
 build 'touch ../taxes/taxes.zlm'
 build 'rm out/WORK.HDR'
-build 'cp ../regions/regions.zlm r; sed 50s/PROD/PORD/ r >../regions/regions.zlm'
+build 'cp ../regions/regions.zlm r; sed 51s/PROD/PORD/ r >../regions/regions.zlm'
 grep -c '^error.keyword-unknown.: unknown keyword `$PORD`' log
 build 'cp r ../regions/regions.zlm'
 build 'sed s/MODEL:WORK/MODEL:JOB/ ../three/three.zlm >t; cp t ../three/three.zlm'; build
@@ -91,7 +91,7 @@ OUT=two PER=3 SLURM_ARRAY_TASK_ID=2 sh array.sh; ls two
 cp ../closed/closed.zlm 'a b.zlm'; ls a*.zlm >list
 LIST=list OUT=blank PBS_ARRAY_INDEX=1 sh array.sh; ls blank
 sh array.sh 6; echo $?
-sed 50s/PROD/PORD/ ../regions/regions.zlm >a.zlm; echo a.zlm >list
+sed 51s/PROD/PORD/ ../regions/regions.zlm >a.zlm; echo a.zlm >list
 LIST=list OUT=none sh array.sh 1 2>log; echo $?; ls none 2>&-)"),
         "BARTER.GEN\nBARTER.HDR\nTAXES.GEN\nTAXES.HDR\nTRADE.GEN\nTRADE.HDR\nWORK.GEN\nWORK.HDR\n"
         "CLOSED.GEN\nCLOSED.HDR\nno line 6 in models.txt\n2\n1\n");
@@ -108,25 +108,25 @@ import yaml
 steps = yaml.safe_load(open("models.yml"))["jobs"]["check"]["steps"]
 print("\n".join(step["run"] for step in steps if "orvex check" in step.get("run", "")))
 print("cp", steps[-1]["with"]["sarif_file"], "uploaded")' >commands
-cp commands ..; cd ..; sed -i.old 50s/PROD/PORD/ regions/regions.zlm
+cp commands ..; cd ..; sed -i.old 51s/PROD/PORD/ regions/regions.zlm
 sh commands | sed 's/%0Ahelp: did you mean `$PROD:`?.*//'; "$python" ')" TESTS_DIR
                                   R"(/validate.py' ')" TESTS_DIR R"(/sarif.schema.json' uploaded
 grep -c '"uri":"regions/regions.zlm"' uploaded)");
     if (out == "none\n")
         GTEST_SKIP() << "no python3 with jsonschema and yaml (Debian: python3-yaml)";
     EXPECT_EQ(out,
-              "::error title=keyword-unknown,file=regions/regions.zlm,line=50,endLine=50,col=1,"
+              "::error title=keyword-unknown,file=regions/regions.zlm,line=51,endLine=51,col=1,"
               "endColumn=6::unknown keyword `$PORD`\nvalid\n1\n");
 }
 
-TEST(Many, TheGuideShowsLinesOfTheFiles) {
+TEST(Many, ThePageShowsLinesOfTheFiles) {
     EXPECT_EQ(
         printed_by(
             R"(mkdir out; orvex translate -q -o out --depfile out/closed.d ../closed/closed.zlm
 sh ninja.sh ../closed/closed.zlm
 for pair in make:Makefile ninja:build.ninja yaml:models.yml; do
     sed -n '/^```'${pair%:*}'$/,/^```$/{/^```/d;p;}' ')" DOCS_DIR
-            R"(/guide.md' | sed 's/^ *//' >shown
+            R"(/many-files.md' | sed 's/^ *//' >shown
     sed 's/^ *//' ${pair#*:} >has; grep -c . shown; grep -vxFf has shown
 done)"),
         "5\n6\n8\n");
