@@ -185,7 +185,7 @@ TEST(Check, TellsRowsFromOddRows) {
          "11:3 entry-label-invalid\n12:3 line-indented\n13:3 entry-label-invalid\n14:3 "
          "entry-label-invalid\n"},
         {"$PROD:Y\n 1 O:PY  Q:1\n  I :PL\n+ a b Q:1\n  I:PL  Q :2\n",
-         "9:2 text-ignored\n10:3 text-ignored\n11:3 text-ignored\n"},
+         "9:2 text-ignored\n11:3 text-ignored\n"},
         {"$PROD:Y  S:0,5\n  O:PY  Q:1;  P:1)\n  I:PL  Q:1 - 2\n",
          "8:12 value-invalid\n9:11 value-invalid\n9:17 value-invalid\n10:11 value-invalid\n"},
         {"$PROD:Y\n  O:PY  Q:1  I:PL  Q:2  Q:3\n  I:PL  N:TAU\n",
