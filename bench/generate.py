@@ -196,7 +196,7 @@ def typical_text(seed, lines, names):
 
 
 def mix(out, models, lines, names=None):
-    """Every model has a name of its own; behind 1,000 models their texts come again."""
+    """Every model has a name of its own; after 1,000 models their texts come again."""
     for number in range(models):
         out.write(f"$ONTEXT\n$MODEL:M{number + 1}\n")
         out.write(typical_text(number % 1000, lines - 2, names or lines))

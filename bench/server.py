@@ -118,7 +118,7 @@ class Session:
         return time.perf_counter() - start - pause
 
     def answer_time(self, method):
-        """Of a question about the name that stands first in the row of the edit."""
+        """Of a question about the name that is first in the row of the edit."""
         place = {"line": self.line, "character": self.rows[self.line].index(":") + 2}
         start = time.perf_counter()
         answer = self.ask(method, {"textDocument": {"uri": uri}, "position": place})

@@ -21,7 +21,7 @@ namespace {
 
 using std::string;
 
-constexpr std::size_t text_start = 9;  // behind the line number and its braces
+constexpr std::size_t text_start = 9;  // after the line number and its braces
 constexpr std::size_t widest_text = 255;
 const string option_start = "PUT /,'$";
 const string closing_lines = ".INTEGER1=1;\n";
@@ -123,9 +123,9 @@ string changed_lines(const string& text, Change change) {
     return result;
 }
 
-// The levels of a generator file, told by its indentation alone: every line stands two blanks for
-// each open level behind the number; a line ");" closes one; an empty line finds all closed. The
-// condition of a report block is closed like a level, but indents nothing.
+// The levels of a generator file, told by its indentation alone: every line is indented by two
+// blanks for each open level after the number; a line ");" closes one; an empty line finds all
+// closed. The condition of a report block is closed like a level, but indents nothing.
 class Levels {
   public:
     void take(const string& line) {
@@ -215,7 +215,7 @@ string with_line_inserted(const string& input, std::size_t place) {
     return input.substr(0, start) + inserted[place % 4] + "\n" + input.substr(start);
 }
 
-// The model behind another gives what it gives alone, started with the other's counters.
+// The model after another gives what it gives alone, started with the other's counters.
 void compare_second_model(const string& input) {
     const string all = "ERR\n";
     if (("\n" + input).find("\n+") != string::npos) return;  // may continue the model before

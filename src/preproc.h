@@ -24,7 +24,7 @@ using Line = Text<maxline>;
 using Name = Text<maxname>;
 using Argument = Text<notation::argument_columns>;
 
-// A table whose entries are counted from 1. Entry 0 stands for "none" and holds nothing.
+// A table whose entries are counted from 1. Entry 0 means "none" and holds nothing.
 template <typename Entry, int count>
 using Table = std::array<Entry, static_cast<std::size_t>(count) + 1>;
 
@@ -76,7 +76,7 @@ extern bool startf;
 extern Line record;
 // The last line as read.
 extern Line lstrec;
-// The record's comment, behind its first "!".
+// The record's comment, after its first "!".
 extern Line descrp;
 // Number of input lines read through getrec, over all models.
 extern int lineno;

@@ -195,7 +195,7 @@ void write_file(Unit& unit, Unit& scratch) {
     } while (count != 0);
 }
 
-// Reads more bytes behind the ones not yet read. False at the end of the file.
+// Reads more bytes after the ones not yet read. False at the end of the file.
 bool refill(Unit& unit) {
     if (unit.at_end || unit.descriptor == no_descriptor) return false;
     char* const buffer = buffer_of(unit);
@@ -218,7 +218,7 @@ bool is_replaceable(const char* path) {
 }
 
 // The path of the temporary file beside the unit's own: same directory, so that renaming moves no
-// bytes. It may be longer than the path it stands for, and ends with a zero byte.
+// bytes. It may be longer than the path it replaces, and ends with a zero byte.
 using TemporaryPath = Text<longest_path + 64>;
 TemporaryPath temporary_path(const Unit& unit) {
     const View name = unit.name.data();
@@ -241,7 +241,7 @@ int open_temporary(Unit& unit) {
     return no_descriptor;
 }
 
-// Opens the temporary file and removes what stands under the name; false when either cannot be
+// Opens the temporary file and removes what has the name; false when either cannot be
 // done.
 bool open_beside(Unit& unit) {
     if (!is_replaceable(unit.name.data())) return false;

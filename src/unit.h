@@ -36,7 +36,7 @@ void open_scratch(int number);
 
 // The next line without its line end, or false at the end of the file and ever after. A last line
 // without line end is a line. The view holds until the next call; of a line longer than
-// longest_line bytes what stands behind them is not meaningful.
+// longest_line bytes what follows them is not meaningful.
 constexpr int longest_line = 4096;
 bool read_line(int number, View& line);
 

@@ -3,7 +3,7 @@
 // A case file begins with the reason why it is there. What follows are sections, each opened by one
 // of these lines and read in their order:
 //
-//     == given NAME     a file that stands in the folder before the run
+//     == given NAME     a file that is in the folder before the run
 //     == setup          shell commands before the run
 //     == run            shell commands that make the run; without it, "$ORVEXPP" run.ctl
 //     == status N       the exit status; without it, 0

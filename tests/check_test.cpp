@@ -151,7 +151,7 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
               "38:14 kind-mismatch\n");
 }
 
-// Behind a missing end nothing of a model can be judged.
+// After a missing end nothing of a model can be judged.
 TEST(Check, AMissingEndIsOneFault) {
     const string rows = "$SECTORS:\n  Y\n$COMMODITIES:\n  P\n$PROD:Y\n  O:P Q:1\n";
     EXPECT_EQ(
@@ -194,7 +194,7 @@ TEST(Check, TellsRowsFromOddRows) {
     for (const auto& row : rows) EXPECT_EQ(check_text(head + row.block + tail), row.findings);
 }
 
-// What stands behind the sets of a name, beside what may stand there.
+// What is after the sets of a name, beside what may be there.
 TEST(Check, FindsTextBehindTheSetsOfAName) {
     const string head = "$MODEL:M\n$SECTORS:\n  Y(R)\n$COMMODITIES:\n  P(R)\n$CONSUMERS:\n  C(R)\n";
     const string tail = "$DEMAND:C(R)\n  D:P(R)\n  E:P(R)  Q:1\n$OFFTEXT\n";

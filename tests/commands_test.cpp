@@ -19,7 +19,7 @@ using harness::Result;
 namespace fs = std::filesystem;
 namespace frontend = orvex::frontend;
 
-// A model without a fault, of ten lines behind its name.
+// A model without a fault, of ten lines after its name.
 std::string model(const std::string& name, const std::string& more_commodities = "",
                   const std::string& production = "$PROD:Y") {
     return "$MODEL:" + name + "\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL" + more_commodities +
@@ -49,7 +49,7 @@ void write_files(const Folder& folder) {
 constexpr const char* nothing = nullptr;
 
 struct CommandLine {
-    const char* command;  // behind "orvex", for the shell
+    const char* command;  // after "orvex", for the shell
     int status;
     const char* out;  // a text in it; nothing: it is empty
     const char* err;
@@ -601,7 +601,7 @@ TEST(Documents, NameEveryOption) {
     EXPECT_EQ(result.out, "many\n") << result.err;
 }
 
-// What bash is offered behind --warn is taken, and holds each warning but that of the symbol
+// What bash is offered after --warn is taken, and holds each warning but that of the symbol
 // listing.
 TEST(Documents, CompletionsOfferTheWarnings) {
     const Folder folder;

@@ -219,7 +219,7 @@ TEST(Text, ShowsAnyLine) {
         {"\x1b[2J \x7F\r", 2, 3, odd + "[2J " + odd + odd, " ^"},
         {string("\xC2\x9B\xE2") + "\x80\xAE-", 3, 4, odd + odd + "-", "  ^"},  // CSI; right to left
         {string("A\0B", 3), 3, 4, "A" + odd + "B", "  ^"},
-        // A place behind the end, an empty one, one that goes on too far.
+        // A place after the end, an empty one, one that goes on too far.
         {"AB", 5, 6, "AB", "    ^"},
         {"AB", 1, 1, "AB", "^"},
         {"AB", 2, 99, "AB", " ^"},

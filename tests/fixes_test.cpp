@@ -244,7 +244,7 @@ TEST(Fixes, MakeTheTextThatWasMeant) {
          "  O:PY  P:1  P:2\n  I:PL  Q:1\n+ Q:1 ! so\n"},
         {"  O:PY\n  + A:RA\n+T:1\n\t+\tP:1\n  I:PL\n",
          "  O:PY\n+   A:RA\n+ T:1\n+\t \tP:1\n  I:PL\n"},
-        // A "+" that stands before the label of an entry may be another slip.
+        // A "+" before the label of an entry may be another slip.
         {"  O:PY\n+I:PL  Q:1\n  I:PL\n", "  O:PY\n+I:PL  Q:1\n  I:PL\n"},
         {"  O:PY\n  I:pll  Q:1\n  I:Pll\n", "  O:PY\n  I:pl  Q:1\n  I:PL\n", true},
         {"  O:PY  " + long_value + "  P:1.25\n  I:PL\n",

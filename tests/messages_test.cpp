@@ -21,7 +21,7 @@ using Texts = std::map<string, string>;
 
 struct Entry {
     string code;
-    Texts parts;  // facts and blocks; a fact that stands more than once has a line for each
+    Texts parts;  // facts and blocks; a fact that is there more than once has a line for each
     int paragraphs = 0;
     string faults;  // of its form
 };
@@ -46,7 +46,7 @@ void read_fact(Entry& entry, const string& line) {
     }
 }
 
-// The introduction, which holds the files that an example does not give, and the entries behind it.
+// The introduction, which holds the files that an example does not give, and the entries after it.
 std::vector<Entry> read_page() {
     std::vector<Entry> page(1);
     string block;  // the kind of the open block
@@ -172,7 +172,7 @@ class Messages : public testing::TestWithParam<Entry> {
         }
         expect_file("M.HDR", "$OFFLISTING\n\n*  ORVEX MODEL DECLARATION FILE\n",
                     "\n\n$OFFTEXT\n\n" + block);
-        // Line 1 of the listing is the one behind the model's name; of each line 248 columns are
+        // Line 1 of the listing is the one after the model's name; of each line 248 columns are
         // left.
         const string number = std::to_string(line - 1);
         const string echo = string(5 - number.size(), ' ') + number + "  " + record.substr(0, 248);
@@ -253,7 +253,7 @@ TEST(MessageIndex, HasTheMessagesOfTheSourcesAndNoOthers) {
     std::map<string, bool> indexed;  // the messages, and whether the sources have them
     for (Entry entry : entries()) {
         EXPECT_TRUE(std::regex_match(entry.code, std::regex("[a-z]+(-[a-z]+)*"))) << entry.code;
-        EXPECT_TRUE(codes.insert(entry.code).second) << entry.code << " stands twice";
+        EXPECT_TRUE(codes.insert(entry.code).second) << entry.code << " is there twice";
         if (is_finding(entry)) continue;
         for (const string& message : lines_of(entry.parts["Message"])) indexed[message] = false;
     }

@@ -158,7 +158,7 @@ TEST(Model, FindsAllErrorsInTheTranslatorsOrder) {
         {"$CONSTRAINT:X\n X =E= 0;\n$CONSTRAINT:P(S)\n P =E= 0;\n",
          "8:13 constraint-name-unknown; 10:13 constraint-kind-mismatch"},
         {"$AUXILIARIES:\n T\n$CONSTRAINT:T\n T =E= 0;\n", "10:13 constraint-name-unknown"},
-        // Behind a missing end nothing can be judged.
+        // After a missing end nothing can be judged.
         {"$ONTEXT\n$PROD:P\n O P\n", "8:1 keyword-colon-missing"},
     };
     for (const auto& [text, expected] : rows) EXPECT_EQ(errors(names + text), expected) << text;

@@ -122,7 +122,7 @@ TEST_P(Example, LeavesExactlyWhatIsExpected) {
     EXPECT_EQ(folder.files().size(), named.size());
 }
 
-// A run that stops leaves open levels, a symbol table and settings of every kind behind.
+// A run that stops leaves open levels, a symbol table and settings of every kind.
 TEST(Runs, InOneProcessAreLikeRunsOfTheirOwn) {
     const std::string settings = "SCD x-\nNCO 7\nNMO 3\nERR x.err\nMDL BAD\nHDR x.hdr\nTIM t\n";
     const std::string model = "$MODEL:BAD\n+ A:X\n$SECTORS:\n Y(S)\n$PROD:Y(S)$A ";

@@ -224,7 +224,7 @@ TEST(Units, ReadALineLongerThanTheBufferAndOneWithoutLineEnd) {
     close_all_units();
 }
 
-// Neither the old text nor half of the new one ever stands under the name.
+// Neither the old text nor half of the new one ever has the name.
 TEST(Units, GiveAFileItsNameWhenItIsClosed) {
     const harness::Folder folder;
     const std::string name = folder.path() + "/file";

@@ -17,7 +17,7 @@
 namespace orvex {
 
 // Writes the constraint of the keyword record in `record` to the constraint and model-statement
-// scratch files. The body is copied as it stands, up to the first record with a ";" or the next
+// scratch files. The body is copied as it is, up to the first record with a ";" or the next
 // that begins with "$". Returns 0 with the next record in `record`, or 1 at the end of the input.
 // Stops: constraint-colon-missing, and those of chksym.
 int conblk();

@@ -23,7 +23,7 @@ const Name* find_active(View name) {
     return found == used ? nullptr : &*found;
 }
 
-// Brings the extra indices directly behind the own arguments; with seven of those they are there.
+// Brings the extra indices directly after the own arguments; with seven of those they are there.
 void move_extra_indices() {
     for (int i = 1; i <= nxarg; ++i) argument(narg + i) = argument(maxarg + i);
 }
@@ -50,7 +50,7 @@ Line new_set_list() {
     return list;
 }
 
-// Opens the guard of an argument such as T+1, whose operator stands at position `shift`.
+// Opens the guard of an argument such as T+1, whose operator is at position `shift`.
 void guard_shift(const Argument& text, int shift) {
     const Name* const active = find_active(trimmed(text.slice(1, shift - 1)));
     if (active == nullptr)

@@ -38,7 +38,7 @@ void newblk();
 enum class EntryEnd {
     done,        // the record is used up
     read_ahead,  // the entry had one field, and `record` holds the next record, not yet treated
-    input_end,   // the entry had one field, and the input ended behind it
+    input_end,   // the entry had one field, and the input ended after it
 };
 
 // Translates an entry record, after closing what the entry before it opened.

@@ -55,7 +55,7 @@ void check_third_label() {
         {" *** REPBLK: 3rd report field ", whole(padded), " is not PROD or DEMAND."}));
 }
 
-// A field behind the first, on the same line of the report.
+// A field after the first, on the same line of the report.
 void report_field(void (*check_label)()) {
     if (record.is_blank()) return;
     parse();

@@ -70,7 +70,7 @@ std::int32_t screenIndicator = 1;
 
 View view_of(const char* text) { return text == nullptr ? View() : View(text); }
 
-// The pieces one behind the other, cut to what the buffer holds and terminated.
+// The pieces one after the other, cut to what the buffer holds and terminated.
 void compose(std::span<char> buffer, std::initializer_list<View> pieces) {
     if (buffer.empty()) return;
     std::size_t used = 0;

@@ -53,7 +53,7 @@ int libloader(const char* dir, const char* name, char* message, int length);
 void* loadSym(void* handle, const char* name, const char*& error);
 
 // The three ways to name the library: by the system's search, by its directory, by its full path.
-// The default file name stands for an empty one. Results and messages are those of libloader().
+// An empty file name means the default one. Results and messages are those of libloader().
 int palGetReady(char* message, int length);
 int palGetReadyD(const char* dir, char* message, int length);
 int palGetReadyL(const char* path, char* message, int length);

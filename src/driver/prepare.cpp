@@ -67,7 +67,7 @@ void find_input() {
     inpfil = with_ending;
 }
 
-// Asks what is there only when the name as it stands opens nothing.
+// Asks what is there only when the name as given opens nothing.
 void open_input_file() {
     if (open_input(kinp, inpfil)) return;
     find_input();

@@ -10,7 +10,7 @@ namespace orvex {
 // Stops: expression-unclosed, and that of chkcnd.
 void rdcond();
 
-// Moves the condition behind the "$" at position `pos` of `field` into `condtn`, in parentheses.
+// Moves the condition after the "$" at position `pos` of `field` into `condtn`, in parentheses.
 // Stops: condition-unbalanced.
 void chkcnd(int pos);
 

@@ -6,7 +6,7 @@
 
 namespace orvex {
 
-// A field as it stands in its record, which must outlive it.
+// A field as it is in its record, which must outlive it.
 struct LabelledField {
     View label;
     View value;

@@ -45,7 +45,7 @@ int firstnonblank(const Text<N>& text) {
     return found == View::npos ? 0 : static_cast<int>(found) + 1;
 }
 
-// Moves the text left over its leading blanks and TABs. A text whose only other character stands in
+// Moves the text left over its leading blanks and TABs. A text whose only other character is in
 // the last position stays as it is.
 template <int N>
 void lftjst(Text<N>& text) {

@@ -1,4 +1,4 @@
-// The keywords that begin a record in column 1, behind its "$".
+// The keywords that begin a record in column 1, after its "$".
 #pragma once
 
 #include "text/characters.h"

@@ -77,7 +77,7 @@ void begin_name(Text<size>& statement, View condition, Put mode, View head, View
     statement.append("'", head, View(head.empty() ? "" : ":"), name, "'");
 }
 
-// Appends what prints one argument when the generator file runs: a quoted element as it stands, the
+// Appends what prints one argument when the generator file runs: a quoted element as it is, the
 // element of a set by its text, a lead or lag by the text of the shifted element. False, with the
 // statement as it was, where it has no room.
 template <int size>

@@ -7,7 +7,7 @@
 
 namespace orvex {
 
-// Appends the listing of the table as it stands to the listing scratch file: every symbol in the
+// Appends the listing of the table as it is to the listing scratch file: every symbol in the
 // order of its name, with its kind and the numbers of the input lines on which it occurs.
 void symlst();
 

@@ -8,7 +8,7 @@
 
 namespace orvex {
 
-// How a number stands in a fixed width: right-aligned behind blanks, or behind leading zeros. A
+// How a number is written in a fixed width: right-aligned after blanks, or after leading zeros. A
 // number that does not fit, its sign included, shows as asterisks.
 enum class Fill : char { blanks = ' ', zeros = '0' };
 template <int Width>

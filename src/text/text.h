@@ -33,7 +33,7 @@ class Text {
     Text(View view) { assign(view); }
     Text(const char* literal) { assign(literal); }
 
-    // The pieces one behind the other, each with its blanks.
+    // The pieces one after the other, each with its blanks.
     explicit Text(std::initializer_list<View> pieces) {
         for (const View piece : pieces) add(piece);
         trim();
@@ -88,7 +88,7 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Would all the pieces find room behind the last non-blank character?
+    // Would all the pieces find room after the last non-blank character?
     template <typename... Pieces>
     bool has_room_for(const Pieces&... pieces) const {
         return (piece_of(pieces).size() + ...) <= static_cast<std::size_t>(N - length_);
@@ -108,7 +108,7 @@ class Text {
     }
     void blank_from(int first) { blank(first, N); }
 
-    // Puts the pieces, each with its blanks, directly behind the last non-blank character; what has
+    // Puts the pieces, each with its blanks, directly after the last non-blank character; what has
     // no room is cut.
     template <typename... Pieces>
     void append(const Pieces&... pieces) {
@@ -117,7 +117,7 @@ class Text {
     }
 
     // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can
-    // make vector instructions of. Blanks fill the last one, as what is behind a text may never
+    // make vector instructions of. Blanks fill the last one, as what is after a text may never
     // have been set.
     template <typename Replace>
     void map(Replace replace) {
@@ -172,7 +172,7 @@ class Text {
     }
 
     int length_ = 0;
-    // What stands behind the text's length has no meaning. There is room for whole blocks.
+    // What is after the text's length has no meaning. There is room for whole blocks.
     Bytes<(N + block_size - 1) / block_size * block_size> bytes_;
 };
 
@@ -190,7 +190,7 @@ bool operator==(const Text<N>& a, const char (&literal)[size]) {
     return a.view() == View(literal, size - 1);
 }
 
-// The pieces one behind the other, each with its blanks, as one text.
+// The pieces one after the other, each with its blanks, as one text.
 template <int N>
 Text<N> joined(std::initializer_list<View> pieces) {
     return Text<N>(pieces);

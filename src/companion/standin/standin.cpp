@@ -91,7 +91,7 @@ constexpr std::int32_t audit_line_arguments = 1;
 constexpr std::int32_t audit_line_arguments = 0;
 #endif
 
-// Result code first, then the codes of the arguments behind the object handle.
+// Result code first, then the codes of the arguments after the object handle.
 struct Signature {
     const char* name;
     std::int32_t arguments;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t text_width = 80;
 
-// The blocks of an entry that are shown, and what stands above them.
+// The blocks of an entry that are shown, and the line above them.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 8> shown_blocks{{
     {"wrong", "Wrong:"},
     {"wrong-command", "Wrong, as a command that prints the model:"},

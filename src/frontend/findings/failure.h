@@ -1,4 +1,4 @@
-// Findings that no message of the translator stands for.
+// Findings that the translator has no message for.
 #pragma once
 
 #include "frontend/findings/finding.h"

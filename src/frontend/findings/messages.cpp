@@ -52,7 +52,7 @@ std::string block_of(const MessageEntry& entry, std::string_view kind) {
     return {};
 }
 
-// An entry of the page, from behind the "## " of its heading.
+// An entry of the page, from after the "## " of its heading.
 MessageEntry read_entry(std::string_view text) {
     MessageEntry entry;
     entry.text = "## " + std::string(text);

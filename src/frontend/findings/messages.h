@@ -59,7 +59,7 @@ const MessageEntry* find_code(std::string_view code);
 
 struct Recognised {
     const MessageEntry* entry = nullptr;
-    // What stands for <name> in the message.
+    // What the message has for <name>.
     Values values;
 };
 

@@ -10,7 +10,7 @@
 
 namespace orvex::frontend {
 
-// A fixed text of a pattern, and the name of what stands behind it; the last one has none.
+// A fixed text of a pattern, and the name of what follows it; the last one has none.
 struct Piece {
     std::string_view literal;
     std::string_view name;
@@ -18,10 +18,10 @@ struct Piece {
 
 std::vector<Piece> pieces_of(std::string_view pattern);
 
-// What stands in the places of a message, by their names, trimmed.
+// What is in the places of a message, by their names, trimmed.
 using Values = std::map<std::string, std::string>;
 
-// Whether a line has the form of the pattern. `values` gets what stands in its places.
+// Whether a line has the form of the pattern. `values` gets what is in its places.
 bool matches(const std::vector<Piece>& pieces, std::string_view line, Values& values);
 
 // What makes one pattern fit better than another: its fixed characters.

@@ -23,7 +23,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// What stands for the text of an error in the message of its code.
+// What the message of its code has for the text of an error.
 std::string_view place_of_text(Fault fault) {
     switch (fault) {
     case Fault::keyword_colon:

@@ -14,7 +14,7 @@ bool is_name_byte(char c);
 // Is the text a name and no more? It does not begin with a digit.
 bool is_plain_name(std::string_view text);
 
-// Can the text be a name once the host has put in what each "%X%" in it stands for? Letters that
+// Can the text be a name once the host has put the text in the place of each "%X%"? Letters that
 // are not of ASCII pass.
 bool may_be_name(std::string_view text);
 

@@ -38,7 +38,7 @@ class Lines {
     std::string_view peek() const { return rest_.substr(0, rest_.find('\n')); }
     std::string_view take() { return take_line(rest_); }
 
-    // Goes behind the next line that is this one; to the end where there is none.
+    // Goes to the line after the next line that is this one; to the end where there is none.
     bool skip_past(std::string_view wanted) {
         while (!at_end()) {
             if (take() == wanted) return true;
@@ -50,7 +50,7 @@ class Lines {
     std::string_view rest_;
 };
 
-// Behind a name, outside of its parentheses, four blanks begin a description.
+// After a name, outside of its parentheses, four blanks begin a description.
 Variable read_variable(std::string_view line) {
     int depth = 0;
     std::size_t end = 0;

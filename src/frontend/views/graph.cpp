@@ -74,7 +74,7 @@ void append(std::string& list, std::string_view separator, std::string_view text
     list += text;
 }
 
-// An arrow that an entry or a field stands for. One end of it is the owner of the block.
+// An arrow that is drawn for an entry or a field. One end of it is the owner of the block.
 struct Arrow {
     Flow flow = Flow::makes;
     Index symbol = no_index;  // at its other end

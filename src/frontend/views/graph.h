@@ -58,7 +58,7 @@ struct Edge {
     // Its fields: "Q:Y0(S)", after what differs from the label of the commodity, as in
     // "PK(T+1)$C(T) Q:5"; those of several entries separated by "; ".
     std::string label;
-    // Of the entries or fields that it stands for, ascending.
+    // Of the entries or fields that it is drawn for, ascending.
     std::vector<int> lines;
 };
 
