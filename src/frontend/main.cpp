@@ -4,6 +4,7 @@
 #include "frontend/cli/command_line.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/reporter.h"
+#include "frontend/commands/balance.h"
 #include "frontend/commands/check.h"
 #include "frontend/commands/expand.h"
 #include "frontend/commands/explain.h"
@@ -68,6 +69,7 @@ int run(int argc, char** argv) {
         case Command::info: return run_info(options);
         case Command::graph: return run_graph(options);
         case Command::expand: return run_expand(options);
+        case Command::balance: return run_balance(options);
         case Command::lsp:
             return options.self_check ? run_self_check(options) : run_server(options);
         case Command::none: break;

@@ -17,8 +17,18 @@ enum Begins : unsigned {
 };
 
 // What a field with a label says of the economy: what is made, used, demanded or owned, and who
-// receives a tax at which rate.
-enum class Meaning { none, output, input, demand, endowment, tax_receiver, tax_rate };
+// receives a tax at which rate, at which price with tax, and what variable multiplies the quantity.
+enum class Meaning {
+    none,
+    output,
+    input,
+    demand,
+    endowment,
+    tax_receiver,
+    tax_rate,
+    price,
+    ration
+};
 
 struct Label {
     View text;

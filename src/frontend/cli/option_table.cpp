@@ -50,6 +50,12 @@ constexpr std::array commands = {
         "Runs the generator file of each model with the data, as the host does, and prints what\n"
         "it prints: each entry for each element, with its numbers. DATA is a file of JSON or "
         "CSV.\n"},
+    CommandRow{
+        Command::balance, "balance", "[OPTION...] FILE...",
+        "show the accounts of each model, and what does not balance",
+        "Adds up what each sector, commodity and consumer receives and pays. An account whose two\n"
+        "sides differ is an error. FILE is a model, or what the host has printed for the solver\n"
+        "(*.scr, or \"-\" for standard input).\n"},
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "explain a message",
                "Explains a message and what to do, with a wrong and a corrected example.\n"
                "CODE is the word in brackets in the message.\n"},
@@ -65,7 +71,7 @@ constexpr unsigned bit(Command command) { return 1U << static_cast<unsigned>(com
 constexpr unsigned with_output = bit(Command::translate);
 constexpr unsigned with_warnings = bit(Command::translate) | bit(Command::check);
 constexpr unsigned with_levels = with_warnings | bit(Command::lsp);
-constexpr unsigned with_data = bit(Command::expand);
+constexpr unsigned with_data = bit(Command::expand) | bit(Command::balance);
 constexpr unsigned with_translator =
     with_warnings | bit(Command::info) | bit(Command::graph) | with_data;
 constexpr unsigned with_files = with_translator | bit(Command::fmt);
@@ -74,6 +80,7 @@ constexpr unsigned with_colour = with_files | bit(Command::explain);
 
 const std::vector<std::string> format_names = {"text", "short", "json", "sarif", "github", "junit"};
 const std::vector<std::string> picture_names = {"dot", "svg", "mermaid", "json", "table"};
+const std::vector<std::string> table_names = {"text", "json", "csv", "sam"};
 const std::vector<std::string> colour_names = {"auto", "always", "never"};
 const std::vector<std::string> level_names = {"off", "note", "warning", "error"};
 constexpr Severity levels[] = {Severity::off, Severity::note, Severity::warning, Severity::error};
@@ -151,6 +158,24 @@ std::string take_format(Options& options, const std::string& value) {
     std::string wrong = take_name(value, format_names, index);
     if (wrong.empty()) options.format = format_of(value).value_or(Format::text);
     return wrong;
+}
+
+std::string take_table(Options& options, const std::string& value) {
+    std::size_t index = 0;
+    std::string wrong = take_name(value, table_names, index);
+    if (wrong.empty()) options.table = value;
+    options.format = value == "json" ? Format::json : Format::text;
+    return wrong;
+}
+
+std::string take_tolerance(Options& options, const std::string& value) {
+    const char* const end = value.data() + value.size();
+    double read = 0;
+    const auto [stop, error] = std::from_chars(value.data(), end, read);
+    const bool is_share = error == std::errc() && stop == end && read >= 0 && read < 1;
+    if (!is_share) return "wants a number from 0 to less than 1, not `" + value + "`";
+    options.tolerance = read;
+    return "";
 }
 
 std::string take_report(Options& options, const std::string& value) {
@@ -250,6 +275,12 @@ const OptionRow option_rows[] = {
      [](Options& o, const std::string& v) { return take_text(v, o.focus); }},
     {"--depth", "N", bit(Command::graph), "with --focus: at most N steps away",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_depth, o.depth); }},
+    {"--format", "TABLE", bit(Command::balance),
+     "text (default), json, csv, or sam: the table of accounts as CSV", take_table},
+    {"--tolerance", "SHARE", bit(Command::balance),
+     "of the larger side, by which sides may differ (default: 1e-6)", take_tolerance},
+    {"--against", "FILE", bit(Command::balance), "compare with a table of accounts in a CSV file",
+     [](Options& o, const std::string& v) { return take_text(v, o.against); }},
     {"--model", "NAME", with_translator, "only the model of this name",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
     {"--format", "FORMAT", bit(Command::info),
@@ -346,14 +377,22 @@ const CommandRow& row_of(Command command) {
 
 std::span<const OptionRow> option_table() { return option_rows; }
 
+namespace {
+
+const std::vector<std::string>& names_of_formats(Command command) {
+    if (command == Command::graph) return picture_names;
+    return command == Command::balance ? table_names : format_names;
+}
+
+}  // namespace
+
 bool is_format(Command command, std::string_view value) {
     const bool has_format =
         command == Command::none ||
         std::any_of(std::begin(option_rows), std::end(option_rows), [&](const OptionRow& row) {
             return has_option(command, row) && long_name(row) == "--format";
         });
-    const std::vector<std::string>& names =
-        command == Command::graph ? picture_names : format_names;
+    const std::vector<std::string>& names = names_of_formats(command);
     return has_format && std::find(names.begin(), names.end(), value) != names.end();
 }
 

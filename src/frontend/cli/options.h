@@ -14,7 +14,19 @@
 
 namespace orvex::frontend {
 
-enum class Command { none, translate, check, fmt, info, graph, expand, explain, codes, lsp };
+enum class Command {
+    none,
+    translate,
+    check,
+    fmt,
+    info,
+    graph,
+    expand,
+    balance,
+    explain,
+    codes,
+    lsp
+};
 
 struct Options {
     Command command = Command::none;
@@ -92,6 +104,15 @@ struct Options {
     std::string focus;
     // -1: no limit.
     int depth = -1;
+
+    // balance.
+
+    // text, json, csv, sam
+    std::string table = "text";
+    // Relative to the larger of two numbers.
+    double tolerance = 1e-6;
+    // Path of a table of accounts to compare with.
+    std::string against;
 };
 
 }  // namespace orvex::frontend

@@ -38,7 +38,8 @@ bool prints_text(const Options& options) {
 Stream& findings_stream(Reporter& reporter) {
     const Command command = reporter.options.command;
     const bool has_product = command == Command::translate || command == Command::info ||
-                             command == Command::graph || command == Command::expand;
+                             command == Command::graph || command == Command::expand ||
+                             command == Command::balance;
     return has_product || prints_text(reporter.options) ? reporter.err : reporter.out;
 }
 
@@ -197,14 +198,24 @@ void show(Reporter& reporter, const Finding& finding) {
     for (Report& report : reporter.reports) add(reporter, report, finding);
 }
 
+void show_all(Reporter& reporter, const std::vector<Finding>& findings) {
+    const std::size_t most = reporter.options.max_errors;
+    std::size_t errors = 0;
+    for (const Finding& finding : findings) {
+        errors += static_cast<std::size_t>(finding.severity == Severity::error);
+        const bool is_hidden = finding.severity == Severity::error && most != 0 && errors > most;
+        if (is_hidden) {
+            count(reporter, finding);
+            ++reporter.summary.hidden;
+        } else {
+            show(reporter, finding);
+        }
+    }
+}
+
 void put_output(Reporter& reporter, const std::string& output) {
     if (!output.empty()) hide_progress(reporter);
     put(reporter.out, output);
-}
-
-void count_hidden(Reporter& reporter, const Finding& finding) {
-    count(reporter, finding);
-    ++reporter.summary.hidden;
 }
 
 void show_usage(Reporter& reporter, const std::string& text, const std::string& hint) {

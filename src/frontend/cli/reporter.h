@@ -56,11 +56,12 @@ void begin_file(Reporter& reporter, const std::string& path);
 // Shows a finding in all reports, and counts it.
 void show(Reporter& reporter, const Finding& finding);
 
+// Shows the findings of a file. All errors are counted, but not more are shown than the options ask
+// for.
+void show_all(Reporter& reporter, const std::vector<Finding>& findings);
+
 // Puts what the command is for on standard output.
 void put_output(Reporter& reporter, const std::string& output);
-
-// Counts a finding that is not shown, as there are too many.
-void count_hidden(Reporter& reporter, const Finding& finding);
 
 // The same as show for a wrong use that only the files have shown.
 void show_usage(Reporter& reporter, const std::string& text, const std::string& hint);

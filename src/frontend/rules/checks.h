@@ -109,6 +109,9 @@ void check_tax_demand(const Subject& subject, Findings& findings);
 void check_quantity_missing(const Subject& subject, Findings& findings);
 void check_quantity_suspicious(const Subject& subject, Findings& findings);
 
+// accounts.cpp
+void check_accounts(const Subject& subject, Findings& findings);
+
 // characters.cpp
 void check_character(const Subject& subject, Findings& findings);
 

@@ -130,21 +130,6 @@ void keep_unknown_models(Session& session, std::vector<Finding>& findings) {
     findings.erase(unknown, findings.end());
 }
 
-// All errors are counted, but not more of a file are shown than the options ask for.
-void show_findings(Session& session, const File& file) {
-    const std::size_t most = session.options.max_errors;
-    std::size_t errors = 0;
-    for (const Finding& finding : file.checked.findings) {
-        errors += static_cast<std::size_t>(finding.severity == Severity::error);
-        const bool hidden = finding.severity == Severity::error && most != 0 && errors > most;
-        if (hidden) {
-            count_hidden(session.reporter, finding);
-        } else {
-            show(session.reporter, finding);
-        }
-    }
-}
-
 void finish_file(Session& session, File& file) {
     Reporter& reporter = session.reporter;
     if (!session.options.model.empty() && file.source != nullptr)
@@ -153,7 +138,7 @@ void finish_file(Session& session, File& file) {
         session.steps.finish(file, session.inputs);
         stop_if_interrupted();
     }
-    show_findings(session, file);
+    show_all(reporter, file.checked.findings);
     if (session.steps.before_output) session.steps.before_output(file);
     put_output(reporter, file.output);
     if (session.steps.print) session.steps.print(file, reporter);

@@ -1,0 +1,118 @@
+#include "frontend/accounts/account_findings.h"
+
+#include "frontend/base/decimals.h"
+#include "frontend/findings/failure.h"
+
+#include <string>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+constexpr int shown_digits = 10;
+
+std::string shown(double number) { return rounded_decimal(number, shown_digits); }
+
+std::string_view variant_of(AccountKind kind) {
+    switch (kind) {
+    case AccountKind::sector: return "sector";
+    case AccountKind::commodity: return "commodity";
+    case AccountKind::consumer: break;
+    }
+    return "consumer";
+}
+
+void add_note(Finding& finding, std::string_view text, Span span) {
+    finding.remarks.insert(finding.remarks.begin(),
+                           {Severity::note, std::string(text), std::move(span)});
+}
+
+Finding gap_finding(const ModelAccounts& model, AccountIndex index, const PlaceOf& place_of) {
+    const Account& account = model.books.accounts[index];
+    const FindingWords words = words_of_gap(account);
+    Finding finding =
+        failure(std::string(gap_code), words.values, place_of(account.place), words.variant);
+    if (const Transaction* const entry = likely_entry(model.suspects))
+        add_note(finding, likely_note, place_of(entry->place));
+    return finding;
+}
+
+Finding price_finding(const PriceGap& price, const PlaceOf& place_of) {
+    const FindingWords words = words_of_price(price);
+    Finding finding = warning(std::string(price_code), words.values,
+                              place_of(price.entry.price_place), words.variant);
+    if (price.more > 0) {
+        const std::string count = std::to_string(price.more);
+        add_note(finding, "so it is for " + count + " more with other elements", {});
+    }
+    return finding;
+}
+
+Finding open_finding(const ModelAccounts& model, AccountIndex index, const PlaceOf& place_of) {
+    const Account& consumer = model.books.accounts[index];
+    const FindingWords words = words_of_open_demands(consumer);
+    return failure(std::string(open_demands_code), words.values, place_of(consumer.place));
+}
+
+void add_price_findings(const ModelAccounts& model, const PlaceOf& place_of,
+                        std::vector<Finding>& findings) {
+    for (const auto& [line, price] : model.prices)
+        findings.push_back(price_finding(price, place_of));
+    if (model.more_prices == 0) return;
+    const std::string count = std::to_string(model.more_prices);
+    add_note(findings.back(), "so it is in " + count + " more lines", {});
+}
+
+}  // namespace
+
+FindingWords words_of_gap(const Account& account) {
+    return {variant_of(account.kind),
+            {{"name", account.name},
+             {"received", shown(account.received)},
+             {"paid", shown(account.paid)},
+             {"cost", shown(cost_of(account))},
+             {"taxes", shown(account.taxes)}}};
+}
+
+FindingWords words_of_open_demands(const Account& consumer) {
+    return {"", {{"name", consumer.name}, {"count", std::to_string(consumer.open_count)}}};
+}
+
+FindingWords words_of_price(const PriceGap& price) {
+    const auto& given = price.entry.price;
+    return {given ? "" : "missing",
+            {{"name", price.entry.commodity},
+             {"price", shown(given.value_or(1))},
+             {"expected", shown(price.expected)}}};
+}
+
+std::vector<std::size_t> lines_of(const ModelAccounts& model) {
+    std::vector<std::size_t> lines;
+    for (const AccountIndex index : model.gaps.accounts)
+        lines.push_back(model.books.accounts[index].place);
+    for (const AccountIndex index : model.gaps.undetermined)
+        lines.push_back(model.books.accounts[index].place);
+    for (const auto& [line, price] : model.prices) lines.push_back(line);
+    for (const PrintedFault& fault : model.faults) lines.push_back(fault.line);
+    if (const Transaction* const entry = likely_entry(model.suspects))
+        lines.push_back(entry->place);
+    return lines;
+}
+
+std::vector<Finding> findings_of(const ModelAccounts& model, const PlaceOf& place_of) {
+    std::vector<Finding> findings;
+    for (const PrintedFault& fault : model.faults) {
+        findings.push_back(failure("printed-line-invalid", {{"text", fault.text}},
+                                   place_of(fault.line), fault.variant));
+    }
+    if (!findings.empty()) return findings;
+    add_price_findings(model, place_of, findings);
+    for (const AccountIndex index : model.gaps.undetermined)
+        findings.push_back(open_finding(model, index, place_of));
+    for (const AccountIndex index : model.gaps.accounts)
+        findings.push_back(gap_finding(model, index, place_of));
+    return findings;
+}
+
+}  // namespace orvex::frontend

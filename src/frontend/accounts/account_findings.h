@@ -1,0 +1,43 @@
+// What balancing a model has found, as findings.
+#pragma once
+
+#include "frontend/accounts/balance.h"
+#include "frontend/accounts/gaps.h"
+#include "frontend/findings/finding.h"
+#include "frontend/findings/pattern.h"
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// The codes of the findings about accounts and entries.
+constexpr std::string_view gap_code = "account-unbalanced";
+constexpr std::string_view open_demands_code = "demand-quantity-missing";
+constexpr std::string_view price_code = "price-mismatch";
+
+// The words of a finding: the variant of its message and what is in its places.
+struct FindingWords {
+    std::string_view variant;
+    Values values;
+};
+
+FindingWords words_of_gap(const Account& account);
+FindingWords words_of_open_demands(const Account& consumer);
+FindingWords words_of_price(const PriceGap& price);
+
+// What a note at the likely entry says.
+constexpr std::string_view likely_note =
+    "this may be the wrong entry: no other belongs to all accounts with a gap";
+
+// The place of a line by its number.
+using PlaceOf = std::function<Span(std::size_t line)>;
+
+// The lines that the findings of a model are about.
+std::vector<std::size_t> lines_of(const ModelAccounts& model);
+
+std::vector<Finding> findings_of(const ModelAccounts& model, const PlaceOf& place_of);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,128 @@
+#include "frontend/accounts/balance.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvex::frontend {
+
+namespace {
+
+// Of each kind of finding about lines. Further ones are counted.
+constexpr std::size_t most_kept = 100;
+
+void keep_price(ModelAccounts& model, const Transaction& entry, double expected) {
+    const auto found = model.prices.find(entry.price_place);
+    if (found != model.prices.end()) {
+        ++found->second.more;
+    } else if (model.prices.size() < most_kept) {
+        model.prices.emplace(entry.price_place, PriceGap{entry, expected});
+    } else {
+        ++model.more_prices;
+    }
+}
+
+// The first pass: all amounts are posted.
+class Poster {
+  public:
+    Poster(const BalanceSettings& settings, std::vector<ModelAccounts>& models)
+        : settings_(settings), models_(models) {}
+
+    PrintedParts parts() {
+        return {[this](std::string_view name, std::size_t line) { begin_model(name, line); },
+                [this](AccountKind kind, std::string_view name, std::size_t line) {
+                    open_account(current().books, settings_.levels, kind, name, line);
+                },
+                [this](const Transaction& entry) { take(entry); },
+                [this](const PrintedFault& fault) {
+                    if (current().faults.size() < most_kept) current().faults.push_back(fault);
+                }};
+    }
+
+    // After the last entry of the model.
+    void end_model() {
+        if (models_.size() == first_) return;
+        settle(current().books, posting_);
+        if (!current().faults.empty()) return;
+        current().gaps = find_gaps(current().books, settings_.tolerance);
+        current().suspects.gaps = current().gaps.accounts;
+    }
+
+  private:
+    ModelAccounts& current() { return models_.back(); }
+
+    void begin_model(std::string_view name, std::size_t line) {
+        end_model();
+        models_.emplace_back().name = name;
+        current().line = line;
+        if (!settings_.wants_matrix) return;
+        posting_ = [this](AccountIndex row, AccountIndex column, double amount) {
+            current().matrix[{row, column}] += amount;
+        };
+    }
+
+    void take(const Transaction& entry) {
+        ModelAccounts& model = current();
+        post_entry(model.books, settings_.levels, entry, posting_);
+        const auto expected =
+            wrong_price(model.books, settings_.levels, entry, settings_.tolerance);
+        if (expected) keep_price(model, entry, *expected);
+    }
+
+    const BalanceSettings& settings_;
+    std::vector<ModelAccounts>& models_;
+    std::size_t first_ = models_.size();  // of this text
+    Posting posting_;
+};
+
+bool has_gap(const ModelAccounts& model) { return !model.gaps.accounts.empty(); }
+
+// The second pass: which entries belong to all accounts with a gap?
+bool find_suspects(const LinePass& pass, std::vector<ModelAccounts>& models, std::size_t first) {
+    std::size_t next = first;
+    const PrintedParts parts{[&](std::string_view, std::size_t) { ++next; },
+                             [](AccountKind, std::string_view, std::size_t) {},
+                             [&](const Transaction& entry) {
+                                 ModelAccounts& model = models[next - 1];
+                                 if (has_gap(model)) suspect(model.suspects, model.books, entry);
+                             },
+                             [](const PrintedFault&) {}};
+    PrintedReader reader{parts};
+    const bool good =
+        pass([&](std::string_view text, std::size_t line) { read_printed(reader, text, line); });
+    end_printed(reader);
+    return good;
+}
+
+}  // namespace
+
+ModelAccounts balance_transactions(std::span<const Transaction> entries,
+                                   const BalanceSettings& settings) {
+    std::vector<ModelAccounts> models;
+    Poster poster(settings, models);
+    const PrintedParts parts = poster.parts();
+    parts.model("", 0);
+    for (const Transaction& entry : entries) parts.entry(entry);
+    poster.end_model();
+    ModelAccounts& model = models.front();
+    if (!has_gap(model)) return std::move(model);
+    for (const Transaction& entry : entries) suspect(model.suspects, model.books, entry);
+    return std::move(model);
+}
+
+bool balance_text(const LinePass& pass, const BalanceSettings& settings,
+                  std::vector<ModelAccounts>& models) {
+    const std::size_t first = models.size();
+    Poster poster(settings, models);
+    const PrintedParts parts = poster.parts();
+    PrintedReader reader{parts};
+    const bool good =
+        pass([&](std::string_view text, std::size_t line) { read_printed(reader, text, line); });
+    end_printed(reader);
+    poster.end_model();
+    if (!good) return false;
+    const bool any_gap =
+        std::any_of(models.begin() + static_cast<std::ptrdiff_t>(first), models.end(), has_gap);
+    return !any_gap || find_suspects(pass, models, first);
+}
+
+}  // namespace orvex::frontend

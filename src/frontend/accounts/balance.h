@@ -1,0 +1,58 @@
+// Printed models, balanced: a pass over the text makes the accounts, and where some have a gap, a
+// second one looks for the entry that may be wrong. What is kept grows with the accounts alone.
+#pragma once
+
+#include "frontend/accounts/books.h"
+#include "frontend/accounts/gaps.h"
+#include "frontend/accounts/matrix.h"
+#include "frontend/accounts/printed.h"
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::frontend {
+
+// An entry whose reference price is wrong, and how many more have the same place.
+struct PriceGap {
+    Transaction entry;
+    double expected = 1;
+    std::size_t more = 0;
+};
+
+struct ModelAccounts {
+    std::string name;
+    std::size_t line = 0;  // of $MODEL:
+    Books books;
+    Gaps gaps;
+    Suspects suspects;
+    std::map<std::size_t, PriceGap> prices;  // the first ones, by the line of the price
+    std::size_t more_prices = 0;             // lines of further ones
+    std::vector<PrintedFault> faults;        // the first ones; with any, no account has been judged
+    Matrix matrix;                           // where it is wanted
+};
+
+struct BalanceSettings {
+    Levels levels;
+    double tolerance = usual_tolerance;
+    bool wants_matrix = false;
+};
+
+// A pass over the lines of a printed text, each with its number, or with that of the line of the
+// model that it comes from. False, with errno set, where they cannot be read.
+using LineSink = std::function<void(std::string_view text, std::size_t line)>;
+using LinePass = std::function<bool(const LineSink& sink)>;
+
+// The accounts of a model whose entries are all in memory.
+ModelAccounts balance_transactions(std::span<const Transaction> entries,
+                                   const BalanceSettings& settings);
+
+// Appends the accounts of all models of the text. False where a pass failed.
+bool balance_text(const LinePass& pass, const BalanceSettings& settings,
+                  std::vector<ModelAccounts>& models);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,21 @@
+// The table of accounts: a row and a column for each account, and in a cell what that of the row
+// receives from that of the column.
+#pragma once
+
+#include "frontend/accounts/books.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace orvex::frontend {
+
+// By row and column; cells that are not there are 0.
+using Matrix = std::map<std::pair<AccountIndex, AccountIndex>, double>;
+
+// As CSV with the names in the first row and column: sectors, then commodities, then consumers.
+// `corner` is its first cell.
+std::string matrix_csv(const Books& books, const Matrix& matrix, std::string_view corner);
+
+}  // namespace orvex::frontend

@@ -1,0 +1,54 @@
+// The printed form of models, as a solver reads it: a field a line, those after the first of an
+// entry with "+" before their labels. What a host prints has blanks around names and numbers.
+#pragma once
+
+#include "frontend/accounts/books.h"
+#include "frontend/accounts/transaction.h"
+#include "notation/keywords.h"
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvex::frontend {
+
+// A line that cannot be read: "number", "name", "line", "label" (no entry or block is open there),
+// "long" or "model" (the text is a model, not a printed one).
+struct PrintedFault {
+    std::string_view variant;
+    std::string text;
+    std::size_t line = 0;
+};
+
+// What is called with the parts of the text, in their order.
+struct PrintedParts {
+    std::function<void(std::string_view name, std::size_t line)> model;
+    std::function<void(AccountKind kind, std::string_view name, std::size_t line)> declaration;
+    std::function<void(const Transaction& entry)> entry;
+    std::function<void(const PrintedFault& fault)> fault;
+};
+
+struct PrintedReader {
+    const PrintedParts& parts;
+    bool in_model = false;
+    notation::Opens section = notation::Opens::end;  // of the keyword read last
+    std::optional<AccountKind> declares = {};        // in a declaration; none for other variables
+    std::string owner = {};                          // of the block
+    std::optional<Transaction> entry = {};           // until its last field is read
+};
+
+// Takes one line, without its end.
+void read_printed(PrintedReader& reader, std::string_view text, std::size_t line);
+
+// After the last line.
+void end_printed(PrintedReader& reader);
+
+// A name with its elements, in capitals and without blanks around its parts.
+std::string printed_name(std::string_view text);
+
+// A number as hosts and this program print it; EPS is 0. None for anything else.
+std::optional<double> printed_number(std::string_view text);
+
+}  // namespace orvex::frontend

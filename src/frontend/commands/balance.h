@@ -1,0 +1,11 @@
+// orvex balance: do the accounts of models balance?
+#pragma once
+
+#include "frontend/cli/options.h"
+
+namespace orvex::frontend {
+
+// Returns the exit status. Throws UsageError.
+int run_balance(const Options& options);
+
+}  // namespace orvex::frontend

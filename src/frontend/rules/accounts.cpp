@@ -1,0 +1,207 @@
+#include "frontend/accounts/account_findings.h"
+#include "frontend/accounts/balance.h"
+#include "frontend/accounts/transaction.h"
+#include "frontend/findings/place.h"
+#include "frontend/rules/checks.h"
+#include "frontend/rules/facts.h"
+#include "frontend/rules/host_levels.h"
+#include "frontend/rules/warn.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvex::frontend {
+
+namespace {
+
+using notation::Meaning;
+
+constexpr std::string_view codes[] = {gap_code, open_demands_code, price_code};
+
+// Quantities up to this one are not printed.
+constexpr double least_quantity = 1e-8;
+
+// The entries of a model, with the places that they refer to by number.
+struct PlainEntries {
+    std::vector<Transaction> entries;
+    std::vector<Range> places;
+};
+
+bool is_in_model(const Subject& subject, const Finding& finding) {
+    const ModelNode& node = subject.source.tree.models[subject.model->node];
+    return finding.span.line >= line_of_record(node.record) &&
+           finding.span.line < line_of_record(node.end);
+}
+
+// Is another finding in the model? It may have the same cause.
+bool has_other_finding(const Subject& subject, const Findings& findings) {
+    return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        const bool is_own =
+            std::find(std::begin(codes), std::end(codes), finding.code) != std::end(codes);
+        return !is_own && finding.severity != Severity::off && is_in_model(subject, finding);
+    });
+}
+
+// Do the model's names, blocks and entries have sets, elements or conditions?
+bool has_sets(const Subject& subject) {
+    const Tree& tree = subject.source.tree;
+    const ModelNode& node = tree.models[subject.model->node];
+    for (Index record = node.record; record < node.end; ++record) {
+        const RecordKind kind = tree.records[record].kind;
+        if (kind == RecordKind::body || kind == RecordKind::report) continue;
+        for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
+             ++token) {
+            const TokenKind part = tree.tokens[token].kind;
+            if (part == TokenKind::open || part == TokenKind::list || part == TokenKind::condition)
+                return true;
+        }
+    }
+    return false;
+}
+
+// Has the model names of the host, or variables that the host gives other values than 1 or 0?
+bool has_host_names(const Subject& subject) {
+    const auto& symbols = subject.model->symbols;
+    const bool any = std::any_of(symbols.begin(), symbols.end(), [](const Symbol& symbol) {
+        return symbol.entered && (symbol.kind == Kind::parameter || symbol.kind == Kind::set);
+    });
+    return any || sets_levels(subject.source, *subject.model);
+}
+
+std::optional<double> plain_number(std::string_view text) {
+    while (text.size() > 1 && text.front() == '(' && text.back() == ')')
+        text = text.substr(1, text.size() - 2);
+    return printed_number(text);
+}
+
+// Takes the entries of a model as far as each is plain.
+class Taker {
+  public:
+    Taker(const Subject& subject, PlainEntries& taken) : subject_(subject), taken_(taken) {}
+
+    // False where the row is not plain.
+    bool take(const Row& row) {
+        if (row.outside || row.indented || row.stray || row.unclear) return false;
+        if (row.entry == nullptr) return true;
+        const Meaning flow = meaning_of(row.entry->head);
+        const auto fields = fields_of(subject_.facts->rows, row);
+        if (!is_of_sector(flow) && !is_of_consumer(flow)) return fields.empty();
+        Transaction entry;
+        entry.flow = flow;
+        entry.owner = name(*row.owner);
+        entry.commodity = name(row.entry->head);
+        entry.place = place_of(row.entry->head.reference.name);
+        entry.price_place = entry.place;
+        for (const Field* const field : fields) {
+            if (!take_field(*field, entry)) return false;
+        }
+        const bool is_printed = std::abs(entry.quantity.value_or(1)) > least_quantity;
+        if (is_printed) taken_.entries.push_back(std::move(entry));
+        return true;
+    }
+
+  private:
+    std::string name(const Field& field) const { return as_read(subject_, field.reference.name); }
+
+    std::size_t place_of(Range range) {
+        taken_.places.push_back(range);
+        return taken_.places.size() - 1;
+    }
+
+    // A variable that multiplies a quantity mostly has a level of its own, which the text lacks.
+    bool take_field(const Field& field, Transaction& entry) {
+        const Meaning meaning = meaning_of(field);
+        if (meaning == Meaning::ration) return false;
+        if (meaning == Meaning::tax_receiver) {
+            add_receiver(entry, name(field));
+        } else if (meaning == Meaning::tax_rate && field.is_name) {
+            add_variable_rate(entry, name(field));
+        } else {
+            return take_value(field, meaning, entry);
+        }
+        return true;
+    }
+
+    bool take_value(const Field& field, Meaning meaning, Transaction& entry) {
+        const bool is_quantity =
+            field.row != nullptr && field.row->text == notation::quantity_label;
+        if (!is_quantity && meaning != Meaning::price && meaning != Meaning::tax_rate) return true;
+        const std::optional<double> number = plain_number(text_in(subject_, field.text));
+        if (!number) return false;
+        if (is_quantity) {
+            entry.quantity = number;
+        } else if (meaning == Meaning::price) {
+            entry.price = number;
+            entry.price_place = place_of(field.text);
+        } else {
+            add_rate(entry, *number);
+        }
+        return true;
+    }
+
+    const Subject& subject_;
+    PlainEntries& taken_;
+};
+
+std::optional<PlainEntries> read_entries(const Subject& subject) {
+    PlainEntries taken;
+    Taker taker(subject, taken);
+    const auto& rows = subject.facts->rows.rows;
+    const bool all =
+        std::all_of(rows.begin(), rows.end(), [&](const Row& row) { return taker.take(row); });
+    if (!all || taken.entries.empty()) return std::nullopt;
+    return taken;
+}
+
+// Has every sector and consumer a block, and every commodity a supply and a demand?
+bool is_whole(const Subject& subject, const Books& books) {
+    const Model& model = *subject.model;
+    for (Index index = 0; index < model.symbols.size(); ++index) {
+        const Symbol& symbol = model.symbols[index];
+        if (!symbol.is_declared) continue;
+        const bool owns = symbol.kind == Kind::sector || symbol.kind == Kind::consumer;
+        if (owns && subject.facts->blocks[index] == nullptr) return false;
+        const bool trades = symbol.kind == Kind::commodity;
+        if (trades && !find_account(books, AccountKind::commodity, name_of(model, index)))
+            return false;
+    }
+    return std::all_of(books.accounts.begin(), books.accounts.end(), [](const Account& account) {
+        const bool has_demand = account.received != 0 || account.takes_rest;
+        return account.kind != AccountKind::commodity || (has_demand && account.paid != 0);
+    });
+}
+
+// An account is shown where its name is declared.
+void place_accounts(const Subject& subject, Books& books, PlainEntries& taken) {
+    for (Account& account : books.accounts) {
+        const Symbol* const symbol = find_symbol(*subject.model, account.name);
+        if (symbol == nullptr || !symbol->is_declared) continue;
+        account.place = taken.places.size();
+        taken.places.push_back(symbol->declaration);
+    }
+}
+
+}  // namespace
+
+void check_accounts(const Subject& subject, Findings& findings) {
+    const Model& model = *subject.model;
+    if (!model.errors.empty() || model.lost || has_other_finding(subject, findings)) return;
+    if (has_sets(subject) || has_host_names(subject)) return;
+    std::optional<PlainEntries> taken = read_entries(subject);
+    if (!taken) return;
+    ModelAccounts accounts = balance_transactions(taken->entries, {});
+    if (!is_whole(subject, accounts.books)) return;
+    place_accounts(subject, accounts.books, *taken);
+    const PlaceOf place_of = [&](std::size_t place) {
+        return span_of(subject.source, taken->places[place]);
+    };
+    for (Finding& finding : findings_of(accounts, place_of)) {
+        if (finding.code == subject.code) findings.push_back(std::move(finding));
+    }
+}
+
+}  // namespace orvex::frontend

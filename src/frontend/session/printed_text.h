@@ -1,0 +1,47 @@
+// A printed text, which is read more than once: a file, or standard input.
+#pragma once
+
+#include "frontend/accounts/balance.h"
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace orvex::frontend {
+
+// Does a file hold a printed text, and not a model in the host's text? Its name says so, or its
+// first line. Standard input does unless its name in messages says otherwise.
+bool is_printed(const std::string& path, const std::string& shown_path);
+
+// Owns the descriptor.
+class PrintedText {
+  public:
+    // Opens a file, or standard input for "-". What cannot be read twice, such as a pipe, is first
+    // copied to a temporary file without a name.
+    explicit PrintedText(const std::string& path);
+    PrintedText(const PrintedText&) = delete;
+    PrintedText(PrintedText&&) = delete;
+    PrintedText& operator=(const PrintedText&) = delete;
+    PrintedText& operator=(PrintedText&&) = delete;
+    ~PrintedText();
+
+    // The errno for which the text cannot be read, or 0.
+    int error() const { return error_; }
+
+    // Reads it from its start, with the numbers of its lines from 1.
+    bool pass(const LineSink& sink);
+
+    // These lines.
+    std::map<std::size_t, std::string> texts_of(const std::vector<std::size_t>& lines);
+
+  private:
+    void copy();
+
+    int descriptor_ = -1;
+    off_t start_ = 0;
+    int error_ = 0;
+};
+
+}  // namespace orvex::frontend
