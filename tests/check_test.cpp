@@ -235,7 +235,7 @@ TEST(Check, HelpsWithTheCauseThatTheLineShows) {
 TEST(Check, KnowsTheUsesOfNames) {
     const auto model = [](const string& endowment) {
         return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PG  PL\n$PROD:Y\n  O:PY  Q:1\n"
-               "  O:PG  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n  E:PG  Q:" +
+               "  O:PG  Q:1\n  I:PL  Q:2\n$DEMAND:RA\n  D:PY\n  E:PL  Q:2\n  E:PG  Q:" +
                endowment + "\n$CONSUMERS:\n  RA\n$OFFTEXT\n";
     };
     EXPECT_EQ(check_text(model("-1")), "");

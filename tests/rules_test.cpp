@@ -59,10 +59,11 @@ string remarks(const string& text, const string& code) {
     return shown;
 }
 
-// A model in which nothing is wrong, with names in line 9 that are declared as auxiliary variables,
-// the rows of Y from line 11 on, those of RA after them, and the rest at the end.
+// A model in which nothing is wrong, and whose accounts are not judged, as it has a condition: with
+// names in line 9 that are declared as auxiliary variables, the rows of Y from line 11 on, those of
+// RA after them, and the rest at the end.
 string model(const string& declared = "", const string& rows = "  O:PY  Q:1\n  I:PL  Q:1\n",
-             const string& rest = "", const string& demand = "  D:PY\n  E:PL  Q:1\n") {
+             const string& rest = "", const string& demand = "  D:PY\n  E:PL$(1)  Q:1\n") {
     return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n$AUXILIARY:\n  " +
            declared + "\n$PROD:Y\n" + rows + "$DEMAND:RA\n" + demand + rest + "$OFFTEXT\n";
 }

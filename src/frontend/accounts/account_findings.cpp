@@ -16,7 +16,7 @@ std::string shown(double number) { return rounded_decimal(number, shown_digits);
 
 std::string_view variant_of(AccountKind kind) {
     switch (kind) {
-    case AccountKind::sector: return "sector";
+    case AccountKind::sector: return "";
     case AccountKind::commodity: return "commodity";
     case AccountKind::consumer: break;
     }

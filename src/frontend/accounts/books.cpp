@@ -34,7 +34,7 @@ double rate_of(const Levels& levels, const Tax& tax) {
     double rate = tax.rate;
     for (const std::string& variable : tax.variables)
         rate += level_of(levels, variable, usual_variable);
-    return tax.receiver.empty() ? 0 : rate;
+    return rate;
 }
 
 void post(Books& books, AccountIndex row, AccountIndex column, double amount,
@@ -50,8 +50,7 @@ void post(Books& books, AccountIndex row, AccountIndex column, double amount,
 
 void post_taxes(Books& books, const Levels& levels, const Transaction& entry, AccountIndex payer,
                 double value, const Posting& posting) {
-    for (const Tax& tax : entry.taxes) {
-        if (tax.receiver.empty()) continue;
+    for (const Tax& tax : taxes_of(entry)) {
         const AccountIndex receiver =
             open_account(books, levels, AccountKind::consumer, tax.receiver, entry.place);
         const double amount = value * rate_of(levels, tax);
@@ -152,13 +151,13 @@ std::vector<AccountIndex> accounts_of(const Books& books, const Transaction& ent
     };
     add(owner_kind(entry.flow), entry.owner);
     add(AccountKind::commodity, entry.commodity);
-    for (const Tax& tax : entry.taxes) add(AccountKind::consumer, tax.receiver);
+    for (const Tax& tax : taxes_of(entry)) add(AccountKind::consumer, tax.receiver);
     return found;
 }
 
 double rate_of(const Levels& levels, const Transaction& entry) {
     double sum = 0;
-    for (const Tax& tax : entry.taxes) sum += rate_of(levels, tax);
+    for (const Tax& tax : taxes_of(entry)) sum += rate_of(levels, tax);
     return sum;
 }
 

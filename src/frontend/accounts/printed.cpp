@@ -146,16 +146,19 @@ void take_name(const PrintedReader& reader, const PrintedField& field, Transacti
     if (field.meaning == Meaning::ration) {
         entry.ration = name;
     } else if (field.meaning == Meaning::tax_receiver) {
-        add_receiver(entry, name);
+        entry.tax_fields.push_back({TaxField::Kind::receiver, name, 0});
     } else {
-        add_variable_rate(entry, name);
+        entry.tax_fields.push_back({TaxField::Kind::variable, name, 0});
     }
 }
 
 void take_number(const PrintedReader& reader, const PrintedField& field, Transaction& entry) {
     const std::optional<double> number = printed_number(field.value);
     if (!number) return report(reader, "number", field.value, field.line);
-    if (field.meaning == Meaning::tax_rate) return add_rate(entry, *number);
+    if (field.meaning == Meaning::tax_rate) {
+        entry.tax_fields.push_back({TaxField::Kind::rate, {}, *number});
+        return;
+    }
     if (field.meaning != Meaning::price) {
         entry.quantity = number;
         return;

@@ -12,12 +12,20 @@
 
 namespace orvex::frontend {
 
-// Rates add up; those of variables are their levels. Without a receiver, or without a rate, nothing
-// is paid.
+// The rates of variables are their levels.
 struct Tax {
     std::string receiver;
     double rate = 0;
     std::vector<std::string> variables;
+};
+
+// A field of a tax: who receives it, its rate, or the variable that is its rate.
+struct TaxField {
+    enum class Kind { receiver, rate, variable };
+
+    Kind kind = Kind::receiver;
+    std::string name;
+    double rate = 0;
 };
 
 // Names are printed ones, with their elements and in capitals: "PY.AGR".
@@ -26,10 +34,9 @@ struct Transaction {
     std::string owner;                                 // the sector or consumer
     std::string commodity;
     std::optional<double> quantity;
-    std::string ration;           // the variable that multiplies the quantity, or nothing
-    std::optional<double> price;  // the reference price, with tax
-    std::vector<Tax> taxes;
-    bool rates_first = false;  // each rate comes before its receiver
+    std::string ration;                // the variable that multiplies the quantity, or nothing
+    std::optional<double> price;       // the reference price, with tax
+    std::vector<TaxField> tax_fields;  // in their order
     std::size_t place = 0;  // of its first field: the number of its line, or what its maker likes
     std::size_t price_place = 0;  // of the reference price
 };
@@ -38,10 +45,9 @@ struct Transaction {
 bool is_of_sector(notation::Meaning flow);
 bool is_of_consumer(notation::Meaning flow);
 
-// Take the fields of taxes in their order. A rate goes to the receiver before it, or to the one
-// after it where the entry's first such field is a rate.
-void add_receiver(Transaction& entry, std::string_view name);
-void add_rate(Transaction& entry, double rate);
-void add_variable_rate(Transaction& entry, std::string_view variable);
+// The taxes of an entry. With as many receivers as rates, the first rate is for the first receiver,
+// and so on. Otherwise a rate is for the receiver before it or, where the first such field is a
+// rate, for the one after it. Rates for one receiver add up; one without a receiver is left out.
+std::vector<Tax> taxes_of(const Transaction& entry);
 
 }  // namespace orvex::frontend

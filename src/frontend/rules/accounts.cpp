@@ -117,9 +117,9 @@ class Taker {
         const Meaning meaning = meaning_of(field);
         if (meaning == Meaning::ration) return false;
         if (meaning == Meaning::tax_receiver) {
-            add_receiver(entry, name(field));
+            entry.tax_fields.push_back({TaxField::Kind::receiver, name(field), 0});
         } else if (meaning == Meaning::tax_rate && field.is_name) {
-            add_variable_rate(entry, name(field));
+            entry.tax_fields.push_back({TaxField::Kind::variable, name(field), 0});
         } else {
             return take_value(field, meaning, entry);
         }
@@ -138,7 +138,7 @@ class Taker {
             entry.price = number;
             entry.price_place = place_of(field.text);
         } else {
-            add_rate(entry, *number);
+            entry.tax_fields.push_back({TaxField::Kind::rate, {}, *number});
         }
         return true;
     }
@@ -199,9 +199,12 @@ void check_accounts(const Subject& subject, Findings& findings) {
     const PlaceOf place_of = [&](std::size_t place) {
         return span_of(subject.source, taken->places[place]);
     };
-    for (Finding& finding : findings_of(accounts, place_of)) {
-        if (finding.code == subject.code) findings.push_back(std::move(finding));
-    }
+    std::vector<Finding> found = findings_of(accounts, place_of);
+    std::erase_if(found, [&](const Finding& finding) { return finding.code != subject.code; });
+    std::stable_sort(found.begin(), found.end(), [](const Finding& one, const Finding& other) {
+        return one.span.begin < other.span.begin;
+    });
+    findings.insert(findings.end(), found.begin(), found.end());
 }
 
 }  // namespace orvex::frontend
