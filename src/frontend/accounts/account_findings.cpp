@@ -28,20 +28,20 @@ void add_note(Finding& finding, std::string_view text, Span span) {
                            {Severity::note, std::string(text), std::move(span)});
 }
 
-Finding gap_finding(const ModelAccounts& model, AccountIndex index, const PlaceOf& place_of) {
+Finding gap_finding(const ModelAccounts& model, AccountIndex index, const Places& places) {
     const Account& account = model.books.accounts[index];
     const FindingWords words = words_of_gap(account);
     Finding finding =
-        failure(std::string(gap_code), words.values, place_of(account.place), words.variant);
+        failure(std::string(gap_code), words.values, places.of_account(account), words.variant);
     if (const Transaction* const entry = likely_entry(model.suspects))
-        add_note(finding, likely_note, place_of(entry->place));
+        add_note(finding, likely_note, places.of(entry->place));
     return finding;
 }
 
-Finding price_finding(const PriceGap& price, const PlaceOf& place_of) {
+Finding price_finding(const PriceGap& price, const Places& places) {
     const FindingWords words = words_of_price(price);
     Finding finding = warning(std::string(price_code), words.values,
-                              place_of(price.entry.price_place), words.variant);
+                              places.of(price.entry.price_place), words.variant);
     if (price.more > 0) {
         const std::string count = std::to_string(price.more);
         add_note(finding, "so it is for " + count + " more with other elements", {});
@@ -49,16 +49,15 @@ Finding price_finding(const PriceGap& price, const PlaceOf& place_of) {
     return finding;
 }
 
-Finding open_finding(const ModelAccounts& model, AccountIndex index, const PlaceOf& place_of) {
+Finding open_finding(const ModelAccounts& model, AccountIndex index, const Places& places) {
     const Account& consumer = model.books.accounts[index];
     const FindingWords words = words_of_open_demands(consumer);
-    return failure(std::string(open_demands_code), words.values, place_of(consumer.place));
+    return failure(std::string(open_demands_code), words.values, places.of_account(consumer));
 }
 
-void add_price_findings(const ModelAccounts& model, const PlaceOf& place_of,
+void add_price_findings(const ModelAccounts& model, const Places& places,
                         std::vector<Finding>& findings) {
-    for (const auto& [line, price] : model.prices)
-        findings.push_back(price_finding(price, place_of));
+    for (const auto& [line, price] : model.prices) findings.push_back(price_finding(price, places));
     if (model.more_prices == 0) return;
     const std::string count = std::to_string(model.more_prices);
     add_note(findings.back(), "so it is in " + count + " more lines", {});
@@ -87,7 +86,7 @@ FindingWords words_of_price(const PriceGap& price) {
              {"expected", shown(price.expected)}}};
 }
 
-std::vector<std::size_t> lines_of(const ModelAccounts& model) {
+std::vector<std::size_t> places_in(const ModelAccounts& model) {
     std::vector<std::size_t> lines;
     for (const AccountIndex index : model.gaps.accounts)
         lines.push_back(model.books.accounts[index].place);
@@ -100,18 +99,18 @@ std::vector<std::size_t> lines_of(const ModelAccounts& model) {
     return lines;
 }
 
-std::vector<Finding> findings_of(const ModelAccounts& model, const PlaceOf& place_of) {
+std::vector<Finding> findings_of(const ModelAccounts& model, const Places& places) {
     std::vector<Finding> findings;
     for (const PrintedFault& fault : model.faults) {
         findings.push_back(failure("printed-line-invalid", {{"text", fault.text}},
-                                   place_of(fault.line), fault.variant));
+                                   places.of(fault.line), fault.variant));
     }
     if (!findings.empty()) return findings;
-    add_price_findings(model, place_of, findings);
+    add_price_findings(model, places, findings);
     for (const AccountIndex index : model.gaps.undetermined)
-        findings.push_back(open_finding(model, index, place_of));
+        findings.push_back(open_finding(model, index, places));
     for (const AccountIndex index : model.gaps.accounts)
-        findings.push_back(gap_finding(model, index, place_of));
+        findings.push_back(gap_finding(model, index, places));
     return findings;
 }
 

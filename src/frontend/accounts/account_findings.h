@@ -32,12 +32,15 @@ FindingWords words_of_price(const PriceGap& price);
 constexpr std::string_view likely_note =
     "this may be the wrong entry: no other belongs to all accounts with a gap";
 
-// The place of a line by its number.
-using PlaceOf = std::function<Span(std::size_t line)>;
+// Where accounts and transactions are.
+struct Places {
+    std::function<Span(std::size_t place)> of;
+    std::function<Span(const Account& account)> of_account;
+};
 
-// The lines that the findings of a model are about.
-std::vector<std::size_t> lines_of(const ModelAccounts& model);
+// The places of a model's findings.
+std::vector<std::size_t> places_in(const ModelAccounts& model);
 
-std::vector<Finding> findings_of(const ModelAccounts& model, const PlaceOf& place_of);
+std::vector<Finding> findings_of(const ModelAccounts& model, const Places& places);
 
 }  // namespace orvex::frontend

@@ -21,6 +21,14 @@ void keep_price(ModelAccounts& model, const Transaction& entry, double expected)
     }
 }
 
+// That the text is a model explains all other faults.
+void keep_fault(std::vector<PrintedFault>& faults, const PrintedFault& fault) {
+    const bool is_explained = !faults.empty() && faults.front().variant == model_fault;
+    if (is_explained || faults.size() == most_kept) return;
+    if (fault.variant == model_fault) faults.clear();
+    faults.push_back(fault);
+}
+
 // The first pass: all amounts are posted.
 class Poster {
   public:
@@ -33,9 +41,7 @@ class Poster {
                     open_account(current().books, settings_.levels, kind, name, line);
                 },
                 [this](const Transaction& entry) { take(entry); },
-                [this](const PrintedFault& fault) {
-                    if (current().faults.size() < most_kept) current().faults.push_back(fault);
-                }};
+                [this](const PrintedFault& fault) { keep_fault(current().faults, fault); }};
     }
 
     // After the last entry of the model.

@@ -78,7 +78,7 @@ void read_keyword(PrintedReader& reader, std::string_view text, std::size_t line
     end_entry(reader);
     if (word == solve_keyword) return end_model(reader);
     if (keyword == nullptr || keyword->opens == Opens::option) return;
-    if (keyword->opens == Opens::end) return report(reader, "model", text, line);
+    if (keyword->opens == Opens::end) return report(reader, model_fault, text, line);
     reader.section = keyword->opens;
     reader.declares = kind_of(keyword->type);
     if (keyword->opens == Opens::production || keyword->opens == Opens::demand)

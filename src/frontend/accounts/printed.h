@@ -14,6 +14,9 @@
 
 namespace orvex::frontend {
 
+// The variant of a fault that says that the text is a model.
+constexpr std::string_view model_fault = "model";
+
 // A line that cannot be read: "number", "name", "line", "label" (no entry or block is open there),
 // "long" or "model" (the text is a model, not a printed one).
 struct PrintedFault {

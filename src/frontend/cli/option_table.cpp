@@ -51,11 +51,11 @@ constexpr std::array commands = {
         "it prints: each entry for each element, with its numbers. DATA is a file of JSON or "
         "CSV.\n"},
     CommandRow{
-        Command::balance, "balance", "[OPTION...] FILE...",
+        Command::balance, "balance", "[OPTION...] FILE... [--data DATA...]",
         "show the accounts of each model, and what does not balance",
         "Adds up what each sector, commodity and consumer receives and pays. An account whose two\n"
-        "sides differ is an error. FILE is a model, or what the host has printed for the solver\n"
-        "(*.scr, or \"-\" for standard input).\n"},
+        "sides differ is an error. FILE is a model, which needs its data, or what the host has\n"
+        "printed for the solver (*.scr, or \"-\" for standard input).\n"},
     CommandRow{Command::explain, "explain", "[OPTION...] CODE...", "explain a message",
                "Explains a message and what to do, with a wrong and a corrected example.\n"
                "CODE is the word in brackets in the message.\n"},
@@ -257,12 +257,13 @@ const OptionRow option_rows[] = {
     {"--format", "PICTURE", bit(Command::graph),
      "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
     {"--data", "DATA", with_data, "a data file, JSON or CSV; repeatable", take_data},
-    {"--summary", "", with_data, "say how large each block becomes, instead of printing it",
+    {"--summary", "", bit(Command::expand),
+     "say how large each block becomes, instead of printing it",
      [](Options& o, const std::string&) {
          o.summary = true;
          return std::string();
      }},
-    {"--set", "NAME=N", with_data,
+    {"--set", "NAME=N", bit(Command::expand),
      "with --summary: an upper bound for N elements in this set; repeatable", take_set_size},
     {"--check", "", bit(Command::lsp), "test the server on files, without an editor",
      [](Options& o, const std::string&) {
@@ -286,7 +287,7 @@ const OptionRow option_rows[] = {
     {"--format", "FORMAT", bit(Command::info),
      "names as text (default) or json; findings also as short, sarif, github or junit",
      take_format},
-    {"--format", "FORMAT", with_data,
+    {"--format", "FORMAT", bit(Command::expand),
      "findings as text (default), short, json, sarif, github or junit; a summary as text or json",
      take_format},
     {"--format", "FORMAT", with_findings,

@@ -83,7 +83,7 @@ struct Options {
     std::string header;
     std::string depfile;
 
-    // expand.
+    // expand, balance.
 
     // Data files, JSON or CSV.
     std::vector<std::string> data;

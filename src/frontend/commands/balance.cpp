@@ -1,130 +1,128 @@
 #include "frontend/commands/balance.h"
 
-#include "frontend/accounts/account_findings.h"
-#include "frontend/accounts/balance.h"
-#include "frontend/base/bytes.h"
-#include "frontend/base/streams.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/levels.h"
-#include "frontend/cli/reporter.h"
-#include "frontend/findings/failure.h"
-#include "frontend/findings/place.h"
+#include "frontend/session/balance_output.h"
+#include "frontend/session/generated.h"
+#include "frontend/session/model_balance.h"
+#include "frontend/session/printed_balance.h"
 #include "frontend/session/printed_text.h"
-#include "frontend/syntax/source.h"
-#include "frontend/views/statement.h"
+#include "frontend/session/session.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvex::frontend {
 
 namespace {
 
-BalanceSettings settings_of(const Options& options) {
-    return {{}, options.tolerance, options.table == "sam"};
+// All models so far, and the data for them.
+struct Work {
+    const Options& options;
+    DataFiles data;
+    std::vector<Finding> data_findings;  // until the first file is shown
+    bool has_data = true;
+    std::size_t models = 0;
+};
+
+void read_files(Work& work) {
+    work.has_data = read_data(work.options.data, work.data, work.data_findings);
 }
 
-std::string capitals_of(std::string text) {
-    make_upper(text);
-    return text;
+void move_to(std::vector<Finding>& findings, std::vector<Finding>& from) {
+    findings.insert(findings.end(), std::make_move_iterator(from.begin()),
+                    std::make_move_iterator(from.end()));
+    from.clear();
 }
 
-// A model as --format asks for it.
-std::string shown_model(const Options& options, const Statement& statement,
-                        const ModelAccounts& model) {
-    if (options.table == "json") return statement_json(statement);
-    if (options.table == "csv") return statement_csv(statement);
-    if (options.table == "sam") return matrix_csv(model.books, model.matrix, model.name) + "\n";
-    return statement_text(statement, use_colour(Stream(), options.colour));
+// Shows a model that could be read.
+void take_accounts(Work& work, const std::string& path, const ModelAccounts& model,
+                   std::string& output) {
+    if (work.models == 0) output += balance_head(work.options);
+    output += shown_accounts(work.options, path, work.models, model);
+    ++work.models;
 }
 
-// The whole line of a printed text.
-Span span_of_line(const std::string& path, std::size_t line, const std::string& text) {
-    Span span;
-    const std::string_view shown = trim_end(text);
-    const std::size_t first = std::min(shown.find_first_not_of(white_space), shown.size());
-    span.path = path;
-    span.line = static_cast<int>(line);
-    span.text = shown;
-    span.begin = first;
-    span.end = shown.size();
-    span.column = column_of(shown, first);
-    span.end_column = column_of(shown, shown.size());
-    return span;
-}
-
-// Only the model of --model.
-void select_model(const Options& options, std::vector<ModelAccounts>& models) {
-    if (options.model.empty()) return;
-    const std::string name = capitals_of(options.model);
-    std::erase_if(models, [&](const ModelAccounts& model) { return model.name != name; });
-}
-
-std::vector<Finding> findings_in(const std::string& path, PrintedText& text,
-                                 const std::vector<ModelAccounts>& models) {
-    std::vector<std::size_t> lines;
-    for (const ModelAccounts& model : models) {
-        const std::vector<std::size_t> of_model = lines_of(model);
-        lines.insert(lines.end(), of_model.begin(), of_model.end());
-    }
-    const auto texts = text.texts_of(lines);
-    const PlaceOf place_of = [&](std::size_t line) {
-        return span_of_line(path, line, texts.at(line));
-    };
+void take_model(Work& work, const GeneratedModel& generated, File& file) {
     std::vector<Finding> findings;
-    for (const ModelAccounts& model : models) {
-        const std::vector<Finding> of_model = findings_of(model, place_of);
-        findings.insert(findings.end(), of_model.begin(), of_model.end());
+    const auto model = balance_model(generated, work.data, work.options, findings);
+    apply_levels(work.options, findings);
+    if (model) take_accounts(work, file.source->path, *model, file.output);
+    move_to(file.checked.findings, findings);
+}
+
+void take_file(Work& work, File& file) {
+    if (work.has_data) {
+        for (const GeneratedModel& generated : good_models(file)) take_model(work, generated, file);
     }
-    return findings;
+    std::vector<Finding>& findings = file.checked.findings;
+    findings.insert(findings.begin(), work.data_findings.begin(), work.data_findings.end());
+    work.data_findings.clear();
 }
 
-// What there is to say where no model was found.
-Finding no_model(const Options& options, const std::string& path) {
-    if (options.model.empty()) return failure("model-missing", {}, whole_file(path));
-    return failure("model-unknown", {{"name", options.model}}, whole_file(path));
-}
-
-// Balances one printed text, and shows what was found.
-void balance_printed(const Options& options, const std::string& given, Reporter& reporter) {
-    const std::string path = given == "-" ? options.stdin_filename : given;
-    begin_file(reporter, path);
-    PrintedText text(given);
-    std::vector<ModelAccounts> models;
-    const LinePass pass = [&](const LineSink& sink) { return text.pass(sink); };
+void show_unused_names(const Work& work, Reporter& reporter) {
+    if (!work.has_data) return;
     std::vector<Finding> findings;
-    std::string output;
-    if (!balance_text(pass, settings_of(options), models)) {
-        findings.push_back(failure("file-unreadable",
-                                   {{"path", path}, {"reason", system_message(text.error())}},
-                                   whole_file(path)));
-        models.clear();
-    } else {
-        select_model(options, models);
-        findings = findings_in(path, text, models);
-        if (models.empty()) findings.push_back(no_model(options, path));
-    }
-    apply_levels(options, findings);
+    add_unused_names(work.data, findings);
+    apply_levels(work.options, findings);
     show_all(reporter, findings);
-    for (const ModelAccounts& model : models) {
-        if (!model.faults.empty()) continue;
-        const Statement statement{model.name, path, model.line, model.books, model.gaps};
-        put_output(reporter, shown_model(options, statement, model));
-    }
+}
+
+int balance_models(Work& work) {
+    Options quiet = work.options;
+    quiet.levels = {{"all", Severity::off}};
+    Steps steps;
+    steps.wanted.models = true;
+    steps.wanted.outputs = true;
+    steps.start = [&](const std::vector<File>&) { read_files(work); };
+    steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
+    steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
+    return run_session(quiet, steps);
+}
+
+void take_printed(Work& work, const std::string& given, Reporter& reporter) {
+    const std::string path = given == "-" ? work.options.stdin_filename : given;
+    begin_file(reporter, path);
+    std::vector<Finding> findings = std::move(work.data_findings);
+    work.data_findings.clear();
+    std::vector<ModelAccounts> models;
+    if (work.has_data) models = balance_printed(given, path, work.data, work.options, findings);
+    std::string output;
+    for (const ModelAccounts& model : models) take_accounts(work, path, model, output);
+    apply_levels(work.options, findings);
+    show_all(reporter, findings);
+    put_output(reporter, output);
+    flush(reporter.out);
+}
+
+int balance_printed_files(Work& work, const std::vector<std::string>& files) {
+    read_files(work);
+    Reporter reporter;
+    reporter.options = work.options;
+    begin(reporter);
+    for (const std::string& file : files) take_printed(work, file, reporter);
+    return end(reporter, "");
 }
 
 }  // namespace
 
 int run_balance(const Options& options) {
+    Work work{options, {}, {}, true, 0};
     const std::vector<std::string> files = expand_patterns(options.files);
-    Reporter reporter;
-    reporter.options = options;
-    begin(reporter);
-    if (options.table == "csv") put_output(reporter, statement_csv_head());
-    for (const std::string& file : files) balance_printed(options, file, reporter);
-    return end(reporter, "");
+    const auto is_printed_file = [&](const std::string& path) {
+        return is_printed(path, path == "-" ? options.stdin_filename : path);
+    };
+    const auto printed = std::count_if(files.begin(), files.end(), is_printed_file);
+    if (printed == 0) return balance_models(work);
+    if (printed < std::ssize(files)) {
+        throw UsageError{"some of the files are models, and some are printed texts",
+                         "balance them in two runs"};
+    }
+    return balance_printed_files(work, files);
 }
 
 }  // namespace orvex::frontend

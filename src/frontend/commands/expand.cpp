@@ -80,7 +80,7 @@ void take_file(Work& work, File& file) {
 }
 
 void print(Work& work, Reporter& reporter) {
-    const TakeLine put_line = [&](std::string_view line) {
+    const TakeLine put_line = [&](std::string_view line, Range) {
         put(reporter.out, line);
         put(reporter.out, "\n");
         if (reporter.out.error != 0) throw Closed();

@@ -83,6 +83,10 @@ void add_findings(const GeneratedModel& generated, const std::vector<Flaw>& flaw
     }
 }
 
+Span span_of_place(const GeneratedModel& generated, Range place) {
+    return model_place(generated, place);
+}
+
 int line_of_place(const GeneratedModel& generated, Range place) {
     return model_place(generated, place).line;
 }

@@ -36,8 +36,9 @@ struct Expansion {
 // Called between passes of a long run. What it throws ends the run.
 using Pause = std::function<void()>;
 
-// Takes one line, without its line end. What it throws ends the run.
-using TakeLine = std::function<void(std::string_view)>;
+// Takes one line, without its line end, and the place in the generator text of what begins it. What
+// it throws ends the run.
+using TakeLine = std::function<void(std::string_view line, Range place)>;
 
 // Reads the generator text, finds its data in the files, and evaluates everything once without
 // printing. Adds what is wrong to the findings, as places in the model and in the data files. False
@@ -56,6 +57,10 @@ Finding finding_of(const GeneratedModel& generated, const Flaw& flaw);
 // Adds the findings of flaws, each once.
 void add_findings(const GeneratedModel& generated, const std::vector<Flaw>& flaws,
                   std::vector<Finding>& findings);
+
+// The part of the file from which a place of the generator file comes: the same text or, where that
+// is not found, the whole record.
+Span span_of_place(const GeneratedModel& generated, Range place);
 
 // The line of the file from which a place of the generator file comes.
 int line_of_place(const GeneratedModel& generated, Range place);

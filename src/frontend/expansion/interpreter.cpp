@@ -161,7 +161,10 @@ class Interpreter {
 
     void print_item(const Item& item) {
         switch (item.kind) {
-        case Item::Kind::text: line_ += text_of(program_.text, item.text); break;
+        case Item::Kind::text:
+            if (line_.empty()) line_place_ = item.text;
+            line_ += text_of(program_.text, item.text);
+            break;
         case Item::Kind::line_end: end_line(); break;
         case Item::Kind::value: append_number(line_, evaluate(item.node)); break;
         case Item::Kind::element:
@@ -172,7 +175,7 @@ class Interpreter {
     }
 
     void end_line() {
-        (*take_line_)(line_);
+        (*take_line_)(line_, line_place_);
         line_.clear();
     }
 
@@ -282,6 +285,7 @@ class Interpreter {
     std::uint64_t passes_ = 0;
     std::vector<Index> place_;  // arguments of the references that are being evaluated
     std::string line_;
+    Range line_place_;  // of its first text
     const TakeLine* take_line_ = nullptr;
     std::vector<Flaw> flaws_;
     std::set<Index> flawed_;

@@ -175,16 +175,6 @@ bool is_whole(const Subject& subject, const Books& books) {
     });
 }
 
-// An account is shown where its name is declared.
-void place_accounts(const Subject& subject, Books& books, PlainEntries& taken) {
-    for (Account& account : books.accounts) {
-        const Symbol* const symbol = find_symbol(*subject.model, account.name);
-        if (symbol == nullptr || !symbol->is_declared) continue;
-        account.place = taken.places.size();
-        taken.places.push_back(symbol->declaration);
-    }
-}
-
 }  // namespace
 
 void check_accounts(const Subject& subject, Findings& findings) {
@@ -195,11 +185,15 @@ void check_accounts(const Subject& subject, Findings& findings) {
     if (!taken) return;
     ModelAccounts accounts = balance_transactions(taken->entries, {});
     if (!is_whole(subject, accounts.books)) return;
-    place_accounts(subject, accounts.books, *taken);
-    const PlaceOf place_of = [&](std::size_t place) {
+    const auto place_of = [&](std::size_t place) {
         return span_of(subject.source, taken->places[place]);
     };
-    std::vector<Finding> found = findings_of(accounts, place_of);
+    const auto place_of_account = [&](const Account& account) {
+        const Symbol* const symbol = find_symbol(model, account.name);
+        const bool is_declared = symbol != nullptr && symbol->is_declared;
+        return is_declared ? span_of(subject.source, symbol->declaration) : place_of(account.place);
+    };
+    std::vector<Finding> found = findings_of(accounts, {place_of, place_of_account});
     std::erase_if(found, [&](const Finding& finding) { return finding.code != subject.code; });
     std::stable_sort(found.begin(), found.end(), [](const Finding& one, const Finding& other) {
         return one.span.begin < other.span.begin;

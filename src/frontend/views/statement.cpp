@@ -173,7 +173,7 @@ std::string statement_text(const Statement& statement, bool colour) {
         put_line(section.head, name_width, cell_width, colour, out);
         for (const Line& line : section.lines) put_line(line, name_width, cell_width, false, out);
     }
-    return out + '\n';
+    return out;
 }
 
 std::string statement_csv_head() {
