@@ -1,7 +1,12 @@
 #include "frontend/commands/balance.h"
 
+#include "frontend/accounts/comparison.h"
+#include "frontend/base/files.h"
+#include "frontend/base/streams.h"
 #include "frontend/cli/inputs.h"
 #include "frontend/cli/levels.h"
+#include "frontend/findings/failure.h"
+#include "frontend/findings/place.h"
 #include "frontend/session/balance_output.h"
 #include "frontend/session/generated.h"
 #include "frontend/session/model_balance.h"
@@ -10,6 +15,7 @@
 #include "frontend/session/session.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <iterator>
 #include <string>
@@ -26,11 +32,29 @@ struct Work {
     DataFiles data;
     std::vector<Finding> data_findings;  // until the first file is shown
     bool has_data = true;
+    AccountTable table;  // of --against
+    bool has_table = false;
     std::size_t models = 0;
 };
 
+// The table of --against.
+void read_against(Work& work) {
+    DataText& file = work.table.file;
+    file.path = work.options.against;
+    if (file.path.empty()) return;
+    if (read_file(file.path, file.bytes)) {
+        work.has_table = read_table(work.table, work.data_findings);
+        return;
+    }
+    const int error = errno;
+    work.data_findings.push_back(failure("file-unreadable",
+                                         {{"path", file.path}, {"reason", system_message(error)}},
+                                         whole_file(file.path)));
+}
+
 void read_files(Work& work) {
     work.has_data = read_data(work.options.data, work.data, work.data_findings);
+    read_against(work);
 }
 
 void move_to(std::vector<Finding>& findings, std::vector<Finding>& from) {
@@ -41,8 +65,16 @@ void move_to(std::vector<Finding>& findings, std::vector<Finding>& from) {
 
 // Shows a model that could be read.
 void take_accounts(Work& work, const std::string& path, const ModelAccounts& model,
-                   std::string& output) {
+                   std::string& output, std::vector<Finding>& findings) {
     if (work.models == 0) output += balance_head(work.options);
+    if (work.models == 1 && !work.options.against.empty())
+        throw UsageError{"`--against` is for one model, and there are more",
+                         "name one with `--model`"};
+    if (work.has_table) {
+        std::vector<Finding> found =
+            compare(work.table, model.books, model.matrix, work.options.tolerance);
+        move_to(findings, found);
+    }
     output += shown_accounts(work.options, path, work.models, model);
     ++work.models;
 }
@@ -51,8 +83,8 @@ void take_model(Work& work, const GeneratedModel& generated, File& file) {
     std::vector<Finding> findings;
     const auto model = balance_model(generated, work.data, work.options, findings);
     apply_levels(work.options, findings);
-    if (model) take_accounts(work, file.source->path, *model, file.output);
     move_to(file.checked.findings, findings);
+    if (model) take_accounts(work, file.source->path, *model, file.output, file.checked.findings);
 }
 
 void take_file(Work& work, File& file) {
@@ -92,8 +124,8 @@ void take_printed(Work& work, const std::string& given, Reporter& reporter) {
     std::vector<ModelAccounts> models;
     if (work.has_data) models = balance_printed(given, path, work.data, work.options, findings);
     std::string output;
-    for (const ModelAccounts& model : models) take_accounts(work, path, model, output);
     apply_levels(work.options, findings);
+    for (const ModelAccounts& model : models) take_accounts(work, path, model, output, findings);
     show_all(reporter, findings);
     put_output(reporter, output);
     flush(reporter.out);
@@ -111,7 +143,7 @@ int balance_printed_files(Work& work, const std::vector<std::string>& files) {
 }  // namespace
 
 int run_balance(const Options& options) {
-    Work work{options, {}, {}, true, 0};
+    Work work{options, {}, {}, true, {}, false, 0};
     const std::vector<std::string> files = expand_patterns(options.files);
     const auto is_printed_file = [&](const std::string& path) {
         return is_printed(path, path == "-" ? options.stdin_filename : path);
