@@ -54,8 +54,9 @@ string printed(const string& generator, const string& data = usual_data) {
         text.append(" ").append(text_of(generator, flaw.place));
     }
     if (text.empty() && has_data) {
-        run_program(program, of_model, {},
-                    [&](std::string_view line) { text.append(line).append("|"); });
+        run_program(program, of_model, {}, [&](std::string_view line, orvex::frontend::Range) {
+            text.append(line).append("|");
+        });
     }
     return text;
 }

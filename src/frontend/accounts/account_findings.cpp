@@ -33,8 +33,7 @@ Finding gap_finding(const ModelAccounts& model, AccountIndex index, const Places
     const FindingWords words = words_of_gap(account);
     Finding finding =
         failure(std::string(gap_code), words.values, places.of_account(account), words.variant);
-    if (const Transaction* const entry = likely_entry(model.suspects))
-        add_note(finding, likely_note, places.of(entry->place));
+    if (model.likely) add_note(finding, likely_note, places.of(model.likely->place));
     return finding;
 }
 
@@ -94,8 +93,7 @@ std::vector<std::size_t> places_in(const ModelAccounts& model) {
         lines.push_back(model.books.accounts[index].place);
     for (const auto& [line, price] : model.prices) lines.push_back(line);
     for (const PrintedFault& fault : model.faults) lines.push_back(fault.line);
-    if (const Transaction* const entry = likely_entry(model.suspects))
-        lines.push_back(entry->place);
+    if (model.likely) lines.push_back(model.likely->place);
     return lines;
 }
 

@@ -50,7 +50,6 @@ class Poster {
         settle(current().books, posting_);
         if (!current().faults.empty()) return;
         current().gaps = find_gaps(current().books, settings_.tolerance);
-        current().suspects.gaps = current().gaps.accounts;
     }
 
   private:
@@ -82,20 +81,46 @@ class Poster {
 
 bool has_gap(const ModelAccounts& model) { return !model.gaps.accounts.empty(); }
 
+Suspects suspects_of(const ModelAccounts& model, const BalanceSettings& settings) {
+    Suspects suspects;
+    suspects.gaps = model.gaps.accounts;
+    suspects.has_rows = settings.has_rows;
+    return suspects;
+}
+
+// An entry with a wrong price has a wrong number, so it comes before all others.
+std::optional<Transaction> likely_in(const ModelAccounts& model, const Suspects& suspects) {
+    if (!has_gap(model)) return std::nullopt;
+    if (model.prices.size() == 1) {
+        const Transaction& entry = model.prices.begin()->second.entry;
+        if (is_suspected(suspects, model.books, entry)) return entry;
+    }
+    return likely_entry(suspects);
+}
+
 // The second pass: which entries belong to all accounts with a gap?
-bool find_suspects(const LinePass& pass, std::vector<ModelAccounts>& models, std::size_t first) {
-    std::size_t next = first;
-    const PrintedParts parts{[&](std::string_view, std::size_t) { ++next; },
+bool find_likely(const LinePass& pass, const BalanceSettings& settings,
+                 std::span<ModelAccounts> models) {
+    std::size_t next = 0;
+    Suspects suspects;
+    const auto end_model = [&] {
+        if (next > 0) models[next - 1].likely = likely_in(models[next - 1], suspects);
+    };
+    const PrintedParts parts{[&](std::string_view, std::size_t) {
+                                 end_model();
+                                 suspects = suspects_of(models[next++], settings);
+                             },
                              [](AccountKind, std::string_view, std::size_t) {},
                              [&](const Transaction& entry) {
-                                 ModelAccounts& model = models[next - 1];
-                                 if (has_gap(model)) suspect(model.suspects, model.books, entry);
+                                 const ModelAccounts& model = models[next - 1];
+                                 if (has_gap(model)) suspect(suspects, model.books, entry);
                              },
                              [](const PrintedFault&) {}};
     PrintedReader reader{parts};
     const bool good =
         pass([&](std::string_view text, std::size_t line) { read_printed(reader, text, line); });
     end_printed(reader);
+    end_model();
     return good;
 }
 
@@ -111,7 +136,9 @@ ModelAccounts balance_transactions(std::span<const Transaction> entries,
     poster.end_model();
     ModelAccounts& model = models.front();
     if (!has_gap(model)) return std::move(model);
-    for (const Transaction& entry : entries) suspect(model.suspects, model.books, entry);
+    Suspects suspects = suspects_of(model, settings);
+    for (const Transaction& entry : entries) suspect(suspects, model.books, entry);
+    model.likely = likely_in(model, suspects);
     return std::move(model);
 }
 
@@ -126,9 +153,9 @@ bool balance_text(const LinePass& pass, const BalanceSettings& settings,
     end_printed(reader);
     poster.end_model();
     if (!good) return false;
-    const bool any_gap =
-        std::any_of(models.begin() + static_cast<std::ptrdiff_t>(first), models.end(), has_gap);
-    return !any_gap || find_suspects(pass, models, first);
+    const std::span<ModelAccounts> of_text = std::span(models).subspan(first);
+    const bool any_gap = std::any_of(of_text.begin(), of_text.end(), has_gap);
+    return !any_gap || find_likely(pass, settings, of_text);
 }
 
 }  // namespace orvex::frontend

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,7 +30,7 @@ struct ModelAccounts {
     std::size_t line = 0;  // of $MODEL:
     Books books;
     Gaps gaps;
-    Suspects suspects;
+    std::optional<Transaction> likely;       // the entry that may be wrong
     std::map<std::size_t, PriceGap> prices;  // the first ones, by the line of the price
     std::size_t more_prices = 0;             // lines of further ones
     std::vector<PrintedFault> faults;        // the first ones; with any, no account has been judged
@@ -40,6 +41,7 @@ struct BalanceSettings {
     Levels levels;
     double tolerance = usual_tolerance;
     bool wants_matrix = false;
+    bool has_rows = false;  // places are those of rows, which can be printed for many elements
 };
 
 // A pass over the lines of a printed text, each with its number, or with that of the line of the

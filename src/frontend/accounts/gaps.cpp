@@ -9,17 +9,28 @@ namespace {
 
 using notation::Meaning;
 
-bool holds_all(const std::vector<AccountIndex>& accounts, const std::vector<AccountIndex>& wanted) {
-    return std::all_of(wanted.begin(), wanted.end(), [&](AccountIndex account) {
-        return std::find(accounts.begin(), accounts.end(), account) != accounts.end();
-    });
+// Those of the accounts that have a gap.
+std::set<AccountIndex> with_gap(const Suspects& suspects, const std::vector<AccountIndex>& all) {
+    std::set<AccountIndex> found;
+    for (const AccountIndex account : all) {
+        if (std::binary_search(suspects.gaps.begin(), suspects.gaps.end(), account))
+            found.insert(account);
+    }
+    return found;
 }
 
-// Counts the entry where all accounts with a gap are among its own, and keeps the first such one.
-void count_if_all(const Suspects& suspects, const std::vector<AccountIndex>& accounts,
-                  const Transaction& entry, std::size_t& count, std::optional<Transaction>& first) {
-    if (!holds_all(accounts, suspects.gaps)) return;
-    if (count++ == 0) first = entry;
+void count_if_all(const Suspects& suspects, const std::set<AccountIndex>& found,
+                  const Transaction& entry, Suspicion& suspicion) {
+    if (found.size() < suspects.gaps.size()) return;
+    if (suspicion.count++ == 0) suspicion.first = entry;
+}
+
+// The rows that belong to all accounts with a gap.
+Suspicion suspected_rows(const Suspects& suspects, std::set<AccountIndex> SuspectedRow::*accounts) {
+    Suspicion suspicion;
+    for (const auto& [place, row] : suspects.rows)
+        count_if_all(suspects, row.*accounts, row.first, suspicion);
+    return suspicion;
 }
 
 }  // namespace
@@ -54,16 +65,32 @@ bool is_unknown(const Account& account, const Gaps& gaps) {
 }
 
 void suspect(Suspects& suspects, const Books& books, const Transaction& entry) {
-    count_if_all(suspects, accounts_of(books, entry, false), entry, suspects.direct,
-                 suspects.first_direct);
-    count_if_all(suspects, accounts_of(books, entry, true), entry, suspects.by_income,
-                 suspects.first_by_income);
+    const std::set<AccountIndex> direct = with_gap(suspects, accounts_of(books, entry, false));
+    const std::set<AccountIndex> by_income = with_gap(suspects, accounts_of(books, entry, true));
+    count_if_all(suspects, direct, entry, suspects.direct);
+    count_if_all(suspects, by_income, entry, suspects.by_income);
+    if (!suspects.has_rows || by_income.empty()) return;
+    SuspectedRow& row =
+        suspects.rows.try_emplace(entry.place, SuspectedRow{entry, {}, {}}).first->second;
+    row.direct.insert(direct.begin(), direct.end());
+    row.by_income.insert(by_income.begin(), by_income.end());
 }
 
-const Transaction* likely_entry(const Suspects& suspects) {
-    if (suspects.direct == 1) return &*suspects.first_direct;
-    if (suspects.direct == 0 && suspects.by_income == 1) return &*suspects.first_by_income;
-    return nullptr;
+std::optional<Transaction> likely_entry(const Suspects& suspects) {
+    for (const Suspicion& suspicion :
+         {suspects.direct, suspected_rows(suspects, &SuspectedRow::direct), suspects.by_income,
+          suspected_rows(suspects, &SuspectedRow::by_income)}) {
+        if (suspicion.count == 1) return suspicion.first;
+        if (suspicion.count > 1) break;
+    }
+    return std::nullopt;
+}
+
+bool is_suspected(const Suspects& suspects, const Books& books, const Transaction& entry) {
+    if (with_gap(suspects, accounts_of(books, entry, true)).size() == suspects.gaps.size())
+        return true;
+    const auto row = suspects.rows.find(entry.place);
+    return row != suspects.rows.end() && row->second.by_income.size() == suspects.gaps.size();
 }
 
 std::optional<double> wrong_price(const Books& books, const Levels& levels,

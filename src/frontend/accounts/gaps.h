@@ -5,7 +5,9 @@
 #include "frontend/accounts/books.h"
 
 #include <cstddef>
+#include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace orvex::frontend {
@@ -31,19 +33,37 @@ Gaps find_gaps(const Books& books, double tolerance);
 // Can an account not be judged?
 bool is_unknown(const Account& account, const Gaps& gaps);
 
+// Of the entries with one place, which may be one row of a model for many elements: the first one,
+// and the accounts with a gap that belong to any of them.
+struct SuspectedRow {
+    Transaction first;
+    std::set<AccountIndex> direct;
+    std::set<AccountIndex> by_income;  // also through what is left of an income
+};
+
+// How many entries, or rows, belong to all accounts with a gap, and the first of them.
+struct Suspicion {
+    std::size_t count = 0;
+    Transaction first;
+};
+
 // The one entry that belongs to all accounts with a gap, found in a pass over all entries.
 struct Suspects {
-    std::vector<AccountIndex> gaps;
-    std::size_t direct = 0;     // entries that belong to all these accounts
-    std::size_t by_income = 0;  // the same, through what is left of an income
-    std::optional<Transaction> first_direct = {};
-    std::optional<Transaction> first_by_income = {};
+    std::vector<AccountIndex> gaps;  // ascending
+    bool has_rows = false;           // several entries can have one place
+    Suspicion direct;
+    Suspicion by_income;
+    std::map<std::size_t, SuspectedRow> rows;  // by their places
 };
 
 void suspect(Suspects& suspects, const Books& books, const Transaction& entry);
 
-// Null where several entries, or none, are suspected.
-const Transaction* likely_entry(const Suspects& suspects);
+// Where a single entry belongs to all accounts with a gap, that one; else a single row. None where
+// there are several, or none.
+std::optional<Transaction> likely_entry(const Suspects& suspects);
+
+// Does the entry, or its row, belong to all accounts with a gap?
+bool is_suspected(const Suspects& suspects, const Books& books, const Transaction& entry);
 
 // The reference price that an entry should have, where its own is another one.
 std::optional<double> wrong_price(const Books& books, const Levels& levels,

@@ -104,6 +104,11 @@ void show_unused_names(const Work& work, Reporter& reporter) {
     show_all(reporter, findings);
 }
 
+// What begins the closing line.
+std::string news_of(const Work& work, const Summary& summary) {
+    return work.models > 0 && summary.errors == 0 ? "all accounts balance" : "";
+}
+
 int balance_models(Work& work) {
     Options quiet = work.options;
     quiet.levels = {{"all", Severity::off}};
@@ -113,6 +118,7 @@ int balance_models(Work& work) {
     steps.start = [&](const std::vector<File>&) { read_files(work); };
     steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
     steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
+    steps.summarise = [&](const Summary& summary) { return news_of(work, summary); };
     return run_session(quiet, steps);
 }
 
@@ -137,7 +143,7 @@ int balance_printed_files(Work& work, const std::vector<std::string>& files) {
     reporter.options = work.options;
     begin(reporter);
     for (const std::string& file : files) take_printed(work, file, reporter);
-    return end(reporter, "");
+    return end(reporter, news_of(work, reporter.summary));
 }
 
 }  // namespace

@@ -53,7 +53,9 @@ std::optional<ModelAccounts> balance_model(const GeneratedModel& generated, Data
     };
     const Levels levels = [&](std::string_view name) { return find_level(expansion.data, name); };
     std::vector<ModelAccounts> models;
-    balance_text(pass, settings_of(options, levels), models);
+    BalanceSettings settings = settings_of(options, levels);
+    settings.has_rows = true;
+    balance_text(pass, settings, models);
     if (models.empty()) return std::nullopt;
     ModelAccounts& model = models.front();
     model.line = static_cast<std::size_t>(generated.source.models[generated.model.node].line);
