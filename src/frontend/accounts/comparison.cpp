@@ -52,7 +52,7 @@ class TableReader {
         const std::string name = printed_name(row.cells.front());
         if (!name.empty() && !rows_.insert(name).second)
             return refuse(row.offset, "", row.cells.front());
-        if (!name.empty()) table_.names.emplace(name, row.offset);
+        if (!name.empty()) table_.names[name] = row.offset;
         for (std::size_t i = 1; i < row.cells.size(); ++i) {
             if (row.cells[i].empty()) continue;
             const bool has_names =

@@ -24,7 +24,7 @@ struct TableCell {
 // empty are left out.
 struct AccountTable {
     DataText file;
-    std::map<std::string, std::size_t> names;  // of rows and columns, and where they are
+    std::map<std::string, std::size_t> names;  // of rows and columns, and where the rows are
     std::map<std::pair<std::string, std::string>, TableCell> cells;  // by row and column
 };
 
