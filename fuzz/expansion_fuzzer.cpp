@@ -53,7 +53,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     };
     try {
         try_program(program, of_model, pause, flaws);
-        if (flaws.empty()) run_program(program, of_model, pause, [](std::string_view) {});
+        if (flaws.empty()) run_program(program, of_model, pause, [](std::string_view, Range) {});
     } catch (const Enough&) {
     }
     return 0;

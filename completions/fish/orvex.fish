@@ -1,6 +1,6 @@
 # Completion of orvex for fish: put it into ~/.config/fish/completions.
 
-set -l commands translate check fmt info graph expand explain lsp codes
+set -l commands translate check fmt info graph expand balance explain lsp codes
 
 function __orvex_codes
     orvex codes 2>/dev/null | string replace -r ' .*' ''
@@ -24,12 +24,13 @@ complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a fmt -d 'Lay 
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a info -d 'List the names of each model'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a graph -d 'Draw each model'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a expand -d 'Print each model as the solver reads it'
+complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a balance -d 'Show accounts, and what does not balance'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a explain -d 'Explain a message'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a lsp -d 'Serve an editor'
 complete -c orvex -n "not __fish_seen_subcommand_from $commands" -a codes -d 'List the codes of all messages'
 
-set -l with_files '__fish_seen_subcommand_from translate check fmt info graph expand'
-set -l with_models '__fish_seen_subcommand_from translate check info graph expand'
+set -l with_files '__fish_seen_subcommand_from translate check fmt info graph expand balance'
+set -l with_models '__fish_seen_subcommand_from translate check info graph expand balance'
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_models -l model -x -d 'Only this model'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Also write the findings to a file'
@@ -37,14 +38,14 @@ complete -c orvex -n $with_files -l max-errors -x -d 'Show at most N errors of a
 complete -c orvex -n $with_files -l stdin-filename -x -d 'Name of standard input'
 complete -c orvex -n $with_models -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'
-complete -c orvex -n '__fish_seen_subcommand_from translate check fmt info graph expand explain' -l color -x -a 'auto always never' -d 'Colours'
+complete -c orvex -n '__fish_seen_subcommand_from translate check fmt info graph expand balance explain' -l color -x -a 'auto always never' -d 'Colours'
 
 set -l with_formats '__fish_seen_subcommand_from translate check fmt info expand'
 complete -c orvex -n $with_formats -l format -x -a 'text short json sarif github junit' -d 'Form of the findings'
 
 set -l with_runs '__fish_seen_subcommand_from translate check lsp'
-complete -c orvex -n '__fish_seen_subcommand_from translate check expand lsp' -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
-complete -c orvex -n '__fish_seen_subcommand_from translate check expand' -l error-on-warnings -d 'Count warnings as errors'
+complete -c orvex -n '__fish_seen_subcommand_from translate check expand balance lsp' -l warn -x -a '(__orvex_levels)' -d 'Level of warnings'
+complete -c orvex -n '__fish_seen_subcommand_from translate check expand balance' -l error-on-warnings -d 'Count warnings as errors'
 complete -c orvex -n '__fish_seen_subcommand_from translate check fmt' -s j -l jobs -x -d 'Work on N files at once'
 complete -c orvex -n $with_runs -l first-model -x -d 'Number models from the next one'
 complete -c orvex -n $with_runs -l first-constraint -x -d 'Number constraints from the next one'
@@ -64,9 +65,12 @@ complete -c orvex -n '__fish_seen_subcommand_from translate' -l depfile -r -F -d
 complete -c orvex -n '__fish_seen_subcommand_from check' -l statistics -d 'Count the findings of each code'
 complete -c orvex -n '__fish_seen_subcommand_from check' -l exit-zero -d 'End with status 0 despite findings'
 
-complete -c orvex -n '__fish_seen_subcommand_from expand' -l data -r -F -d 'Data of the model'
+complete -c orvex -n '__fish_seen_subcommand_from expand balance' -l data -r -F -d 'Data of the model'
 complete -c orvex -n '__fish_seen_subcommand_from expand' -l summary -d 'Say how large each block becomes'
 complete -c orvex -n '__fish_seen_subcommand_from expand' -l set -x -d 'Number of elements of a set'
+complete -c orvex -n '__fish_seen_subcommand_from balance' -l format -x -a 'text json csv sam' -d 'Form of the accounts'
+complete -c orvex -n '__fish_seen_subcommand_from balance' -l tolerance -x -d 'Share by which sides may differ'
+complete -c orvex -n '__fish_seen_subcommand_from balance' -l against -r -F -d 'Table of accounts to compare with'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l format -x -a 'dot svg mermaid json table' -d 'Form of the picture'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l focus -x -d 'Only what is connected to this name'
 complete -c orvex -n '__fish_seen_subcommand_from graph' -l depth -x -d 'At most N steps away from it'

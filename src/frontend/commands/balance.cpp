@@ -96,8 +96,9 @@ void take_file(Work& work, File& file) {
     work.data_findings.clear();
 }
 
+// With --model, the names may be for another model.
 void show_unused_names(const Work& work, Reporter& reporter) {
-    if (!work.has_data) return;
+    if (!work.has_data || !work.options.model.empty()) return;
     std::vector<Finding> findings;
     add_unused_names(work.data, findings);
     apply_levels(work.options, findings);
