@@ -1,6 +1,8 @@
 #include "frontend/accounts/account_findings.h"
 #include "frontend/accounts/balance.h"
 #include "frontend/accounts/transaction.h"
+#include "frontend/expansion/interpreter.h"
+#include "frontend/expansion/program.h"
 #include "frontend/findings/place.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/facts.h"
@@ -72,10 +74,26 @@ bool has_host_names(const Subject& subject) {
     return any || sets_levels(subject.source, *subject.model);
 }
 
+// The value of an expression of numbers alone, as the host prints it.
+std::optional<double> value_of_expression(std::string_view text) {
+    const std::string generator = "PUT /,''(" + std::string(text) + ");\n";
+    std::vector<Flaw> flaws;
+    const GeneratorProgram program = read_program(generator, flaws);
+    if (!flaws.empty() || program.names.size() > 0) return std::nullopt;
+    const NameTable elements;
+    Data data;
+    data.elements = &elements;
+    try_program(program, data, {}, flaws);
+    if (!flaws.empty()) return std::nullopt;
+    std::optional<double> value;
+    run_program(program, data, {},
+                [&](std::string_view line, Range) { value = printed_number(line); });
+    return value;
+}
+
 std::optional<double> plain_number(std::string_view text) {
-    while (text.size() > 1 && text.front() == '(' && text.back() == ')')
-        text = text.substr(1, text.size() - 2);
-    return printed_number(text);
+    const std::optional<double> number = printed_number(text);
+    return number || !text.starts_with('(') ? number : value_of_expression(text);
 }
 
 // Takes the entries of a model as far as each is plain.
