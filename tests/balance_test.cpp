@@ -377,6 +377,7 @@ TEST(Balance, ReadsTextsAndModels) {
                  "$MODEL:A\n$SECTORS:\n  Y\n$COMMODITIES:\n  P  L\n$CONSUMERS:\n  C\n"
                  "$PROD:Y\n  O:P\n  I:L\n$DEMAND:C\n  D:P\n  E:L  Q:1\n$OFFTEXT\n");
     folder.write("b.zlm", "* two\n$MODEL:A\n$OFFTEXT\n$MODEL:B\n$OFFTEXT\n");
+    folder.write("none.zlm", "* no model\n");
     folder.write("levels.csv", "P,2\nC,1\n");
     const std::pair<string, string> rows[] = {
         // By the name, by the first line, and standard input: a pipe and a file.
@@ -390,6 +391,7 @@ TEST(Balance, ReadsTextsAndModels) {
         {"a.scr a.scr --model a", "1 6 errors"},
         // What is wrong with the files and the options.
         {"a.scr --model b", "1 1 error"},
+        {"none.zlm", "1 1 error"},
         {"- </dev/null", "1 1 error"},
         {"- <m.zlm", "1 1 error"},
         {"none.scr", "2 1 error"},

@@ -112,7 +112,8 @@ std::string news_of(const Work& work, const Summary& summary) {
 
 int balance_models(Work& work) {
     Options quiet = work.options;
-    quiet.levels = {{"all", Severity::off}};
+    // Nothing to balance is an error.
+    quiet.levels = {{"all", Severity::off}, {"model-missing", Severity::error}};
     Steps steps;
     steps.wanted.models = true;
     steps.wanted.outputs = true;
