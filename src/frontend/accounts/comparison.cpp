@@ -3,9 +3,11 @@
 #include "frontend/accounts/gaps.h"
 #include "frontend/accounts/printed.h"
 #include "frontend/base/decimals.h"
+#include "frontend/base/spelling.h"
 #include "frontend/expansion/csv.h"
 #include "frontend/expansion/data_files.h"
 #include "frontend/findings/failure.h"
+#include "frontend/findings/wording.h"
 
 #include <deque>
 #include <set>
@@ -88,7 +90,11 @@ class Comparison {
 
     std::vector<Finding> findings(double tolerance) {
         for (const auto& [name, offset] : table_.names) {
-            if (!own_names_.contains(name)) add_missing(name, offset, "model");
+            if (own_names_.contains(name)) continue;
+            add_missing(name, offset, "model");
+            const std::string near = nearest(name, {own_names_.begin(), own_names_.end()});
+            if (!near.empty())
+                set_help(findings_.back(), "did you mean " + back_quoted(near) + "?");
         }
         for (const std::string& name : own_names_) {
             if (!table_.names.contains(name)) add_missing(name, 0, "");

@@ -14,7 +14,7 @@ namespace orvex::frontend {
 namespace {
 
 // A place of the generator text as one number.
-constexpr unsigned offset_bits = 32;
+constexpr std::size_t offset_bits = 32;
 static_assert(2 * offset_bits <= 8 * sizeof(std::size_t));
 
 std::size_t packed(Range place) {

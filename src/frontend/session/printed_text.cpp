@@ -64,8 +64,8 @@ bool is_printed(const std::string& path, const std::string& shown_path) {
     return path == "-" || (!may_wait(path) && begins_with_model(path));
 }
 
-PrintedText::PrintedText(const std::string& path) {
-    descriptor_ = path == "-" ? ::dup(STDIN_FILENO) : open_file(path, O_RDONLY);
+PrintedText::PrintedText(const std::string& path)
+    : descriptor_(path == "-" ? ::dup(STDIN_FILENO) : open_file(path, O_RDONLY)) {
     if (descriptor_ == -1) {
         error_ = errno;
         return;
