@@ -1,8 +1,8 @@
 #include "frontend/expansion/interpreter.h"
 
+#include "frontend/base/decimals.h"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -307,11 +307,6 @@ void run_program(const GeneratorProgram& program, const Data& data, const Pause&
     Interpreter(program, data, pause).run(&take_line);
 }
 
-void append_number(std::string& text, double value) {
-    std::array<char, 32> digits{};
-    const double shown = value == 0 ? 0 : value;
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), shown);
-    text.append(digits.data(), end);
-}
+void append_number(std::string& text, double value) { text += shortest_decimal(value); }
 
 }  // namespace orvex::frontend
