@@ -27,6 +27,9 @@ constexpr std::size_t longest_path = 255;
 // bytes.
 constexpr int no_descriptor = 0;
 
+constexpr mode_t new_file_mode = 0666;  // less what the user's mask takes
+constexpr mode_t all_permissions = 0777;
+
 // A path as the system calls want it.
 using Path = std::array<char, longest_path + 1>;
 
@@ -78,11 +81,10 @@ bool to_path(View name, Path& path) {
 // Opens a file on a descriptor that is none of the three standard ones: a message must not end up
 // in a file. Where the caller has closed those, the first file to be opened, which is only read,
 // takes their places as well.
-int open_descriptor(const char* path, int flags) {
-    constexpr mode_t permissions = 0666;
+int open_descriptor(const char* path, int flags, mode_t mode = new_file_mode) {
     int opened = no_descriptor;
     do {
-        opened = ::open(path, flags | O_CLOEXEC, permissions);
+        opened = ::open(path, flags | O_CLOEXEC, mode);
     } while (opened >= 0 && opened <= STDERR_FILENO);
     return std::max(opened, no_descriptor);
 }
@@ -210,11 +212,20 @@ bool refill(Unit& unit) {
     return !unit.at_end;
 }
 
+// The file that an output replaces, if there is one.
+struct Replaced {
+    bool can_be = false;
+    bool is_there = false;
+    mode_t mode = new_file_mode;
+};
+
 // Can a file of that name be replaced by renaming another to it? True when there is none, too.
-bool is_replaceable(const char* path) {
+Replaced find_replaced(const char* path) {
     struct stat status;
-    if (::lstat(path, &status) != 0) return errno == ENOENT;
-    return S_ISREG(status.st_mode) && status.st_nlink == 1 && ::access(path, W_OK) == 0;
+    if (::lstat(path, &status) != 0) return {errno == ENOENT, false};
+    const bool can_be =
+        S_ISREG(status.st_mode) && status.st_nlink == 1 && ::access(path, W_OK) == 0;
+    return {can_be, true, status.st_mode & all_permissions};
 }
 
 // The path of the temporary file beside the unit's own: same directory, so that renaming moves no
@@ -230,24 +241,31 @@ TemporaryPath temporary_path(const Unit& unit) {
 
 void remove_temporary(const Unit& unit) { ::unlink(temporary_path(unit).view().data()); }
 
-int open_temporary(Unit& unit) {
+int open_temporary(Unit& unit, mode_t mode) {
     constexpr int attempts = 100;  // a name can be left over from a run that was killed
     unit.process = ::getpid();
     for (unit.attempt = 0; unit.attempt < attempts; ++unit.attempt) {
         const TemporaryPath path = temporary_path(unit);
-        const int opened = open_descriptor(path.view().data(), O_WRONLY | O_CREAT | O_EXCL);
+        const int opened = open_descriptor(path.view().data(), O_WRONLY | O_CREAT | O_EXCL, mode);
         if (opened != no_descriptor || errno != EEXIST) return opened;
     }
     return no_descriptor;
 }
 
-// Opens the temporary file and removes what has the name; false when either cannot be
-// done.
+// Gives the new file the mode of the one that it replaces, whatever the mask for new files is.
+bool keep_mode(const Unit& unit, const Replaced& replaced) {
+    return !replaced.is_there || ::fchmod(unit.descriptor, replaced.mode) == 0;
+}
+
+// Opens the temporary file and removes what has the name; false when either cannot be done.
 bool open_beside(Unit& unit) {
-    if (!is_replaceable(unit.name.data())) return false;
-    unit.descriptor = open_temporary(unit);
+    const Replaced replaced = find_replaced(unit.name.data());
+    if (!replaced.can_be) return false;
+    unit.descriptor = open_temporary(unit, replaced.mode);
     if (unit.descriptor == no_descriptor) return false;
-    if (::unlink(unit.name.data()) == 0 || errno == ENOENT) return true;
+    const bool is_free =
+        keep_mode(unit, replaced) && (::unlink(unit.name.data()) == 0 || errno == ENOENT);
+    if (is_free) return true;
     ::close(unit.descriptor);
     remove_temporary(unit);
     return false;

@@ -4,7 +4,8 @@
 // static buffer, so that a run's memory does not grow with its files.
 //
 // A named output file is never half in its place: what stood there goes when the unit is opened,
-// the new text is written under a temporary name beside it, and closing the unit gives it its name.
+// the new text is written under a temporary name beside it, with the mode of the older file, and
+// closing the unit gives it its name.
 // Where that cannot be (a device, a FIFO, a symbolic link, a file with further links, a directory
 // that takes no new file) it is written in place. When reading or writing fails the run goes on; a
 // message on standard error says so (read-failed, write-failed), and neither the file nor an output
