@@ -1,10 +1,10 @@
 #include "frontend/base/graphviz.h"
 
 #include "frontend/base/process.h"
+#include "frontend/base/streams.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -24,7 +24,7 @@ Drawing draw_svg(const std::string& dot, std::chrono::milliseconds limit, std::s
     const File in(std::tmpfile());
     if (!in || std::fwrite(dot.data(), 1, dot.size(), in.get()) != dot.size() ||
         std::fflush(in.get()) != 0) {
-        reason = std::string("no temporary file: ") + std::strerror(errno);
+        reason = "no temporary file: " + system_message(errno);
         return Drawing::failed;
     }
     std::rewind(in.get());

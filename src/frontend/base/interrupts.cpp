@@ -48,9 +48,9 @@ bool is_passing_interruption() { return errno == EINTR && noted == 0; }
 
 InterruptsHeld::InterruptsHeld() {
     sigset_t held;
-    ::sigemptyset(&held);
-    for (const int signal : interrupts) ::sigaddset(&held, signal);
-    ::sigaddset(&held, SIGALRM);
+    sigemptyset(&held);  // a macro on some systems, so without ::
+    for (const int signal : interrupts) sigaddset(&held, signal);
+    sigaddset(&held, SIGALRM);
     ::pthread_sigmask(SIG_BLOCK, &held, &before_);
 }
 

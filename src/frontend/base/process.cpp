@@ -195,9 +195,9 @@ class SpawnPlan {
         check(::posix_spawn_file_actions_adddup2(&actions_, out.writer(), STDOUT_FILENO));
         check(::posix_spawn_file_actions_adddup2(&actions_, err.writer(), STDERR_FILENO));
         sigset_t signals;
-        ::sigemptyset(&signals);
+        sigemptyset(&signals);  // a macro on some systems, so without ::
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        for (const int ignored : {SIGPIPE, SIGXFSZ}) ::sigaddset(&signals, ignored);
+        for (const int ignored : {SIGPIPE, SIGXFSZ}) sigaddset(&signals, ignored);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
     }
@@ -246,7 +246,7 @@ pid_t start(Program& program, const Pipe& out, const Pipe& err) {
 void become(char* const* arguments, const Program& program, const Pipe& out, const Pipe& err,
             pid_t parent) {
     sigset_t none;
-    ::sigemptyset(&none);
+    sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     for (const int ignored : {SIGPIPE, SIGXFSZ}) ::signal(ignored, SIG_DFL);
     const bool is_tied = ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::getppid() == parent;
