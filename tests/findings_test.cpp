@@ -1,5 +1,6 @@
 // What the front end says: the index of messages in its words, findings in each format, spelling,
 // explain.
+#include "frontend/base/printable.h"
 #include "frontend/base/spelling.h"
 #include "frontend/commands/explain.h"
 #include "frontend/findings/finding.h"
@@ -361,6 +362,37 @@ TEST(Sarif, HasRelativeLocations) {
     };
     EXPECT_TRUE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text));
     EXPECT_FALSE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text + ' '));
+}
+
+// In a message of SARIF {0} is the place of an argument, and [a](b) a link.
+TEST(Sarif, HasNoPlacesOfArgumentsAndNoLinks) {
+    const string shown[][2] = {{"{0}", "{{0}}"},
+                               {"[a](b)", R"(\\[a\\](b))"},
+                               {R"(\[)", R"(\\\\\\[)"},
+                               {R"(\a)", R"(\\a)"}};
+    for (const auto& [text, escaped] : shown) {
+        Finding finding = usual;
+        finding.message = text;
+        finding.remarks.front().message = text;
+        finding.span.text = text;
+        const string result = report_finding(Format::sarif, finding, true, true);
+        const string in_message = R"("message":{"text":")";
+        EXPECT_NE(result.find(in_message + escaped + R"(\nhelp: )"), string::npos) << result;
+        EXPECT_NE(result.find(in_message + escaped + R"("})"), string::npos) << result;
+    }
+}
+
+// Nobody sees them, or they change what is seen of the rest.
+TEST(Text, ShowsHiddenCharacters) {
+    const string replacement = "\xEF\xBF\xBD";
+    for (const string hidden :
+         {"\x1b", "\x7F", "\xC2\xAD", "\xD8\x9C", "\xE1\xA0\x8E", "\xE2\x80\x8B", "\xE2\x80\x8E",
+          "\xE2\x80\xAE", "\xE2\x81\xA0", "\xE2\x81\xA6", "\xEF\xBB\xBF", "\xF3\xA0\x80\x80",
+          "\xF3\xA0\x81\xBF"}) {
+        EXPECT_EQ(printable("a" + hidden + "b"), "a" + replacement + "b");
+    }
+    for (const string shown : {"\xC2\xAE", "\xE2\x80\x8D", "\xE2\x80\x8C", "\xF0\x9F\x8D\x9E"})
+        EXPECT_EQ(printable("a" + shown), "a" + shown);
 }
 
 TEST(Github, SaysThatThereIsMore) {

@@ -2,18 +2,32 @@
 
 #include "frontend/base/bytes.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orvex::frontend {
 
 namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";  // U+FFFD
 
-// What would change the terminal or the order of what it shows: control characters, and those that
-// set the direction of writing.
-bool is_control(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029 ||
-           code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
-           (code >= 0x2066 && code <= 0x2069);
+struct Interval {
+    char32_t first, last;
+};
+
+// What would change the terminal, the order of what it shows, or nothing that anybody sees: control
+// characters, those that set the direction of writing, and those without a width. Joiners, which
+// letters of some languages need, are shown.
+constexpr Interval hidden_characters[] = {
+    {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},
+    {0x180E, 0x180E}, {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E},
+    {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F},
+};
+
+bool is_hidden(char32_t code) {
+    return std::any_of(
+        std::begin(hidden_characters), std::end(hidden_characters),
+        [&](const Interval& each) { return code >= each.first && code <= each.last; });
 }
 
 }  // namespace
@@ -22,7 +36,7 @@ std::vector<std::string_view> shown_characters(std::string_view text) {
     std::vector<std::string_view> shown = characters_of(text);
     for (std::string_view& character : shown) {
         const Character decoded = decode(character);
-        const bool hidden = decoded.length == 0 || is_control(decoded.code);
+        const bool hidden = decoded.length == 0 || is_hidden(decoded.code);
         if (hidden && character != "\t") character = replacement;
     }
     return shown;

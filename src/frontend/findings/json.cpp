@@ -66,6 +66,20 @@ Json fix_of(const Fix& fix) {
 
 // SARIF.
 
+// A message object. In its text {0} is the place of an argument, and [a](b) a link: braces are
+// doubled, and brackets get a backslash.
+Json message_of(std::string_view text) {
+    std::string escaped;
+    std::size_t backslashes = 0;
+    for (const char c : text) {
+        if (c == '[' || c == ']') escaped.append(backslashes + 1, '\\');
+        if (c == '{' || c == '}') escaped += c;
+        escaped += c;
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+    }
+    return {{"text", escaped}};
+}
+
 // A byte of a path in a URI.
 void append_encoded(std::string& uri, char c) {
     constexpr std::string_view kept =
@@ -121,7 +135,7 @@ Json fixes_of(const Finding& finding) {
                                {"replacements", replacements}}})},
                 {"properties", {{"confidence", confidence_name(finding.fix->confidence)}}}};
     for (const Remark& remark : finding.remarks) {
-        if (remark.severity == Severity::help) fix["description"] = {{"text", remark.message}};
+        if (remark.severity == Severity::help) fix["description"] = message_of(remark.message);
     }
     return Json::array({fix});
 }
@@ -150,9 +164,9 @@ Json rules() {
     Json list = Json::array();
     for (const MessageEntry& entry : message_index()) {
         list.push_back({{"id", entry.code},
-                        {"shortDescription", {{"text", title(entry)}}},
-                        {"fullDescription", {{"text", entry.cause}}},
-                        {"help", {{"text", entry.cure}}},
+                        {"shortDescription", message_of(title(entry))},
+                        {"fullDescription", message_of(entry.cause)},
+                        {"help", message_of(entry.cure)},
                         {"defaultConfiguration", {{"level", sarif_level(level_of(entry))}}}});
     }
     return list;
@@ -215,7 +229,7 @@ std::string sarif_finding(const Finding& finding, bool first) {
             continue;
         }
         Json location = location_of(remark.span);
-        location["message"] = {{"text", remark.message}};
+        location["message"] = message_of(remark.message);
         related.push_back(location);
     }
     Json json = {{"ruleId", finding.code}};
@@ -224,7 +238,7 @@ std::string sarif_finding(const Finding& finding, bool first) {
         json["ruleIndex"] = entry - index.data();
     }
     json["level"] = sarif_level(finding.severity);
-    json["message"] = {{"text", message}};
+    json["message"] = message_of(message);
     json["locations"] = Json::array({location_of(finding.span)});
     if (!related.empty()) json["relatedLocations"] = related;
     if (finding.fix) json["fixes"] = fixes_of(finding);
@@ -235,8 +249,8 @@ std::string sarif_finding(const Finding& finding, bool first) {
 std::string sarif_tail(const Summary& summary) {
     Json invocation = {{"executionSuccessful", summary.status < 2}, {"exitCode", summary.status}};
     if (summary.hidden > 0) {
-        invocation["toolExecutionNotifications"] = Json::array(
-            {{{"level", "warning"}, {"message", {{"text", std::string(more_errors)}}}}});
+        invocation["toolExecutionNotifications"] =
+            Json::array({{{"level", "warning"}, {"message", message_of(more_errors)}}});
     }
     return "\n],\n\"invocations\":[" + dumped(invocation) + "]}]}\n";
 }
