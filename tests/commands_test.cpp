@@ -59,6 +59,9 @@ const CommandLine command_lines[] = {
     {"check good.zlm", 0, nothing, "checked 1 file: no errors, no warnings\n"},
     {"check bad.zlm", 1, "error[keyword-unknown]: ",
      "for more about an error: orvex explain keyword-unknown\n1 error in 1 file\n"},
+    {"check /dev/zero", 2, "cannot read `/dev/zero`: it is larger than 256 MiB", "1 error in 1"},
+    {"check good.zlm --translator none", 2, "error[translator-failed]",
+     "translator-failed\n1 error\n"},
     {"check -q bad.zlm --color always", 1, "\x1b[1;31merror[keyword-unknown]\x1b[", nothing},
     {"check bad.zlm good.zlm warn.zlm", 1, "bad.zlm:8:1", "1 error, 1 warning in 3 files\n"},
     {"check warn.zlm --error-on-warnings", 1, "warning[name-unused]: ", "1 warning in 1 file\n"},
@@ -419,7 +422,27 @@ TEST(Translate, PutFileKeepsModesLinksAndDevices) {
     EXPECT_EQ(folder.files().size(), 1U);
 }
 
+// make finds the output and asks for the input under the names that they have.
+void expect_names_in_make(const std::string& output, const std::string& input) {
+    const Folder folder;
+    folder.write("d", frontend::depfile({output, "other"}, {input, "last"}));
+    folder.write("names", output + '\n' + input + '\n');
+    folder.write("last", "");
+    folder.write(input, "");
+    const Result found = folder.shell(
+        "{ read -r output; read -r input; } <names\n"
+        "make -s -f d -- \"$output\" && make -s -f d other && rm -- \"$input\" &&\n"
+        "! make -s -f d other 2>said && grep -F -e \"'$input'\" said");
+    EXPECT_EQ(found.status, 0) << folder.read("d") << found.out << found.err << folder.read("said");
+}
+
 TEST(Translate, ADepfileIsReadByMake) {
+    for (const char* const name :
+         {"a b", "a;b", "a|b", "a%b", "a#b", "a$b", "a:b", "a=b", R"(a\b)", R"(a\ b)", R"(a\#b)",
+          R"(a\;b)", R"(a\\;b)", R"(a\%b)", R"(a\|b)", "a;b|c%d e#f g"}) {
+        SCOPED_TRACE(name);
+        expect_names_in_make(name, std::string("in ") + name);
+    }
     EXPECT_EQ(frontend::depfile({"a b", "c$d"}, {"x#y"}), "a\\ b c$$d: x\\#y\n");
     const Folder folder;
     const std::string input = R"(an $odd #name\ .zlm)";
@@ -489,7 +512,7 @@ TEST(Commands, MissingMemoryNamesTheFile) {
     write_files(folder);
     const Result result = folder.shell(
         "ulimit -v 400000; \"$ORVEX\" --version >&2 || exit 99\n"
-        "truncate -s 3G large.zlm; \"$ORVEX\" check --format short bad.zlm large.zlm warn.zlm");
+        "truncate -s 250M large.zlm; \"$ORVEX\" check --format short bad.zlm large.zlm warn.zlm");
     if (result.status == 99) GTEST_SKIP() << "the limit is too small to start the program";
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.out.find("\nlarge.zlm: error: not enough memory for `large.zlm` "

@@ -2,7 +2,9 @@
 
 #include "frontend/base/interrupts.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,15 +27,21 @@ ssize_t read_some(int descriptor, char* to, std::size_t size) {
     return count;
 }
 
-bool read_all(int descriptor, std::string& bytes) {
+bool read_all(int descriptor, std::string& bytes, std::size_t most) {
     constexpr std::size_t least_room = 4096;
     struct stat status {};
     const bool sized = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    const std::size_t enough = most == no_limit ? most : most + 1;
     // One byte more than the file has, so that the second read finds its end.
-    bytes.resize(sized ? static_cast<std::size_t>(status.st_size) + 1 : least_room);
+    const auto room = sized ? static_cast<std::uintmax_t>(status.st_size) + 1 : least_room;
+    bytes.resize(static_cast<std::size_t>(std::min<std::uintmax_t>(room, enough)));
     std::size_t used = 0;
     for (;;) {
-        if (used == bytes.size()) bytes.resize(2 * bytes.size() + least_room);
+        if (used == enough) {
+            errno = EFBIG;
+            return false;
+        }
+        if (used == bytes.size()) bytes.resize(std::min(2 * bytes.size() + least_room, enough));
         const ssize_t count = read_some(descriptor, bytes.data() + used, bytes.size() - used);
         if (count <= 0) {
             bytes.resize(used);

@@ -16,8 +16,10 @@ int open_file(const std::string& path, int flags, mode_t mode = 0);
 // At most `size` bytes; 0 at the end; -1, with errno set, where reading fails.
 ssize_t read_some(int descriptor, char* to, std::size_t size);
 
-// Everything up to the end. False, with errno set, where reading fails.
-bool read_all(int descriptor, std::string& bytes);
+// Everything up to the end. False, with errno set, where reading fails; EFBIG where there is more
+// than `most` bytes.
+constexpr std::size_t no_limit = static_cast<std::size_t>(-1);
+bool read_all(int descriptor, std::string& bytes, std::size_t most = no_limit);
 
 // False, with errno set, where writing fails.
 bool write_all(int descriptor, std::string_view text);

@@ -1,7 +1,5 @@
 #include "frontend/base/files.h"
 
-#include "frontend/base/descriptors.h"
-
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -56,8 +54,9 @@ int open_at_once(const std::string& path) {
     return -1;
 }
 
-// A new hidden file in the folder of the target. -1, with errno set, where there can be none.
-int open_temporary(Pending& pending) {
+// A new hidden file in the folder of the target, of at most this mode. -1, with errno set, where
+// there can be none.
+int open_temporary(Pending& pending, mode_t mode) {
     static std::atomic<unsigned> counter = 0;
     const std::size_t slash = pending.target.rfind('/');
     const std::string start = pending.target.substr(0, slash == std::string::npos ? 0 : slash + 1) +
@@ -66,7 +65,7 @@ int open_temporary(Pending& pending) {
     do {
         // One of that name may be left of a killed run that had the same number.
         pending.temporary = start + std::to_string(counter++);
-        file = open_file(pending.temporary, O_WRONLY | O_CREAT | O_EXCL, 0666);
+        file = open_file(pending.temporary, O_WRONLY | O_CREAT | O_EXCL, mode);
     } while (file == -1 && errno == EEXIST);
     if (file == -1) pending.temporary.clear();
     return file;
@@ -74,10 +73,10 @@ int open_temporary(Pending& pending) {
 
 }  // namespace
 
-bool read_file(const std::string& path, std::string& bytes) {
+bool read_file(const std::string& path, std::string& bytes, std::size_t most) {
     const int file = open_file(path, O_RDONLY);
     if (file == -1) return false;
-    const bool complete = read_all(file, bytes);
+    const bool complete = read_all(file, bytes, most);
     const int error = errno;
     ::close(file);
     errno = error;
@@ -126,7 +125,8 @@ bool prepare(const std::string& path, std::string_view text, Pending& pending) {
     }
     if (exists && ::access(path.c_str(), W_OK) != 0) return false;
     pending.target = followed(path);
-    const int file = open_temporary(pending);
+    // Nobody may read the text on its way who could not read the older file.
+    const int file = open_temporary(pending, exists ? found.st_mode & 0777U : 0666U);
     if (file == -1) return false;
     bool good = write_all(file, text);
     if (good && exists) good = ::fchmod(file, found.st_mode & 07777U) == 0;

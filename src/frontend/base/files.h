@@ -1,6 +1,8 @@
 // Files that are read as a whole, and written as a whole or not at all.
 #pragma once
 
+#include "frontend/base/descriptors.h"
+
 #include <set>
 #include <string>
 #include <string_view>
@@ -8,8 +10,9 @@
 
 namespace orvex::frontend {
 
-// Reads a whole file. False, with errno set, where it cannot be opened or read.
-bool read_file(const std::string& path, std::string& bytes);
+// Reads a whole file. False, with errno set, where it cannot be opened or read; EFBIG where it has
+// more than `most` bytes.
+bool read_file(const std::string& path, std::string& bytes, std::size_t most = no_limit);
 
 // Writes a file for this user alone, in place. False, with errno set, where that cannot be done.
 bool write_private_file(const std::string& path, std::string_view text);

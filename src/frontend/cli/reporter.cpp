@@ -82,7 +82,7 @@ std::string verdict(const Reporter& reporter) {
     if (summary.warnings > 0) {
         text += (text.empty() ? "" : ", ") + counted(summary.warnings, "warning");
     }
-    text += " in " + files;
+    if (summary.files > 0) text += " in " + files;
     if (summary.hidden > 0) {
         text += "; `--max-errors " + std::to_string(reporter.options.max_errors) +
                 "` shows no more of a file";

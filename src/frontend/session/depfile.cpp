@@ -1,49 +1,94 @@
 #include "frontend/session/depfile.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string_view>
 
 namespace orvex::frontend {
 
 namespace {
 
-void append_name(std::string& text, std::size_t& column, const std::string& name) {
-    constexpr std::size_t last_column = 72;
-    std::string escaped;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (name[i] == ' ' || name[i] == '\t') {
-            // Backslashes in front of a blank would be taken for its escape: each is doubled.
-            for (std::size_t j = i; j > 0 && name[j - 1] == '\\'; --j) escaped += '\\';
-            escaped += '\\';
-        } else if (name[i] == '#' || name[i] == ':') {
-            escaped += '\\';
-        } else if (name[i] == '$') {
-            escaped += '$';
+// make ends the names at a ";" or "=", also after a backslash, but not at one that comes out of a
+// variable.
+struct Variable {
+    char character;
+    std::string_view definition, reference;
+};
+constexpr Variable variables[] = {
+    {';', "orvex_semicolon := ;\n", "\\$(orvex_semicolon)"},
+    {'=', "orvex_equals := =\n", "$(orvex_equals)"},
+};
+
+const Variable* variable_of(char c) {
+    const auto* const found =
+        std::find_if(std::begin(variables), std::end(variables),
+                     [c](const Variable& each) { return each.character == c; });
+    return found == std::end(variables) ? nullptr : found;
+}
+
+// Left of the colon "%" makes a pattern, right of it "|" parts the names.
+constexpr std::string_view special_in_target = " \t#:%";
+constexpr std::string_view special_in_prerequisite = " \t#:|";
+
+std::string escaped(std::string_view name, std::string_view special) {
+    std::string text;
+    std::size_t backslashes = 0;
+    for (const char c : name) {
+        const Variable* const variable = variable_of(c);
+        const bool is_escaped = special.find(c) != std::string_view::npos;
+        // Backslashes before it would be taken for its escape: each is doubled.
+        if (is_escaped || c == ';') text.append(backslashes, '\\');
+        if (is_escaped) text += '\\';
+        if (c == '$') text += '$';
+        if (variable != nullptr) {
+            text += variable->reference;
+        } else {
+            text += c;
         }
-        escaped += name[i];
+        backslashes = c == '\\' ? backslashes + 1 : 0;
     }
-    if (column > 0 && column + 1 + escaped.size() > last_column) {
-        text += " \\\n";
-        column = 0;
+    return text;
+}
+
+// The lines of a rule.
+struct Rule {
+    std::string text;
+    std::size_t column = 0;
+};
+
+void append(Rule& rule, const std::string& word) {
+    constexpr std::size_t last_column = 72;
+    if (rule.column > 0 && rule.column + 1 + word.size() > last_column) {
+        rule.text += " \\\n";
+        rule.column = 0;
     }
-    if (!text.empty()) {
-        text += ' ';
-        ++column;
+    if (!rule.text.empty()) {
+        rule.text += ' ';
+        ++rule.column;
     }
-    text += escaped;
-    column += escaped.size();
+    rule.text += word;
+    rule.column += word.size();
+}
+
+// What the rule needs before it.
+std::string definitions_for(const Rule& rule) {
+    std::string text;
+    for (const Variable& variable : variables) {
+        if (rule.text.find(variable.reference) != std::string::npos) text += variable.definition;
+    }
+    return text;
 }
 
 }  // namespace
 
 std::string depfile(const std::vector<std::string>& outputs,
                     const std::vector<std::string>& inputs) {
-    std::string text;
-    std::size_t column = 0;
-    for (const std::string& output : outputs) append_name(text, column, output);
-    text += ':';
-    ++column;
-    for (const std::string& input : inputs) append_name(text, column, input);
-    return text + "\n";
+    Rule rule;
+    for (const std::string& output : outputs) append(rule, escaped(output, special_in_target));
+    rule.text += ':';
+    ++rule.column;
+    for (const std::string& input : inputs) append(rule, escaped(input, special_in_prerequisite));
+    return definitions_for(rule) + rule.text + "\n";
 }
 
 }  // namespace orvex::frontend

@@ -6,12 +6,14 @@
 #include "frontend/cli/inputs.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
+#include "frontend/syntax/parse.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <new>
+#include <string>
 #include <string_view>
 
 namespace orvex::frontend {
@@ -55,6 +57,13 @@ std::string shown_path(const Session& session, std::size_t index) {
     return path == "-" ? session.options.stdin_filename : path;
 }
 
+// Why a file cannot be read.
+std::string reading_failure(int error) {
+    constexpr unsigned to_mebibytes = 20;
+    if (error != EFBIG) return system_message(error);
+    return "it is larger than " + std::to_string(largest_file >> to_mebibytes) + " MiB";
+}
+
 // Reads a file, once; false with a finding where that cannot be done.
 bool read(Session& session, std::size_t index) {
     File& file = session.files[index];
@@ -79,7 +88,7 @@ bool read(Session& session, std::size_t index) {
         return false;
     }
     file.checked.findings.push_back(failure(
-        "file-unreadable", {{"path", path}, {"reason", system_message(error)}}, whole_file(path)));
+        "file-unreadable", {{"path", path}, {"reason", reading_failure(error)}}, whole_file(path)));
     return false;
 }
 

@@ -1,12 +1,10 @@
 #include "frontend/syntax/source.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/base/descriptors.h"
 #include "frontend/base/files.h"
 #include "frontend/syntax/parse.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <unistd.h>
 
 namespace orvex::frontend {
@@ -33,13 +31,9 @@ void parse_source(Source& source) {
 }
 
 bool read_source(const std::string& file, Source& source) {
-    const bool complete =
-        file == "-" ? read_all(STDIN_FILENO, source.bytes) : read_file(file, source.bytes);
+    const bool complete = file == "-" ? read_all(STDIN_FILENO, source.bytes, largest_file)
+                                      : read_file(file, source.bytes, largest_file);
     if (!complete) return false;
-    if (source.bytes.size() > largest_file) {
-        errno = EFBIG;
-        return false;
-    }
     parse_source(source);
     return true;
 }
