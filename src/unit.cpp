@@ -78,7 +78,7 @@ bool to_path(View name, Path& path) {
     return true;
 }
 
-// Opens a file on a descriptor that is none of the three standard ones: a message must not end up
+// Opens a file on a descriptor other than the three standard ones: a message must not end up
 // in a file. Where the caller has closed those, the first file to be opened, which is only read,
 // takes their places as well.
 int open_descriptor(const char* path, int flags, mode_t mode = new_file_mode) {

@@ -59,9 +59,8 @@ std::vector<std::string_view> characters_of(std::string_view text) {
 }
 
 std::size_t width_of(std::string_view text) {
-    const bool is_ascii = std::none_of(text.begin(), text.end(), [](char c) {
-        return static_cast<unsigned char>(c) >= 0x80;
-    });
+    const bool is_ascii = std::none_of(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
     return is_ascii ? text.size() : characters_of(text).size();
 }
 

@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// The keyword that was meant by a word that is none, "$" and colon left out: the nearest one, or
+// The keyword that was meant by an unknown word, "$" and colon left out: the nearest one, or
 // one that begins alike, as with PRODUCTION or COMM; null where there is none.
 const notation::Keyword* meant_keyword(std::string_view word);
 
