@@ -3,11 +3,14 @@
 #include "frontend/base/files.h"
 #include "frontend/base/streams.h"
 #include "frontend/server/server.h"
+#include "frontend/syntax/parse.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <new>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -170,27 +173,40 @@ std::size_t check_answers(const Options& options, const std::string& path, std::
     return Asker(options, path, std::move(text), fail).ask_all();
 }
 
+namespace {
+
+// Asks everything about one file, and returns the status of that.
+int check_one(const Options& options, const std::string& path, Stream& out, Stream& err) {
+    std::string text;
+    if (!read_file(path, text, largest_file)) {
+        put(err, "cannot read `" + path + "`: " + system_message(errno) + "\n");
+        return 2;
+    }
+    std::size_t failures = 0;
+    const std::size_t answers =
+        check_answers(options, path, std::move(text), [&](const std::string& line) {
+            put(out, path);
+            put(out, ": " + line + "\n");
+            ++failures;
+        });
+    put(out, path + ": " + std::to_string(answers) + " answers, " + std::to_string(failures) +
+                 " wrong\n");
+    return failures > 0 ? 1 : 0;
+}
+
+}  // namespace
+
 int run_self_check(const Options& options) {
     Stream out;
     Stream err{2, {}, 0};
     int status = 0;
     for (const std::string& path : options.files) {
-        std::string text;
-        if (!read_file(path, text)) {
-            put(err, "cannot read `" + path + "`: " + system_message(errno) + "\n");
+        try {
+            status = std::max(status, check_one(options, path, out, err));
+        } catch (const std::bad_alloc&) {
+            put(err, "not enough memory for `" + path + "`\n");
             status = 2;
-            continue;
         }
-        std::size_t failures = 0;
-        const std::size_t answers =
-            check_answers(options, path, std::move(text), [&](const std::string& line) {
-                put(out, path);
-                put(out, ": " + line + "\n");
-                ++failures;
-            });
-        put(out, path + ": " + std::to_string(answers) + " answers, " + std::to_string(failures) +
-                     " wrong\n");
-        if (failures > 0) status = std::max(status, 1);
         if (!flush(out)) return 2;
     }
     flush(err);
