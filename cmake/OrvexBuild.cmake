@@ -1,5 +1,5 @@
 # What every target of this project is compiled and linked with, as two interface targets:
-#   orvex_build    the language, the warnings, sanitizers and coverage
+#   orvex_build    the language, the warnings, sanitizers, coverage and hardening
 #   orvex_runtime  how an executable or a library goes without shared C++ libraries
 
 set(CMAKE_CXX_STANDARD 20)
@@ -27,7 +27,15 @@ if(ORVEX_WERROR)
     target_compile_options(orvex_build INTERFACE -Werror)
 endif()
 
-target_compile_definitions(orvex_build INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+# Files of more than 2 GiB, and the numbers and times of new file systems, also on 32 bits.
+target_compile_definitions(orvex_build INTERFACE
+    _FILE_OFFSET_BITS=64
+    $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+# The same bytes in whatever folder and at whatever time it is built. A debugger and the counters of
+# coverage look for the sources where they are.
+target_compile_options(orvex_build INTERFACE -Wdate-time
+    $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
 
 if(ORVEX_SANITIZE)
     set(sanitize
@@ -40,6 +48,13 @@ if(ORVEX_COVERAGE)
     # The front end counts on several threads.
     target_compile_options(orvex_build INTERFACE --coverage -fprofile-update=atomic)
     target_link_options(orvex_build INTERFACE --coverage)
+endif()
+
+if(ORVEX_HARDENING)
+    target_compile_options(orvex_build INTERFACE
+        -fstack-protector-strong -fstack-clash-protection
+        $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE$<SEMICOLON>-D_FORTIFY_SOURCE=2>)
+    target_link_options(orvex_build INTERFACE LINKER:-z,relro,-z,now)
 endif()
 
 add_library(orvex_runtime INTERFACE)

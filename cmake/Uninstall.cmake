@@ -1,0 +1,20 @@
+# In script mode: removes the files that MANIFEST names, a path on each line, and the folders of orvex
+# that are then empty.
+
+if(NOT EXISTS ${MANIFEST})
+    message(FATAL_ERROR "Nothing was installed from this build: ${MANIFEST} is missing")
+endif()
+file(STRINGS ${MANIFEST} installed)
+foreach(path IN LISTS installed)
+    file(REMOVE "$ENV{DESTDIR}${path}")
+    cmake_path(GET path PARENT_PATH folder)
+    while(folder MATCHES "/orvex(/|$)")
+        file(GLOB left "$ENV{DESTDIR}${folder}/*")
+        if(left)
+            break()
+        endif()
+        file(REMOVE_RECURSE "$ENV{DESTDIR}${folder}")
+        cmake_path(GET folder PARENT_PATH folder)
+    endwhile()
+endforeach()
+file(REMOVE ${MANIFEST})
