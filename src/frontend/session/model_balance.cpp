@@ -17,9 +17,7 @@ namespace {
 constexpr std::size_t offset_bits = 32;
 static_assert(2 * offset_bits <= 8 * sizeof(std::size_t));
 
-std::size_t packed(Range place) {
-    return std::size_t{place.begin} << offset_bits | place.end;
-}
+std::size_t packed(Range place) { return std::size_t{place.begin} << offset_bits | place.end; }
 
 Range unpacked(std::size_t place) {
     return {static_cast<Offset>(place >> offset_bits), static_cast<Offset>(place)};
