@@ -53,7 +53,7 @@ void require(bool holds, const string& what) {
 
 // Runs the translator in a folder of the process.
 RunResult translate(const string& input, const std::vector<string>& names) {
-    static const Workplace place;
+    static const TempDir place;
     std::filesystem::current_path(place.path());
     for (const auto& file : std::filesystem::directory_iterator(".")) remove(file.path());
     write_private_file("control", "INP input\nERR error\n");
@@ -66,12 +66,12 @@ RunResult translate(const string& input, const std::vector<string>& names) {
 
 class Comparison {
   public:
-    Comparison(const string& input, unsigned left_out) {
+    Comparison(const string& input, unsigned skipped) {
         source_.bytes = input;
         parse_source(source_);
         bool is_open = false;
         for (Index node = 0; node < model_count(tree_); ++node) {
-            if (node < 32 && (left_out >> node & 1U) != 0) continue;
+            if (node < 32 && (skipped >> node & 1U) != 0) continue;
             selected_.push_back(node);
             models_.push_back(build_model(source_.bytes, tree_, node, is_open));
             expectations_.push_back(expectation_of(models_.back()));
@@ -292,9 +292,9 @@ class Comparison {
 
 }  // namespace
 
-std::string difference(const std::string& input, unsigned left_out) {
+std::string difference(const std::string& input, unsigned skipped) {
     try {
-        Comparison(input, left_out).compare();
+        Comparison(input, skipped).compare();
     } catch (const Difference& found) {
         return found.text;
     }

@@ -5,8 +5,8 @@
 
 namespace agree {
 
-// The first difference, or nothing. Bit n of `left_out` leaves the lines of model n out of the run.
-std::string difference(const std::string& input, unsigned left_out = 0);
+// The first difference, or nothing. Bit n of `skipped` leaves the lines of model n out of the run.
+std::string difference(const std::string& input, unsigned skipped = 0);
 
 // The input in a file of the fuzzers: what follows the first NUL after two bytes.
 std::string fuzzed_input(const std::string& data);

@@ -14,9 +14,9 @@ using std::string;
 
 namespace {
 
-void expect_agreement(const string& input, unsigned left_out = 0) {
-    EXPECT_EQ(agree::difference(input, left_out), "") << "without models " << left_out << " of:\n"
-                                                      << input.substr(0, 5000);
+void expect_agreement(const string& input, unsigned skipped = 0) {
+    EXPECT_EQ(agree::difference(input, skipped), "") << "without models " << skipped << " of:\n"
+                                                     << input.substr(0, 5000);
 }
 
 // The input alone, and after a model whose last fields belong to an opening record and before one
@@ -26,7 +26,7 @@ void expect_agreement_anywhere(const string& input) {
     const string before = "$MODEL:BEFORE\n$PROD:Y(S)  s:1\n O:P  Q:1\n$PROD:Z\n$OFFTEXT\ntext\n";
     const string after = "\n$MODEL:AFTER\n+ t:0 A:B\n O:P(S)\n\n+ Q:1\n$OFFTEXT\n";
     const string all = string(before).append(input).append(after);
-    for (unsigned left_out = 0; left_out < 8; ++left_out) expect_agreement(all, left_out);
+    for (unsigned skipped = 0; skipped < 8; ++skipped) expect_agreement(all, skipped);
 }
 
 TEST(Agree, OnExamples) {

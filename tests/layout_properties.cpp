@@ -92,7 +92,7 @@ string without_lines(const string& output) {
 
 // What the translator makes of an input.
 string outputs_of(const string& input) {
-    static const Workplace place;
+    static const TempDir place;
     std::filesystem::current_path(place.path());
     for (const auto& file : std::filesystem::directory_iterator(".")) remove(file.path());
     write_private_file("control", "INP input\nERR error\n");

@@ -213,17 +213,17 @@ class Client {
         if (message.contains("error")) {
             if (message.at("error").at("code") == internal_error) fail(id + ": " + message.dump());
         } else {
-            look_at_places(id, message.at("result"));
+            check_places(id, message.at("result"));
         }
     }
 
     void take_notification(const Json& message) {
         if (message.at("method") != "textDocument/publishDiagnostics") return;
         if (message.at("params").at("version") != version_) fail("findings of another version");
-        look_at_places("findings", message.at("params"));
+        check_places("findings", message.at("params"));
     }
 
-    void look_at_places(const string& what, const Json& answer) {
+    void check_places(const string& what, const Json& answer) {
         if (!server_.open.contains(uri)) return;
         const string place = place_outside(server_.open.at(uri).document, answer);
         if (!place.empty()) fail(what + ": " + place + " is outside of the text");

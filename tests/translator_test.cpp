@@ -117,7 +117,7 @@ TEST(Header, OfAnErrorBlockIsEmpty) {
 }
 
 TEST(Translator, LeavesTheOutputsOfTheModels) {
-    const Workplace place;
+    const TempDir place;
     const RunResult result =
         run_translator(ORVEXPP_EXE, place,
                        "$MODEL:..\n$SECTORS:\n  Y\n$OFFTEXT\n"
@@ -194,7 +194,7 @@ TEST(Translator, IsRightOnlyWithAllOutputs) {
 
 std::string failure_of(const std::string& program, const RunSettings& settings = {}) {
     try {
-        const Workplace place;
+        const TempDir place;
         run_translator(find_translator(program), place, "$MODEL:a/b\n", {}, settings);
     } catch (const StartFailure& failure) {
         return failure.reason;

@@ -56,7 +56,7 @@ int open_at_once(const std::string& path) {
 
 // A new hidden file in the folder of the target, of at most this mode. -1, with errno set, where
 // there can be none.
-int open_temporary(Pending& pending, mode_t mode) {
+int open_temporary(PendingWrite& pending, mode_t mode) {
     static std::atomic<unsigned> counter = 0;
     const std::size_t slash = pending.target.rfind('/');
     const std::string start = pending.target.substr(0, slash == std::string::npos ? 0 : slash + 1) +
@@ -98,14 +98,14 @@ bool has_file(const FileSet& files, const std::string& path) {
     return ::stat(path.c_str(), &found) == 0 && files.contains({found.st_dev, found.st_ino});
 }
 
-void discard(Pending& pending) {
+void discard(PendingWrite& pending) {
     const int error = errno;
     if (!pending.temporary.empty()) ::unlink(pending.temporary.c_str());
     pending.temporary.clear();
     errno = error;
 }
 
-bool prepare(const std::string& path, std::string_view text, Pending& pending) {
+bool prepare(const std::string& path, std::string_view text, PendingWrite& pending) {
     struct stat found {};
     pending.text = text;
     pending.target = path;
@@ -135,7 +135,7 @@ bool prepare(const std::string& path, std::string_view text, Pending& pending) {
     return good;
 }
 
-bool commit(Pending& pending) {
+bool commit(PendingWrite& pending) {
     if (!pending.changed) return true;
     if (pending.in_place) {
         const int file = open_at_once(pending.target);
@@ -147,7 +147,7 @@ bool commit(Pending& pending) {
 }
 
 bool put_file(const std::string& path, std::string_view text, bool& changed) {
-    Pending pending;
+    PendingWrite pending;
     if (!prepare(path, text, pending) || !commit(pending)) return false;
     changed = pending.changed;
     return true;

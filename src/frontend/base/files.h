@@ -25,7 +25,7 @@ void add_file(FileSet& files, const std::string& path);
 bool has_file(const FileSet& files, const std::string& path);
 
 // A file that is written, but has not its name yet.
-struct Pending {
+struct PendingWrite {
     std::string target;
     std::string temporary;  // empty where nothing is to be renamed
     std::string_view text;
@@ -38,11 +38,11 @@ struct Pending {
 // is written in place, by commit(); `text` must live until then. A pipe that no program reads is an
 // error, ENXIO. Both are false, with errno set,
 // if that cannot be done, and leave no file.
-bool prepare(const std::string& path, std::string_view text, Pending& pending);
-bool commit(Pending& pending);
+bool prepare(const std::string& path, std::string_view text, PendingWrite& pending);
+bool commit(PendingWrite& pending);
 
 // Gives up a prepared file. Keeps errno.
-void discard(Pending& pending);
+void discard(PendingWrite& pending);
 
 // Both at once. `changed` says whether the file had another text before.
 bool put_file(const std::string& path, std::string_view text, bool& changed);

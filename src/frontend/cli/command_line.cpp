@@ -216,7 +216,7 @@ void move_data_files(Options& options) {
 }
 
 // What is wrong with the command line as a whole.
-void look_over(ParsedCommandLine& parsed) {
+void check_command_line(ParsedCommandLine& parsed) {
     const Options& options = parsed.options;
     const bool serves = options.command == Command::lsp && !options.self_check;
     if (options.command == Command::codes || serves) {
@@ -282,7 +282,7 @@ void read_options(const std::vector<std::string>& arguments, const Words& words,
     options.files.assign(words.plain.begin() + 1, words.plain.end());
     for (const auto& [name, values] : words.options) take_option(parsed, name, values);
     if (options.command == Command::expand) move_data_files(options);
-    look_over(parsed);
+    check_command_line(parsed);
 }
 
 }  // namespace

@@ -90,12 +90,12 @@ std::string verdict(const Reporter& reporter) {
     return text;
 }
 
-void tell(Reporter& reporter, const std::string& news) {
+void tell(Reporter& reporter, const std::string& summary_line) {
     if (reporter.options.quiet || !for_people(reporter.options.format)) return;
     if (!reporter.first_code.empty() && reporter.options.format == Format::text) {
         put(reporter.err, "for more about an error: orvex explain " + reporter.first_code + "\n");
     }
-    if (!news.empty()) put(reporter.err, news + "\n");
+    if (!summary_line.empty()) put(reporter.err, summary_line + "\n");
     const std::string text = verdict(reporter);
     if (!text.empty()) put(reporter.err, text + "\n");
 }
@@ -244,7 +244,7 @@ void hide_progress(Reporter& reporter) {
     flush(reporter.err);
 }
 
-int end(Reporter& reporter, const std::string& news) {
+int end(Reporter& reporter, const std::string& summary_line) {
     hide_progress(reporter);
     complete(reporter);
     write_report_files(reporter);
@@ -253,7 +253,7 @@ int end(Reporter& reporter, const std::string& news) {
     Report& report = reporter.reports.front();
     write(reporter, report, tail(report, reporter.summary));
     const bool good = flush(reporter.out);
-    tell(reporter, news);
+    tell(reporter, summary_line);
     if (!good) {
         reporter.summary.status = 2;
         put(reporter.err, failure_line(reporter.out));

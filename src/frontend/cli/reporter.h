@@ -71,9 +71,9 @@ void show_progress(Reporter& reporter, std::size_t done, std::size_t count);
 void hide_progress(Reporter& reporter);
 
 // Writes the files of --report, the tails, and for people the closing line, which begins with
-// `news` where there is any; nothing more where a signal that ends the program has come. Returns
-// the exit status.
-int end(Reporter& reporter, const std::string& news);
+// `summary_line` where there is any; nothing more where a signal that ends the program has come.
+// Returns the exit status.
+int end(Reporter& reporter, const std::string& summary_line);
 
 // A wrong use of the program, in the format that the options ask for, and in the files of --report
 // that are not among the files of the options. Returns the exit status.

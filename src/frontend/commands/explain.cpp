@@ -1,6 +1,6 @@
 #include "frontend/commands/explain.h"
 
-#include "frontend/base/paint.h"
+#include "frontend/base/style.h"
 #include "frontend/base/wrapping.h"
 #include "frontend/findings/messages.h"
 #include "frontend/findings/report.h"
@@ -48,13 +48,13 @@ std::string indented(std::string_view lines) {
 }
 
 std::string under(std::string_view heading, std::string_view lines, bool colour) {
-    return '\n' + painted(Paint::bold, std::string(heading), colour) + "\n\n" + indented(lines);
+    return '\n' + styled(Style::bold, std::string(heading), colour) + "\n\n" + indented(lines);
 }
 
 std::string heading(const MessageEntry& entry, bool colour) {
     const Severity level = level_of(entry);
-    return painted(paint_of(level), severity_name(level) + '[' + entry.code + ']', colour) +
-           painted(Paint::bold, ": " + title(entry), colour) + '\n';
+    return styled(style_of(level), severity_name(level) + '[' + entry.code + ']', colour) +
+           styled(Style::bold, ": " + title(entry), colour) + '\n';
 }
 
 }  // namespace

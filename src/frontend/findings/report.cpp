@@ -27,7 +27,7 @@ struct Layout {
 
 std::string margin(const Layout& layout, std::string number, std::string_view bar) {
     number.resize(layout.margin, ' ');
-    return painted(Paint::blue, number + std::string(bar), layout.colour);
+    return styled(Style::blue, number + std::string(bar), layout.colour);
 }
 
 std::string location(const Span& span) {
@@ -39,7 +39,7 @@ std::string location(const Span& span) {
 }
 
 // The line of a span, and "^" under its place.
-std::string excerpt(const Layout& layout, const Span& span, Paint paint) {
+std::string excerpt(const Layout& layout, const Span& span, Style style) {
     const std::vector<std::string_view> line = shown_characters(span.text);
     const auto place = static_cast<std::size_t>(std::max(span.column, 1) - 1);
     const std::size_t length = static_cast<std::size_t>(std::max(span.end_column - span.column, 1));
@@ -61,14 +61,14 @@ std::string excerpt(const Layout& layout, const Span& span, Paint paint) {
     return '\n' + margin(layout, "", " |") + '\n' +
            margin(layout, std::to_string(span.line), text.empty() ? " |" : " | ") + text + '\n' +
            margin(layout, "", " | ") + carets +
-           painted(paint, std::string(last - place, '^'), layout.colour);
+           styled(style, std::string(last - place, '^'), layout.colour);
 }
 
 // The arrow line of a span, and its line where it has one.
-std::string place_of(const Layout& layout, const Span& span, Paint paint) {
+std::string place_of(const Layout& layout, const Span& span, Style style) {
     if (span.path.empty()) return {};
     std::string text = '\n' + margin(layout, "", "--> ") + location(span);
-    if (span.line > 0) text += excerpt(layout, span, paint);
+    if (span.line > 0) text += excerpt(layout, span, style);
     return text;
 }
 
@@ -83,12 +83,12 @@ std::string remark_of(const Layout& layout, const Remark& remark) {
     const std::string name = severity_name(remark.severity);
     const std::string message = ": " + printable(remark.message);
     if (remark.span.path.empty()) {
-        return '\n' + margin(layout, "", " = ") + painted(Paint::bold, name, layout.colour) +
+        return '\n' + margin(layout, "", " = ") + styled(Style::bold, name, layout.colour) +
                message;
     }
-    const Paint paint = paint_of(remark.severity);
-    return '\n' + painted(paint, name, layout.colour) + message +
-           place_of(layout, remark.span, paint);
+    const Style style = style_of(remark.severity);
+    return '\n' + styled(style, name, layout.colour) + message +
+           place_of(layout, remark.span, style);
 }
 
 // Annotations.
@@ -156,15 +156,15 @@ std::string table_of(const std::vector<CodeCount>& counts) {
 
 }  // namespace
 
-Paint paint_of(Severity severity) {
+Style style_of(Severity severity) {
     switch (severity) {
     case Severity::off:
-    case Severity::help: return Paint::cyan;
-    case Severity::note: return Paint::green;
-    case Severity::warning: return Paint::yellow;
+    case Severity::help: return Style::cyan;
+    case Severity::note: return Style::green;
+    case Severity::warning: return Style::yellow;
     case Severity::error: break;
     }
-    return Paint::red;
+    return Style::red;
 }
 
 std::string severity_name(Severity severity) {
@@ -231,11 +231,11 @@ std::string rendered(const Finding& finding, bool colour) {
     int last_line = finding.span.line;
     for (const Remark& remark : finding.remarks) last_line = std::max(last_line, remark.span.line);
     const Layout layout{last_line > 0 ? std::to_string(last_line).size() : 1, colour};
-    const Paint paint = paint_of(finding.severity);
+    const Style style = style_of(finding.severity);
     const std::string code = finding.code.empty() ? "" : '[' + finding.code + ']';
-    std::string text = painted(paint, severity_name(finding.severity) + code, colour) +
-                       painted(Paint::bold, ": " + printable(finding.message), colour) +
-                       place_of(layout, finding.span, paint);
+    std::string text = styled(style, severity_name(finding.severity) + code, colour) +
+                       styled(Style::bold, ": " + printable(finding.message), colour) +
+                       place_of(layout, finding.span, style);
     const bool excerpt_ends = finding.span.line > 0 && !finding.remarks.empty();
     if (excerpt_ends) text += '\n' + margin(layout, "", " |");
     for (const Remark& remark : finding.remarks) {

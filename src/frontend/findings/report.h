@@ -1,7 +1,7 @@
 // A report: findings written in one format to one place, as they come.
 #pragma once
 
-#include "frontend/base/paint.h"
+#include "frontend/base/style.h"
 #include "frontend/findings/finding.h"
 
 #include <cstddef>
@@ -61,7 +61,7 @@ std::string report_tail(Format format, const Summary& summary);
 std::string rendered(const Finding& finding, bool colour);
 
 // The colour of a severity.
-Paint paint_of(Severity severity);
+Style style_of(Severity severity);
 
 // path:line:column: error: text [code]
 std::string brief(const Finding& finding);

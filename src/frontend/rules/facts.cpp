@@ -306,10 +306,10 @@ class Reader {
     }
 
     void read_names_by_spelling() {
-        std::vector<bool> left_out(model_.symbols.size());
-        for (Index symbol = 0; symbol < left_out.size(); ++symbol)
-            left_out[symbol] = has_fact(symbol, is_odd);
-        Suggestions suggestions(model_, left_out);
+        std::vector<bool> skipped(model_.symbols.size());
+        for (Index symbol = 0; symbol < skipped.size(); ++symbol)
+            skipped[symbol] = has_fact(symbol, is_odd);
+        Suggestions suggestions(model_, skipped);
         facts_.undeclared = read_undeclared(source_.bytes, model_, suggestions);
         for (const Undeclared& name : facts_.undeclared) {
             excuse(name.near);
@@ -323,10 +323,10 @@ class Reader {
     }
 
     void read_unknown_names() {
-        std::vector<bool> left_out(model_.symbols.size());
-        for (Index symbol = 0; symbol < left_out.size(); ++symbol)
-            left_out[symbol] = has_fact(symbol, is_excused);
-        facts_.unknown = read_unknown(source_, model_, host_, left_out);
+        std::vector<bool> skipped(model_.symbols.size());
+        for (Index symbol = 0; symbol < skipped.size(); ++symbol)
+            skipped[symbol] = has_fact(symbol, is_excused);
+        facts_.unknown = read_unknown(source_, model_, host_, skipped);
         for (const UnknownName& name : facts_.unknown) excuse(name.near);
     }
 

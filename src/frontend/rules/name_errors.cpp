@@ -98,12 +98,12 @@ std::set<Index> owners_of_blocks(const Model& model) {
 
 // The only name that the model declares of the kind that is wanted, with as many sets, those left
 // out. Empty where there is not one.
-std::string only_name(const ErrorCase& at, const std::set<Index>& left_out) {
+std::string only_name(const ErrorCase& at, const std::set<Index>& skipped) {
     std::string only;
     for (const Index index : at.model.declared) {
         const Symbol& symbol = at.model.symbols[index];
         const bool fits = symbol.kind == at.error.expected &&
-                          symbol.dimension == at.error.dimension && !left_out.contains(index);
+                          symbol.dimension == at.error.dimension && !skipped.contains(index);
         if (!fits) continue;
         if (!only.empty()) return {};
         only = name_of(at.model, index);

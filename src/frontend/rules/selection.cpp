@@ -62,7 +62,7 @@ Selection select_models(const Source& source, const std::string& wanted,
         const bool asked = name.empty() || name == text.name;
         found = found || asked;
         const bool taken = asked && accept_name(source, text, lines, findings);
-        selection.left_out.push_back(!taken);
+        selection.skipped.push_back(!taken);
         if (taken) selection.models.push_back(model);
     }
     if (!found) refuse_wanted(source, wanted, findings);

@@ -10,8 +10,8 @@
 namespace orvex::frontend {
 
 struct Selection {
-    std::vector<Index> models;   // those that are to be translated, as numbers of the tree
-    std::vector<bool> left_out;  // for each model of the tree
+    std::vector<Index> models;  // those that are to be translated, as numbers of the tree
+    std::vector<bool> skipped;  // for each model of the tree
 };
 
 // Chooses the models of that name, whatever its case; all where it is empty. One whose name cannot

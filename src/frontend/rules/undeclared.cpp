@@ -78,10 +78,10 @@ class Owners {
 
 }  // namespace
 
-Suggestions::Suggestions(const Model& model, const std::vector<bool>& is_left_out)
+Suggestions::Suggestions(const Model& model, const std::vector<bool>& is_skipped)
     : left_(most_comparisons) {
     for (const Index symbol : model.declared) {
-        if (is_left_out[symbol]) continue;
+        if (is_skipped[symbol]) continue;
         const Symbol& known = model.symbols[symbol];
         declared_[static_cast<std::size_t>(known.kind)].push_back(
             {name_of(model, symbol), known.dimension, !is_used(model, known)});

@@ -23,8 +23,8 @@ struct Undeclared {
 // Finds declared names that are near to others.
 class Suggestions {
   public:
-    // `is_left_out` says for each symbol whether it is never meant.
-    Suggestions(const Model& model, const std::vector<bool>& is_left_out);
+    // `is_skipped` says for each symbol whether it is never meant.
+    Suggestions(const Model& model, const std::vector<bool>& is_skipped);
 
     // The declared name of the kind, with that number of sets (-1: any), that is near to a name, or
     // nothing.

@@ -47,11 +47,11 @@ bool extends(std::string_view name, std::string_view variable) {
 class Finder {
   public:
     Finder(const Source& source, const Model& model, const HostText& host,
-           const std::vector<bool>& is_left_out)
+           const std::vector<bool>& is_skipped)
         : source_(source),
           model_(model),
           host_(host),
-          is_left_out_(is_left_out),
+          is_skipped_(is_skipped),
           has_set_errors_(has_set_errors(model)) {
         for (const Error& error : model.errors) faulty_records_.insert(error.record);
     }
@@ -99,7 +99,7 @@ class Finder {
     }
 
     bool may_be_unknown(Index symbol) const {
-        const bool is_judged = is_of_host(symbol) && !is_left_out_[symbol] && !at(symbol).touched &&
+        const bool is_judged = is_of_host(symbol) && !is_skipped_[symbol] && !at(symbol).touched &&
                                !(at(symbol).kind == Kind::set && has_set_errors_);
         if (!is_judged || faulty_records_.contains(model_.uses[at(symbol).first_use].record))
             return false;
@@ -181,7 +181,7 @@ class Finder {
     const Source& source_;
     const Model& model_;
     const HostText& host_;
-    const std::vector<bool>& is_left_out_;
+    const std::vector<bool>& is_skipped_;
     bool has_set_errors_;
     std::unordered_set<Index> faulty_records_;
     std::size_t left_ = 0;  // names that may still be compared
@@ -191,9 +191,9 @@ class Finder {
 }  // namespace
 
 std::vector<UnknownName> read_unknown(const Source& source, const Model& model,
-                                      const HostText& host, const std::vector<bool>& is_left_out) {
+                                      const HostText& host, const std::vector<bool>& is_skipped) {
     if (model.lost) return {};
-    return Finder(source, model, host, is_left_out)
+    return Finder(source, model, host, is_skipped)
         .read(most_comparisons / std::max<std::size_t>(host.model_count, 1));
 }
 

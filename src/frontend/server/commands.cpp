@@ -50,7 +50,7 @@ Json translate(Server& server, const Document& document) {
     const fs::path folder = folder_of(server, document);
     Json written = Json::array();
     try {
-        const Workplace place;
+        const TempDir place;
         Wanted wanted;
         wanted.outputs = true;
         const Checked checked = check_file(document.source, server.options, wanted,

@@ -29,7 +29,7 @@ using std::chrono::milliseconds;
 class Run {
   public:
     Run(const Server& server, const Document& document, const std::string& program,
-        const Workplace& place, int ready)
+        const TempDir& place, int ready)
         : uri_(document.uri), version_(document.version) {
         source_.path = document.source.path;
         source_.bytes = document.source.bytes;
@@ -59,7 +59,7 @@ class Run {
     const std::string& reason() const { return reason_; }
 
   private:
-    void work(const Options& options, const std::string& program, const Workplace& place) {
+    void work(const Options& options, const std::string& program, const TempDir& place) {
         try {
             parse_source(source_);
             Wanted wanted;
@@ -91,7 +91,7 @@ struct Loop {
     bool input_has_ended = false;
     int ready[2] = {-1, -1};  // a pipe by which a run says that it is ready
     std::string program = {};
-    std::unique_ptr<Workplace> place = {};
+    std::unique_ptr<TempDir> place = {};
     std::unique_ptr<Run> run = {};
 };
 
@@ -152,7 +152,7 @@ void give_up(Loop& loop, Open& open, const std::string& reason) {
 void start_run(Loop& loop, Open& open) {
     try {
         if (loop.program.empty()) loop.program = find_translator(loop.server.options.program);
-        if (loop.place == nullptr) loop.place = std::make_unique<Workplace>();
+        if (loop.place == nullptr) loop.place = std::make_unique<TempDir>();
         loop.run = std::make_unique<Run>(loop.server, open.document, loop.program, *loop.place,
                                          loop.ready[1]);
     } catch (const StartFailure& error) {

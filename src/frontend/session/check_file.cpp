@@ -107,7 +107,7 @@ bool has_finding(const Checked& checked, const std::string& message) {
 
 // What the system kept the translator from. It reads and writes nothing but files in the temporary
 // folder.
-Finding system_failure(const Source& source, const Workplace& place, const Recognised& known) {
+Finding system_failure(const Source& source, const TempDir& place, const Recognised& known) {
     const std::string& code = known.entry->code;
     const Span span = whole_file(source.path);
     const auto reason = known.values.find("reason");
@@ -117,7 +117,7 @@ Finding system_failure(const Source& source, const Workplace& place, const Recog
                    {{"path", place.parent()}, {"reason", reason->second}}, span);
 }
 
-void add_system_messages(const Source& source, const Workplace& place, const Verdict& verdict,
+void add_system_messages(const Source& source, const TempDir& place, const Verdict& verdict,
                          Checked& checked) {
     bool explained = false;
     for (const std::string& line : verdict.messages) {
@@ -247,7 +247,7 @@ Checked check_text(const Source& source, const Options& options) {
 }
 
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
-                   const std::string& program, const Workplace& place) {
+                   const std::string& program, const TempDir& place) {
     Checked checked;
     if (!has_put_file(source, options, checked)) return checked;
     const Selection selection = select_models(source, options.model, checked.findings);

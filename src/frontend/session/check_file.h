@@ -39,6 +39,6 @@ Checked check_text(const Source& source, const Options& options);
 // Finds what is wrong with the file and lets the translator judge it. Throws StartFailure where the
 // translator cannot be run, FolderFailure where it has no room.
 Checked check_file(const Source& source, const Options& options, Wanted wanted,
-                   const std::string& program, const Workplace& place);
+                   const std::string& program, const TempDir& place);
 
 }  // namespace orvex::frontend

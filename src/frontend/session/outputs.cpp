@@ -84,7 +84,7 @@ void note_output(const std::string& path, bool changed, OutputFiles& files) {
 // written in its place, such as a device, is the first to be.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
            std::string& failed) {
-    Pending files[2];  // generator, header
+    PendingWrite files[2];  // generator, header
     const std::string_view texts[2] = {output.generator, output.header};
     for (int i = 0; i < 2; ++i) {
         failed = paths[i];

@@ -27,7 +27,7 @@ struct Session {
     Inputs inputs;
     std::vector<File> files;
     std::vector<bool> is_read;
-    std::vector<std::unique_ptr<Workplace>> places;  // of each thread
+    std::vector<std::unique_ptr<TempDir>> places;  // of each thread
     Reporter reporter;
     std::vector<Finding> unknown_models;  // of the files without the model of --model
     std::size_t known_models = 0;         // files that have it
@@ -98,7 +98,7 @@ void check(Session& session, File& file, std::size_t worker) {
         return session.steps.work(file);
     }
     auto& place = session.places[worker];
-    if (place == nullptr) place = std::make_unique<Workplace>();
+    if (place == nullptr) place = std::make_unique<TempDir>();
     const auto check_text = [&](const Source& source) {
         stop_if_interrupted();
         return check_file(source, session.options, session.steps.wanted, session.program, *place);
@@ -280,9 +280,9 @@ int run_and_end(Session& session) {
     }
     stop_if_interrupted();
     Reporter& reporter = session.reporter;
-    const std::string news =
+    const std::string summary_line =
         session.steps.summarise ? session.steps.summarise(reporter.summary) : "";
-    const int status = end(reporter, news);
+    const int status = end(reporter, summary_line);
     stop_if_interrupted();
     return status;
 }

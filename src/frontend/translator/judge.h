@@ -52,7 +52,7 @@ struct Court {
     const Source& source;
     const std::vector<Index>& selected;  // the models that are not left out, in their order
     const std::string& program;
-    const Workplace& place;
+    const TempDir& place;
     RunSettings settings;
 };
 

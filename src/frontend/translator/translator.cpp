@@ -29,7 +29,7 @@ constexpr char ended_early[] = "it ended before it had read the model";
 
 constexpr std::size_t longest_number = 4;
 
-void write_file(const Workplace& place, const std::string& name, std::string_view bytes) {
+void write_file(const TempDir& place, const std::string& name, std::string_view bytes) {
     if (!write_private_file(place.path() + "/" + name, bytes))
         throw FolderFailure{place.parent(), errno};
 }
@@ -48,7 +48,7 @@ void empty_folder(const std::string& path) {
 // Removes the files of a run on every way out of it.
 class Cleaner {
   public:
-    Cleaner(const Workplace& place, const std::vector<std::string>& names)
+    Cleaner(const TempDir& place, const std::vector<std::string>& names)
         : place_(place), names_(names) {}
     ~Cleaner() { remove_all(); }
     Cleaner(const Cleaner&) = delete;
@@ -79,7 +79,7 @@ class Cleaner {
         return error;
     }
 
-    const Workplace& place_;
+    const TempDir& place_;
     const std::vector<std::string>& names_;
     bool cleaned_ = false;
 };
@@ -279,7 +279,7 @@ std::string given_program(const std::string& given) {
 
 }  // namespace
 
-Workplace::Workplace() {
+TempDir::TempDir() {
     const char* const wanted = std::getenv("TMPDIR");
     path_ = wanted == nullptr || *wanted == '\0' ? "/tmp" : wanted;
     path_ += "/orvex-XXXXXX";
@@ -290,7 +290,7 @@ Workplace::Workplace() {
     if (path_.front() != '/') path_ = absolute(path_);
 }
 
-Workplace::~Workplace() {
+TempDir::~TempDir() {
     if (::rmdir(path_.c_str()) == 0) return;
     empty_folder(path_);
     ::rmdir(path_.c_str());
@@ -327,7 +327,7 @@ RunResult read_outputs(const std::string& folder, const std::vector<std::string>
     return result;
 }
 
-RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
+RunResult run_translator(const std::string& program, const TempDir& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings) {
     const std::string& folder = place.path();
     Cleaner cleaner(place, names);

@@ -24,14 +24,14 @@ std::string text_of(const FolderFailure& failure);
 
 // A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws FolderFailure
 // where none can be made.
-class Workplace {
+class TempDir {
   public:
-    Workplace();
-    ~Workplace();
-    Workplace(const Workplace&) = delete;
-    Workplace(Workplace&&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-    Workplace& operator=(Workplace&&) = delete;
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir(TempDir&&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    TempDir& operator=(TempDir&&) = delete;
 
     const std::string& path() const { return path_; }
 
@@ -104,7 +104,7 @@ RunResult read_outputs(const std::string& folder, const std::vector<std::string>
 // by a signal or with another status than 0, or says on its standard output why it could not begin
 // (its words are the reason), and FolderFailure where a file of the run cannot be written or
 // removed.
-RunResult run_translator(const std::string& program, const Workplace& place, std::string_view input,
+RunResult run_translator(const std::string& program, const TempDir& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings);
 
 }  // namespace orvex::frontend

@@ -1,8 +1,8 @@
 #include "frontend/views/info.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/base/paint.h"
 #include "frontend/base/printable.h"
+#include "frontend/base/style.h"
 #include "frontend/base/wrapping.h"
 #include "frontend/views/listed_names.h"
 #include "frontend/views/page.h"
@@ -129,13 +129,13 @@ void put_section(const Section& section, const Widths& widths, bool colour, std:
     std::string head;
     put_row({"", of_host ? "" : "Line", of_host ? "" : "Description", "Used in lines"}, widths,
             head);
-    out += '\n' + painted(Paint::bold, title, colour) + head.substr(title.size());
+    out += '\n' + styled(Style::bold, title, colour) + head.substr(title.size());
     for (const Cells& cells : section.rows) put_row(cells, widths, out);
 }
 
 void put_constraints(const Model& model, bool colour, std::string& out) {
     if (model.constraints.empty()) return;
-    out += '\n' + painted(Paint::bold, "Constraints", colour) + '\n';
+    out += '\n' + styled(Style::bold, "Constraints", colour) + '\n';
     std::string list;
     for (const Constraint& constraint : model.constraints)
         list += ' ' + printable(name_of(model, constraint.symbol));
@@ -145,7 +145,7 @@ void put_constraints(const Model& model, bool colour, std::string& out) {
 }  // namespace
 
 std::string info_text(const Source& source, const Model& model, bool colour) {
-    std::string out = painted(Paint::bold, printable(model.name), colour);
+    std::string out = styled(Style::bold, printable(model.name), colour);
     const int line = source.models[model.node].line;
     out += "  " + printable(source.path) + ':' + std::to_string(line) + '\n';
     const std::vector<Section> sections = sections_of(source, model);

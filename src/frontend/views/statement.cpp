@@ -3,8 +3,8 @@
 #include "frontend/base/bytes.h"
 #include "frontend/base/csv.h"
 #include "frontend/base/decimals.h"
-#include "frontend/base/paint.h"
 #include "frontend/base/printable.h"
+#include "frontend/base/style.h"
 #include "frontend/views/json.h"
 
 #include <algorithm>
@@ -138,7 +138,7 @@ void put_line(const Line& line, std::size_t name_width, std::size_t cell_width, 
     text.append(name_width - width_of(line.name), ' ');
     for (const std::string& cell : line.cells)
         text.append(2 + cell_width - cell.size(), ' ').append(cell);
-    out += painted(Paint::bold, line.name, colour);
+    out += styled(Style::bold, line.name, colour);
     out.append(without_trailing_blanks(text)) += '\n';
 }
 
@@ -166,7 +166,7 @@ std::string statement_text(const Statement& statement, bool colour) {
         for (const std::string& cell : line.cells) most = std::max(most, cell.size());
         return most;
     });
-    std::string out = painted(Paint::bold, printable(statement.model), colour) + "  " +
+    std::string out = styled(Style::bold, printable(statement.model), colour) + "  " +
                       printable(statement.path) + ":" + std::to_string(statement.line) + "\n";
     for (const Section& section : sections) {
         out += '\n';

@@ -5,9 +5,9 @@
 
 namespace orvex::frontend {
 
-enum class Paint { plain, bold, red, yellow, green, cyan, blue };
+enum class Style { plain, bold, red, yellow, green, cyan, blue };
 
 // The text in a colour, all of them bold; unchanged where `colour` is off.
-std::string painted(Paint paint, const std::string& text, bool colour);
+std::string styled(Style style, const std::string& text, bool colour);
 
 }  // namespace orvex::frontend
