@@ -17,7 +17,11 @@ target_compile_options(orvex_build INTERFACE
     -Wnon-virtual-dtor -Woverloaded-virtual)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(orvex_build INTERFACE
-        -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast)
+        -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
+    # On 32 bits a size is an unsigned int already.
+    if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+        target_compile_options(orvex_build INTERFACE -Wuseless-cast)
+    endif()
 else()
     target_compile_options(orvex_build INTERFACE
         -Wcomma -Wextra-semi -Wloop-analysis -Wunreachable-code
