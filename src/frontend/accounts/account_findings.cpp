@@ -85,8 +85,8 @@ FindingWords words_of_price(const PriceGap& price) {
              {"expected", shown(price.expected)}}};
 }
 
-std::vector<std::size_t> places_in(const ModelAccounts& model) {
-    std::vector<std::size_t> lines;
+std::vector<LinePlace> places_in(const ModelAccounts& model) {
+    std::vector<LinePlace> lines;
     for (const AccountIndex index : model.gaps.accounts)
         lines.push_back(model.books.accounts[index].place);
     for (const AccountIndex index : model.gaps.undetermined)

@@ -3,6 +3,7 @@
 
 #include "frontend/accounts/balance.h"
 #include "frontend/accounts/gaps.h"
+#include "frontend/accounts/line_place.h"
 #include "frontend/findings/finding.h"
 #include "frontend/findings/pattern.h"
 
@@ -34,12 +35,12 @@ constexpr std::string_view likely_note =
 
 // Where accounts and transactions are.
 struct Places {
-    std::function<Span(std::size_t place)> of;
+    std::function<Span(LinePlace place)> of;
     std::function<Span(const Account& account)> of_account;
 };
 
 // The places of a model's findings.
-std::vector<std::size_t> places_in(const ModelAccounts& model);
+std::vector<LinePlace> places_in(const ModelAccounts& model);
 
 std::vector<Finding> findings_of(const ModelAccounts& model, const Places& places);
 

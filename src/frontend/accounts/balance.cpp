@@ -36,8 +36,8 @@ class Poster {
         : settings_(settings), models_(models) {}
 
     PrintedParts parts() {
-        return {[this](std::string_view name, std::size_t line) { begin_model(name, line); },
-                [this](AccountKind kind, std::string_view name, std::size_t line) {
+        return {[this](std::string_view name, LinePlace line) { begin_model(name, line); },
+                [this](AccountKind kind, std::string_view name, LinePlace line) {
                     open_account(current().books, settings_.levels, kind, name, line);
                 },
                 [this](const Transaction& entry) { take(entry); },
@@ -55,7 +55,7 @@ class Poster {
   private:
     ModelAccounts& current() { return models_.back(); }
 
-    void begin_model(std::string_view name, std::size_t line) {
+    void begin_model(std::string_view name, LinePlace line) {
         end_model();
         models_.emplace_back().name = name;
         current().line = line;
@@ -118,7 +118,7 @@ bool find_likely(const LinePass& pass, const BalanceSettings& settings,
                              [](const PrintedFault&) {}};
     PrintedReader reader{parts};
     const bool good =
-        pass([&](std::string_view text, std::size_t line) { read_printed(reader, text, line); });
+        pass([&](std::string_view text, LinePlace line) { read_printed(reader, text, line); });
     end_printed(reader);
     end_model();
     return good;
@@ -149,7 +149,7 @@ bool balance_text(const LinePass& pass, const BalanceSettings& settings,
     const PrintedParts parts = poster.parts();
     PrintedReader reader{parts};
     const bool good =
-        pass([&](std::string_view text, std::size_t line) { read_printed(reader, text, line); });
+        pass([&](std::string_view text, LinePlace line) { read_printed(reader, text, line); });
     end_printed(reader);
     poster.end_model();
     if (!good) return false;

@@ -4,6 +4,7 @@
 
 #include "frontend/accounts/books.h"
 #include "frontend/accounts/gaps.h"
+#include "frontend/accounts/line_place.h"
 #include "frontend/accounts/matrix.h"
 #include "frontend/accounts/printed.h"
 
@@ -27,14 +28,14 @@ struct PriceGap {
 
 struct ModelAccounts {
     std::string name;
-    std::size_t line = 0;  // of $MODEL:
+    LinePlace line = 0;  // of $MODEL:
     Books books;
     Gaps gaps;
-    std::optional<Transaction> likely;       // the entry that may be wrong
-    std::map<std::size_t, PriceGap> prices;  // the first ones, by the line of the price
-    std::size_t more_prices = 0;             // lines of further ones
-    std::vector<PrintedFault> faults;        // the first ones; with any, no account has been judged
-    Matrix matrix;                           // where it is wanted
+    std::optional<Transaction> likely;     // the entry that may be wrong
+    std::map<LinePlace, PriceGap> prices;  // the first ones, by the line of the price
+    std::size_t more_prices = 0;           // lines of further ones
+    std::vector<PrintedFault> faults;      // the first ones; with any, no account has been judged
+    Matrix matrix;                         // where it is wanted
 };
 
 struct BalanceSettings {
@@ -46,7 +47,7 @@ struct BalanceSettings {
 
 // A pass over the lines of a printed text, each with its number, or with that of the line of the
 // model that it comes from. False, with errno set, where they cannot be read.
-using LineSink = std::function<void(std::string_view text, std::size_t line)>;
+using LineSink = std::function<void(std::string_view text, LinePlace line)>;
 using LinePass = std::function<bool(const LineSink& sink)>;
 
 // The accounts of a model whose entries are all in memory.

@@ -76,7 +76,7 @@ double rounding_of(const Account& account) {
 }
 
 AccountIndex open_account(Books& books, const Levels& levels, AccountKind kind,
-                          std::string_view name, std::size_t place) {
+                          std::string_view name, LinePlace place) {
     auto& names = books.names[static_cast<std::size_t>(kind)];
     const auto found = names.find(name);
     if (found != names.end()) return found->second;

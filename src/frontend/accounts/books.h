@@ -4,6 +4,7 @@
 // by the sector. What a commodity receives is its demand, what it pays its supply.
 #pragma once
 
+#include "frontend/accounts/line_place.h"
 #include "frontend/accounts/transaction.h"
 
 #include <array>
@@ -32,7 +33,7 @@ struct Account {
     double paid = 0;
     double taxes = 0;            // of a sector: a part of `paid`
     double turnover = 0;         // all amounts without their signs
-    std::size_t place = 0;       // where the account is declared, or first used
+    LinePlace place = 0;         // where the account is declared, or first used
     unsigned open_count = 0;     // demands of a consumer without a quantity
     AccountIndex open_good = 0;  // commodity of the first of them
     bool takes_rest = false;     // of a commodity: one of such a demand
@@ -64,7 +65,7 @@ using Posting = std::function<void(AccountIndex row, AccountIndex column, double
 
 // The account of that kind and name, opened at its level where there is none yet.
 AccountIndex open_account(Books& books, const Levels& levels, AccountKind kind,
-                          std::string_view name, std::size_t place);
+                          std::string_view name, LinePlace place);
 
 // The account of that kind and name, if there is one.
 std::optional<AccountIndex> find_account(const Books& books, AccountKind kind,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frontend/accounts/books.h"
+#include "frontend/accounts/line_place.h"
 
 #include <cstddef>
 #include <map>
@@ -53,7 +54,7 @@ struct Suspects {
     bool has_rows = false;           // several entries can have one place
     Suspicion direct;
     Suspicion by_income;
-    std::map<std::size_t, SuspectedRow> rows;  // by their places
+    std::map<LinePlace, SuspectedRow> rows;  // by their places
 };
 
 void suspect(Suspects& suspects, const Books& books, const Transaction& entry);

@@ -27,7 +27,7 @@ std::string in_capitals(std::string_view text) {
 }
 
 void report(const PrintedReader& reader, std::string_view variant, std::string_view text,
-            std::size_t line) {
+            LinePlace line) {
     constexpr std::size_t most_shown = 60;
     reader.parts.fault({variant, std::string(text.substr(0, most_shown)), line});
 }
@@ -44,7 +44,7 @@ void end_model(PrintedReader& reader) {
 }
 
 // The name that a field gives, or an empty one with a report where that cannot be a name.
-std::string name_in(const PrintedReader& reader, std::string_view text, std::size_t line) {
+std::string name_in(const PrintedReader& reader, std::string_view text, LinePlace line) {
     std::string name = printed_name(text);
     const bool is_name = !name.empty() && name.find(label_mark) == std::string::npos;
     if (is_name) return name;
@@ -61,7 +61,7 @@ std::optional<AccountKind> kind_of(notation::TypeCode type) {
     }
 }
 
-void open_block(PrintedReader& reader, std::string_view name, std::size_t line) {
+void open_block(PrintedReader& reader, std::string_view name, LinePlace line) {
     reader.owner = name_in(reader, name, line);
     const bool is_production = reader.section == Opens::production;
     if (reader.owner.empty()) return;
@@ -70,7 +70,7 @@ void open_block(PrintedReader& reader, std::string_view name, std::size_t line) 
 }
 
 // A line that begins with "$": options do not change where its entries belong.
-void read_keyword(PrintedReader& reader, std::string_view text, std::size_t line) {
+void read_keyword(PrintedReader& reader, std::string_view text, LinePlace line) {
     const std::size_t colon = text.find(label_mark);
     const std::string word = in_capitals(text.substr(1, colon - 1));
     const std::string_view rest = colon == std::string_view::npos ? "" : text.substr(colon + 1);
@@ -90,13 +90,13 @@ bool begins_model(std::string_view text) {
     return start == notation::model_keyword;
 }
 
-void begin_model(PrintedReader& reader, std::string_view text, std::size_t line) {
+void begin_model(PrintedReader& reader, std::string_view text, LinePlace line) {
     end_model(reader);
     reader.in_model = true;
     reader.parts.model(in_capitals(text.substr(notation::model_keyword.size())), line);
 }
 
-void read_declared(PrintedReader& reader, std::string_view text, std::size_t line) {
+void read_declared(PrintedReader& reader, std::string_view text, LinePlace line) {
     const std::string name = name_in(reader, text, line);
     if (!name.empty() && reader.declares) reader.parts.declaration(*reader.declares, name, line);
 }
@@ -107,10 +107,10 @@ struct PrintedField {
     notation::TypeCode type = notation::no_type;
     std::string label;
     std::string_view value;
-    std::size_t line = 0;
+    LinePlace line = 0;
 };
 
-std::optional<PrintedField> field_in(std::string_view text, std::size_t line) {
+std::optional<PrintedField> field_in(std::string_view text, LinePlace line) {
     const std::size_t colon = text.find(label_mark);
     if (colon == std::string_view::npos) return std::nullopt;
     PrintedField field;
@@ -182,7 +182,7 @@ void take_field(const PrintedReader& reader, const PrintedField& field, Transact
     }
 }
 
-void read_in_block(PrintedReader& reader, std::string_view text, std::size_t line) {
+void read_in_block(PrintedReader& reader, std::string_view text, LinePlace line) {
     const bool continues = text.front() == notation::continuation_mark;
     const auto field = field_in(continues ? text.substr(1) : text, line);
     if (!field) return report(reader, "line", text, line);
@@ -192,7 +192,7 @@ void read_in_block(PrintedReader& reader, std::string_view text, std::size_t lin
 
 }  // namespace
 
-void read_printed(PrintedReader& reader, std::string_view text, std::size_t line) {
+void read_printed(PrintedReader& reader, std::string_view text, LinePlace line) {
     const bool is_cut = text.size() >= longest_line;
     text = trimmed(text);
     if (text.empty()) return;

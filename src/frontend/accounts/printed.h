@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frontend/accounts/books.h"
+#include "frontend/accounts/line_place.h"
 #include "frontend/accounts/transaction.h"
 #include "notation/keywords.h"
 
@@ -22,13 +23,13 @@ constexpr std::string_view model_fault = "model";
 struct PrintedFault {
     std::string_view variant;
     std::string text;
-    std::size_t line = 0;
+    LinePlace line = 0;
 };
 
 // What is called with the parts of the text, in their order.
 struct PrintedParts {
-    std::function<void(std::string_view name, std::size_t line)> model;
-    std::function<void(AccountKind kind, std::string_view name, std::size_t line)> declaration;
+    std::function<void(std::string_view name, LinePlace line)> model;
+    std::function<void(AccountKind kind, std::string_view name, LinePlace line)> declaration;
     std::function<void(const Transaction& entry)> entry;
     std::function<void(const PrintedFault& fault)> fault;
 };
@@ -43,7 +44,7 @@ struct PrintedReader {
 };
 
 // Takes one line, without its end.
-void read_printed(PrintedReader& reader, std::string_view text, std::size_t line);
+void read_printed(PrintedReader& reader, std::string_view text, LinePlace line);
 
 // After the last line.
 void end_printed(PrintedReader& reader);

@@ -2,6 +2,7 @@
 // commodity, or what a consumer demands or owns of it, and the taxes on that.
 #pragma once
 
+#include "frontend/accounts/line_place.h"
 #include "notation/labels.h"
 
 #include <cstddef>
@@ -37,8 +38,8 @@ struct Transaction {
     std::string ration;                // the variable that multiplies the quantity, or nothing
     std::optional<double> price;       // the reference price, with tax
     std::vector<TaxField> tax_fields;  // in their order
-    std::size_t place = 0;  // of its first field: the number of its line, or what its maker likes
-    std::size_t price_place = 0;  // of the reference price
+    LinePlace place = 0;  // of its first field: the number of its line, or what its maker likes
+    LinePlace price_place = 0;  // of the reference price
 };
 
 // Does an entry with that label belong to a sector's block, or to a consumer's?

@@ -14,18 +14,17 @@ namespace orvex::frontend {
 namespace {
 
 // A place of the generator text as one number.
-constexpr std::size_t offset_bits = 32;
-static_assert(2 * offset_bits <= 8 * sizeof(std::size_t));
+constexpr unsigned offset_bits = 32;
 
-std::size_t packed(Range place) { return std::size_t{place.begin} << offset_bits | place.end; }
+LinePlace packed(Range place) { return LinePlace{place.begin} << offset_bits | place.end; }
 
-Range unpacked(std::size_t place) {
+Range unpacked(LinePlace place) {
     return {static_cast<Offset>(place >> offset_bits), static_cast<Offset>(place)};
 }
 
 // An account is shown where the name of its variable is declared.
 Places places_of(const GeneratedModel& generated) {
-    const auto of = [&generated](std::size_t place) {
+    const auto of = [&generated](LinePlace place) {
         return span_of_place(generated, unpacked(place));
     };
     const auto of_account = [&generated, of](const Account& account) {

@@ -47,7 +47,7 @@ LevelTable levels_in(DataFiles& files) {
 }
 
 // The whole line of a printed text.
-Span span_of_line(const std::string& path, std::size_t line, const std::string& text) {
+Span span_of_line(const std::string& path, LinePlace line, const std::string& text) {
     Span span;
     const std::string_view shown = trim_end(text);
     const std::size_t first = std::min(shown.find_first_not_of(white_space), shown.size());
@@ -76,13 +76,13 @@ Finding no_model(const Options& options, const std::string& path) {
 // The findings of all models, in the lines of the text, which are read once more.
 void add_findings(const std::string& path, PrintedText& text,
                   const std::vector<ModelAccounts>& models, std::vector<Finding>& findings) {
-    std::vector<std::size_t> lines;
+    std::vector<LinePlace> lines;
     for (const ModelAccounts& model : models) {
-        const std::vector<std::size_t> of_model = places_in(model);
+        const std::vector<LinePlace> of_model = places_in(model);
         lines.insert(lines.end(), of_model.begin(), of_model.end());
     }
-    const std::map<std::size_t, std::string> texts = text.texts_of(lines);
-    const auto of = [&](std::size_t line) { return span_of_line(path, line, texts.at(line)); };
+    const std::map<LinePlace, std::string> texts = text.texts_of(lines);
+    const auto of = [&](LinePlace line) { return span_of_line(path, line, texts.at(line)); };
     const auto of_account = [&](const Account& account) { return of(account.place); };
     for (const ModelAccounts& model : models) {
         for (Finding& finding : findings_of(model, {of, of_account}))

@@ -88,7 +88,7 @@ void PrintedText::copy() {
 
 bool PrintedText::pass(const LineSink& sink) {
     if (error_ != 0) return false;
-    std::size_t line = 0;
+    LinePlace line = 0;
     const bool good =
         ::lseek(descriptor_, start_, SEEK_SET) != -1 &&
         for_each_line(descriptor_, [&](std::string_view text) { sink(text, ++line); });
@@ -96,11 +96,11 @@ bool PrintedText::pass(const LineSink& sink) {
     return good;
 }
 
-std::map<std::size_t, std::string> PrintedText::texts_of(const std::vector<std::size_t>& lines) {
-    std::map<std::size_t, std::string> texts;
-    for (const std::size_t line : lines) texts.try_emplace(line);
+std::map<LinePlace, std::string> PrintedText::texts_of(const std::vector<LinePlace>& lines) {
+    std::map<LinePlace, std::string> texts;
+    for (const LinePlace line : lines) texts.try_emplace(line);
     if (texts.empty()) return texts;
-    pass([&](std::string_view text, std::size_t line) {
+    pass([&](std::string_view text, LinePlace line) {
         const auto wanted = texts.find(line);
         if (wanted != texts.end()) wanted->second = text;
     });

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frontend/accounts/balance.h"
+#include "frontend/accounts/line_place.h"
 
 #include <cstddef>
 #include <map>
@@ -34,7 +35,7 @@ class PrintedText {
     bool pass(const LineSink& sink);
 
     // These lines.
-    std::map<std::size_t, std::string> texts_of(const std::vector<std::size_t>& lines);
+    std::map<LinePlace, std::string> texts_of(const std::vector<LinePlace>& lines);
 
   private:
     void copy();
