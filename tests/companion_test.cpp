@@ -240,9 +240,9 @@ TEST_F(Companion, CallOfAFallback) {
     EXPECT_EQ(getExitIndicator(), 1);
     EXPECT_EQ(getScreenIndicator(), 1);
     setExitIndicator(0);
-    setErrorCallback(tell);
     callback_answer = 0;
     palF90InitMutexes();
+    setErrorCallback(tell);  // a call hangs where its lock is not given back
     for (const std::int32_t screen : {1, 0}) {
         setScreenIndicator(screen);
         testing::internal::CaptureStdout();
