@@ -117,6 +117,10 @@ const Row rows[] = {
     {"$PROD:X\n I:PX  A:PL\n", "did you mean `RA`?", "", "$PROD:X\n I:PX  A:RA\n"},
     {"$PROD:RA\n", "did you mean `$DEMAND:RA`?", "", "$DEMAND:RA\n"},
     {"$DEMAND:RA\n$PROD:RA\n", "did you mean `X`?", "", "$DEMAND:RA\n$PROD:X\n"},
+    {"$DEMAND:X\n", "did you mean `$PROD:X`?", "", "$PROD:X\n"},
+    {"$PROD:PL\n", "did you mean `X`?", "", "$PROD:X\n"},
+    {"$PROD:X\n O:PX\n$PROD:PL\n", "name a sector here, or give one of the two another name", "",
+     ""},
     {"$PROD:X\n I:PX  A:TAU\n", "did you mean `N:TAU`?", "", "$PROD:X\n I:PX  N:TAU\n"},
     {"$PROD:X\n I:PX  T:TAU\n", "did you mean `N:TAU`?", "", "$PROD:X\n I:PX  N:TAU\n"},
     {"$PROD:X\n O:RA\n", "name a commodity here, or give one of the two another name", "", ""},
@@ -171,6 +175,26 @@ TEST(Errors, AdviseAndCorrect) {
         EXPECT_EQ(finding.fix->confidence == Confidence::certain, !row.sure.empty()) << row.wrong;
         if (row.sure.empty()) continue;
         EXPECT_EQ(errors_of(corrected(text, finding)).size(), 0U) << row.sure;
+    }
+}
+
+// The note says where the name got its meaning: where it is declared, else where it is first used.
+TEST(Errors, NameTheFirstPlace) {
+    const std::pair<string, string> notes[] = {
+        {"$PROD:X\n I:PX  A:PL\n", "5:11 `PL` was declared here, as a commodity"},
+        {"$PROD:X\n O:PX Q:A\n O:PX Q:A(R)\n", "11:9 `A` was first used here, without sets"},
+        {"$PROD:Y(R)\n O:PY\n", "5:2 `PY` was declared here, with (R)"},
+    };
+    for (const auto& [wrong, note] : notes) {
+        string found;
+        for (const Finding& finding : errors_of(head + wrong + tail)) {
+            for (const auto& remark : finding.remarks) {
+                if (remark.severity != Severity::note) continue;
+                found += std::to_string(remark.span.line) + ":" +
+                         std::to_string(remark.span.column) + " " + remark.message;
+            }
+        }
+        EXPECT_EQ(found, note) << wrong;
     }
 }
 
