@@ -185,6 +185,26 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
               "`P19` (line 12), `P20` (line 13) and 1 more");
 }
 
+// What has no declaration after a keyword of a block, or where a report names a block, is compared
+// with the names of the kind that has such blocks; with as many sets, where these are known.
+TEST(Rules, SuggestNamesOfTheKindOfTheBlock) {
+    const string head =
+        "$MODEL:M\n$SECTORS:\n  BREAD(R)\n$COMMODITIES:\n  PB(R)  PL  BRAND(R)\n"
+        "$CONSUMERS:\n  HOME\n";
+    const string inputs = "\n  O:PB(R)  Q:1\n  I:PL  Q:1\n  I:BRAND(R)  Q:1\n";
+    const string production = "$PROD:BREAD(R)" + inputs;
+    const Row rows[] = {
+        {head + "$PROD:BREAND(R)" + inputs, "did you mean `BREAD`?\n"},
+        {head + "$PROD:BREAND" + inputs, ""},
+        {head + production + "$DEMAND:HOMES\n  D:PL\n", "did you mean `HOME`?\n"},
+        {head + production + "$REPORT:\n  V:V1(R)  O:PB(R)  PROD:BREAND(R)\n",
+         "did you mean `BREAD`?\n"},
+        {head + production + "$REPORT:\n  V:V1  D:PL  DEMAND:HOMES\n", "did you mean `HOME`?\n"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(remarks(row.text, "name-undeclared"), row.findings) << row.text;
+}
+
 // A text with the edits of its only finding, after what they are: "certain: TEXT".
 string corrected(const string& text) {
     const std::vector<Finding> found = find(text);
