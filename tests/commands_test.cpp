@@ -2,15 +2,23 @@
 // folder.
 #include "frontend/base/files.h"
 #include "frontend/base/jobs.h"
+#include "frontend/base/process.h"
+#include "frontend/cli/reporter.h"
 #include "frontend/session/depfile.h"
 #include "harness.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -352,6 +360,120 @@ TEST(Commands, WithoutGraphvizThereIsNoPicture) {
         "for more about an error: orvex explain graphviz-failed\n1 error in 1 file\n");
 }
 
+// Values of PATH, and the end of what the orvexpp that is run says, or that there is none.
+constexpr const char* paths[][2] = {
+    {"$PWD/none:$PWD/one:$PWD/two", "model: one"},
+    {"two:one", "model: two"},
+    {"plain:folder:one", "model: one"},
+    {":one", "model: here"},
+    {"none::one", "model: here"},
+    {"plain", "is neither beside this program nor along PATH"},
+    {"", "is neither beside this program nor along PATH"},
+};
+
+TEST(Commands, FindTheTranslatorAlongPath) {
+    const Folder folder;
+    write_files(folder);
+    folder.shell(
+        "mkdir bin none plain folder folder/orvexpp; cp \"$ORVEX\" bin/orvex\n"
+        "for name in one two here plain; do mkdir -p $name\n"
+        "  printf '#!/bin/sh\necho %s >&2\n' $name >$name/orvexpp; done\n"
+        "chmod +x one/orvexpp two/orvexpp here/orvexpp; mv here/orvexpp .");
+    for (const auto& [path, says] : paths) {
+        const Result result = folder.shell(std::string("PATH=\"") + path +
+                                           "\" bin/orvex check --format short good.zlm");
+        EXPECT_EQ(result.status, 2) << path;
+        expect_text(result.out, says, path);
+    }
+}
+
+// A program that cannot be started leaves no descriptor open, nor does one that ends.
+TEST(Processes, LeaveNoDescriptors) {
+    const auto open_descriptors = [] {
+        int count = 0;
+        for (int descriptor = 0; descriptor < 256; ++descriptor)
+            count += static_cast<int>(::fcntl(descriptor, F_GETFD) != -1);
+        return count;
+    };
+    const int before = open_descriptors();
+    for (const bool is_tied : {false, true}) {
+        frontend::Program program{{"/nowhere/program"}};
+        program.is_tied = is_tied;
+        try {
+            frontend::run_process(program);
+            ADD_FAILURE() << "it was started";
+        } catch (const frontend::StartFailure& failure) {
+            EXPECT_EQ(failure.reason, "cannot run /nowhere/program: No such file or directory");
+            EXPECT_EQ(failure.error, ENOENT);
+        }
+        EXPECT_EQ(open_descriptors(), before) << is_tied;
+        program.words = {"true"};
+        EXPECT_EQ(frontend::run_process(program).status, 0);
+        EXPECT_EQ(open_descriptors(), before) << is_tied;
+    }
+}
+
+// A terminal of which `shown` reads what has been written on it.
+class Terminal {
+  public:
+    Terminal() : screen_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+        ::grantpt(screen_);
+        ::unlockpt(screen_);
+        line_ = ::open(::ptsname(screen_), O_RDWR | O_NOCTTY);
+    }
+    ~Terminal() {
+        ::close(line_);
+        ::close(screen_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    int descriptor() const { return line_; }
+    std::string shown() const {
+        char bytes[1000];
+        const ssize_t count = ::read(screen_, bytes, sizeof bytes);
+        return {bytes, bytes + std::max<ssize_t>(count, 0)};
+    }
+
+  private:
+    int screen_;
+    int line_ = -1;
+};
+
+// Nothing in the first second, then a line every tenth of one, which the next output erases.
+TEST(Progress, IsALineOfATerminal) {
+    using namespace std::chrono_literals;
+    const Terminal terminal;
+    ::setenv("TERM", "xterm", 1);
+    frontend::Reporter reporter;
+    reporter.err.descriptor = terminal.descriptor();
+    frontend::begin(reporter);
+    frontend::show_progress(reporter, 1, 60);
+    EXPECT_EQ(terminal.shown(), "");
+    reporter.shown -= 1s;
+    frontend::show_progress(reporter, 2, 60);
+    EXPECT_EQ(terminal.shown(), "\r\x1b[K2 of 60 files");
+    frontend::show_progress(reporter, 3, 60);
+    EXPECT_EQ(terminal.shown(), "");
+    frontend::put_output(reporter, "");
+    EXPECT_EQ(terminal.shown(), "");
+    reporter.shown -= 100ms;
+    frontend::show_progress(reporter, 60, 60);
+    EXPECT_EQ(terminal.shown(), "");
+    frontend::hide_progress(reporter);
+    EXPECT_EQ(terminal.shown(), "\r\x1b[K");
+    frontend::hide_progress(reporter);
+    EXPECT_EQ(terminal.shown(), "");
+    for (const bool quiet : {false, true}) {
+        reporter.options.quiet = quiet;
+        reporter.options.format = quiet ? frontend::Format::text : frontend::Format::json;
+        frontend::begin(reporter);
+        reporter.shown -= 1s;
+        frontend::show_progress(reporter, 1, 60);
+        EXPECT_EQ(terminal.shown(), "");
+    }
+}
+
 TEST(Commands, ABrokenPipeIsAnError) {
     const Folder folder;
     const Result result =
@@ -470,6 +592,34 @@ TEST(Jobs, ManyThreadsGiveTheBytesOfOne) {
         "\"$ORVEX\" translate -q -o $j -j $j *.zlm 2>translated$j; done; ls 1 | wc -l\n"
         "diff -r 1 2; cmp out1 out2; cmp err1 err2; cmp translated1 translated2; tail -n 1 err1");
     EXPECT_EQ(result.out, "1\n1\n96\n12 errors, 20 warnings in 60 files\n");
+}
+
+// The largest memory that a program which this one started has had so far, in KiB.
+long most_memory() {
+    rusage usage{};
+    ::getrusage(RUSAGE_CHILDREN, &usage);
+#ifdef __APPLE__
+    return usage.ru_maxrss / 1024;
+#else
+    return usage.ru_maxrss;
+#endif
+}
+
+// The results of 900 files that are kept take 2 MiB. A sanitizer, which needs more memory to start
+// with, keeps memory that is given back.
+TEST(Jobs, MemoryDoesNotGrowWithTheFiles) {
+    constexpr long most_growth = 1024;  // in KiB
+    const Folder folder;
+    write_many(folder, 1000);
+    const Result hundred = folder.shell(
+        "(ulimit -v 400000; \"$ORVEX\" --version) || exit 99\n"
+        "\"$ORVEX\" check -j 2 f?.zlm f??.zlm 2>&1 | tail -n 1");
+    if (hundred.status == 99) GTEST_SKIP() << "the program keeps memory that is given back";
+    const long memory = most_memory();
+    EXPECT_NE(hundred.out.find("20 errors, 33 warnings in 100 files\n"), std::string::npos);
+    const Result thousand = folder.shell("\"$ORVEX\" check -j 2 *.zlm 2>&1 | tail -n 1");
+    EXPECT_EQ(thousand.out, "200 errors, 333 warnings in 1000 files\n");
+    EXPECT_LT(most_memory() - memory, most_growth) << memory;
 }
 
 TEST(Jobs, AKilledRunLeavesWholeOutputs) {
