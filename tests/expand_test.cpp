@@ -352,6 +352,9 @@ TEST(Expand, StatusAndStreams) {
     const string tail = "  I:PL  Q:1\n$DEMAND:RA\n  D:PY(S)  Q:1\n  E:PL  Q:1\n$OFFTEXT\n";
     const string one = "$MODEL:ONE\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:X(S)\n" + tail;
     const string two = "$MODEL:TWO\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:(1/Z)\n" + tail;
+    string comments;
+    for (int line = 0; line < 100000; ++line) comments += "*\n";
+    const string many_lines = string(two).insert(two.find("$PROD"), comments);
     const CommandLine rows[] = {
         {"m.zlm --data d.json --set S=3", 2, "", "error: `--set` needs `--summary`"},
         {"m.zlm --summary --set S", 2, "", "`--set` wants NAME=N, not `S`"},
@@ -367,6 +370,9 @@ TEST(Expand, StatusAndStreams) {
         {"--model ONE m.zlm --data - <d.json", 0, "Y.AGR\nY.MAN\n", ""},
         {"m.zlm d.json --format short -q", 1, "$MODEL:ONE\n",
          "m.zlm:23:17: error: no data for scalar `Z` [data-missing]\n"},
+        // The generator file does not show the number of a line after 99999.
+        {"long.zlm d.json --format short -q", 1, "",
+         "long.zlm:100009:17: error: no data for scalar `Z` [data-missing]\n"},
         {"bad.zlm d.json z.csv -q --format short", 1, "$MODEL:ONE\n",
          "bad.zlm:8:1: error: unknown keyword `$PORD` [keyword-unknown]\n"},
         {"one.zlm odd.json -q --format short", 0, "$MODEL:ONE\n",
@@ -387,6 +393,7 @@ TEST(Expand, StatusAndStreams) {
         const Folder folder;
         folder.write("m.zlm", one + two);
         folder.write("one.zlm", one);
+        folder.write("long.zlm", many_lines);
         folder.write("bad.zlm", "$MODEL:BAD\n" + head + "$PORD:Y(S)\n$OFFTEXT\n" + one);
         folder.write("empty.zlm", "SET S;\n");
         folder.write("d.json",
