@@ -7,6 +7,7 @@
 #include "frontend/expansion/interpreter.h"
 #include "frontend/findings/messages.h"
 #include "harness.h"
+#include "tools.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -414,7 +415,7 @@ TEST(Expand, StatusAndStreams) {
 
 TEST(Expand, DataOfTheExamplesFitTheirSchema) {
     if (Folder().shell("python3 -c 'import jsonschema'").status != 0)
-        GTEST_SKIP() << "python3 with jsonschema is not installed";
+        SKIP_WITHOUT("python3 with jsonschema (Debian: python3-jsonschema)");
     const Result result =
         Folder().shell("python3 '" TESTS_DIR "/validate.py' '" DOCS_DIR
                        "/model-data.schema.json' '" EXAMPLES_DIR "'/*/data.json | sort | uniq -c");

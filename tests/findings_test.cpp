@@ -11,6 +11,7 @@
 #include "frontend/rules/rule.h"
 #include "frontend/syntax/meant_keyword.h"
 #include "harness.h"
+#include "tools.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -450,8 +451,7 @@ TEST(Schemas, HoldForJsonAndSarif) {
     folder.write("all.sarif", report(Format::sarif, all_kinds, 1));
     folder.write("none.sarif", report(Format::sarif, {}));
     const harness::Result result = folder.shell(check_schemas);
-    if (result.status == 99)
-        GTEST_SKIP() << "no python3 with jsonschema (Debian: python3-jsonschema)";
+    if (result.status == 99) SKIP_WITHOUT("python3 with jsonschema (Debian: python3-jsonschema)");
     EXPECT_EQ(result.out,
               "valid valid valid valid valid valid valid valid valid valid "
               "invalid valid invalid valid invalid valid valid invalid valid invalid "
@@ -531,7 +531,7 @@ TEST(Junit, IsWellFormedWithAnyBytes) {
     folder.write("all.xml", junit(findings));
     folder.write("none.xml", junit({}));
     const harness::Result result = folder.shell(read_junit);
-    if (result.status == 99) GTEST_SKIP() << "no python3";
+    if (result.status == 99) SKIP_WITHOUT("python3");
     EXPECT_EQ(result.err, "");
     const std::vector<string> lines = harness::lines_of(result.out);
     ASSERT_EQ(lines.size(), 11U) << result.out;

@@ -7,6 +7,7 @@
 #include "frontend/views/info.h"
 #include "frontend/views/json.h"
 #include "harness.h"
+#include "tools.h"
 
 #include <algorithm>
 #include <chrono>
@@ -332,7 +333,7 @@ TEST(Graph, TableOfManyBytes) {
 
 TEST(Graph, Svg) {
     using namespace std::chrono_literals;
-    if (Folder().shell("command -v dot").status != 0) GTEST_SKIP() << "dot is not installed";
+    if (Folder().shell("command -v dot").status != 0) SKIP_WITHOUT("dot (Debian: graphviz)");
     string svg;
     string reason;
     for (const string& dot : {draw(graph_of(small_model), "dot"), draw(dense_graph(), "dot")}) {
@@ -517,7 +518,7 @@ TEST(Examples, Facts) {
 
 TEST(Examples, JsonFitsItsSchema) {
     if (Folder().shell("python3 -c 'import jsonschema'").status != 0)
-        GTEST_SKIP() << "python3 with jsonschema is not installed";
+        SKIP_WITHOUT("python3 with jsonschema (Debian: python3-jsonschema)");
     const harness::Result result = Folder().shell(
         "for model in '" EXAMPLES_DIR
         "'/*/*.zlm; do"

@@ -1,5 +1,6 @@
 // The files of examples/many, run by the tools they are for on a copy of the examples.
 #include "harness.h"
+#include "tools.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -65,7 +66,7 @@ string with_status(string text, const string& status) {
 }
 
 TEST(Many, MakeTranslatesWhatChanged) {
-    if (!is_there("make --version | grep GNU")) GTEST_SKIP() << "no GNU make (Debian: make)";
+    if (!is_there("make --version | grep GNU")) SKIP_WITHOUT("GNU make (Debian: make)");
     EXPECT_EQ(printed_by(string("tool='make -j4'\n") + changes), with_status(answers, "2"));
     // A rule that starts from an output: it waits for the translation, and runs where that wrote.
     EXPECT_EQ(
@@ -113,7 +114,7 @@ sh commands | sed 's/%0Ahelp: did you mean `$PROD:`?.*//'; "$python" ')" TESTS_D
                                   R"(/validate.py' ')" TESTS_DIR R"(/sarif.schema.json' uploaded
 grep -c '"uri":"regions/regions.zlm"' uploaded)");
     if (out == "none\n")
-        GTEST_SKIP() << "no python3 with jsonschema and yaml (Debian: python3-yaml)";
+        SKIP_WITHOUT("python3 with jsonschema and yaml (Debian: python3-jsonschema, python3-yaml)");
     EXPECT_EQ(out,
               "::error title=keyword-unknown,file=regions/regions.zlm,line=51,endLine=51,col=1,"
               "endColumn=6::unknown keyword `$PORD`\nvalid\n1\n");
