@@ -93,7 +93,7 @@ std::vector<Edit> layout_of(const Source& source, const Model& model) {
 
 std::vector<Edit> layout_of_lines(const Source& source, const Model& model, int first, int last) {
     const Tree& tree = source.tree;
-    Index begin = static_cast<Index>(first - 1);
+    auto begin = static_cast<Index>(first - 1);
     Index end = std::min(static_cast<Index>(last), line_count(tree));
     for (const Run& run : runs_of(tree, model.node)) {
         if (run.end <= begin || run.first >= end) continue;
