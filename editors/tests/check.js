@@ -38,7 +38,7 @@ const EXPECTED = {
         ["$OFFTEXT", "$OFFTEXT", "keyword.control.model"],
     ],
     taxes: [
-        ["A:GOVT   N:TAU", "+", "keyword.operator.continuation"],
+        ["A:GOVT        N:TAU", "+", "keyword.operator.continuation"],
         ["$AUXILIARY", "$AUXILIARY", "storage.type.declaration"],
         ["$CONSTRAINT", "TAU", "entity.name.function"],
         ["=E= 1", ";", "punctuation.terminator.constraint"],
