@@ -72,7 +72,8 @@ Context context_at(const Document& document, Offset offset) {
     if (line_count(tree) == 0) return context;
     context.record = record_at(tree, offset);
     const Range line = line_range(tree, context.record);
-    context.before = text_of(document.source.bytes, {line.begin, std::min(offset, line.end)});
+    // After the last line end another line begins, which is not a record yet.
+    if (offset <= line.end) context.before = text_of(document.source.bytes, {line.begin, offset});
     context.model = model_at(document, context.record);
     if (context.model == nullptr) return context;
     context.keyword = keyword_at(tree, *context.model, context.record);
