@@ -124,7 +124,7 @@ std::optional<PrintedField> field_in(std::string_view text, LinePlace line) {
     return field;
 }
 
-// The first field of an entry. One that is no flow of its block takes no part.
+// The first field of an entry. One that is not a flow of its block is skipped.
 void begin_entry(PrintedReader& reader, const PrintedField& field) {
     end_entry(reader);
     const bool is_flow = reader.section == Opens::production ? is_of_sector(field.meaning)
