@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Shared by the scripts beside this file, which source it: where the project is, how it is built,
+# Shared by the scripts next to this file, which source it: where the project is, how it is built,
 # how an example is run.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -17,7 +17,7 @@ build_preset() {
 tidy() {
     local preset=$1
     shift
-    # It counts what it suppressed in the system's headers, which says nothing of these sources.
+    # It counts what it suppressed in the system's headers, which says nothing about these sources.
     (cd "$root" && find src -name '*.cpp' -print0 |
         xargs -0 -n 1 -P "$jobs" clang-tidy -p "build/$preset" --quiet "$@" 2>&1 |
         sed '/^[0-9]* warnings* generated\.$/d')
