@@ -1,8 +1,8 @@
-# What `cmake --install` lays down under a prefix, and the packages that CPack makes of it.
+# What `cmake --install` installs under a prefix, and the packages that CPack makes of it.
 #
 # All paths are relative, and lib/ is lib/ everywhere: the programs find the companion library from
 # their own place, so that what is installed can be moved as a whole. With ORVEX_DEBIAN the files are
-# where Debian wants them, and cmake/CompletePackage.cmake does the rest when the package is made.
+# where Debian requires them, and cmake/CompletePackage.cmake does the rest when the package is made.
 
 set(standin_folder lib)
 set(zsh_folder share/zsh/site-functions)
@@ -53,7 +53,7 @@ set(CPACK_PACKAGE_DESCRIPTION
 commodities, consumers, side constraints and reports. orvexpp, which a host\n\
 starts, reads the models of a ZELM text and writes the ZELM source that\n\
 declares each of them and prints it with every set element spelled out.\n\
-orvex shows people all that is wrong with a model, and what is in it.")
+orvex shows all errors of a model, and what is in it.")
 set(CPACK_PACKAGE_FILE_NAME
     "orvex-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
 set(CPACK_STRIP_FILES ON)
