@@ -3,10 +3,10 @@
        spawn RUNS SIDE -- SIDE
 
    A side is a folder to run in, then commands with ";" between them; "> FILE" sends the standard
-   output of a command to a file, which is emptied first. A side whose command ends with another
-   status than 0 ends it all. Prints one line for each side: the lower quartile of its wall times in
-   nanoseconds (what else the machine does only ever adds to a time), the median of its page faults
-   and its largest resident size in KiB. */
+   output of a command to a file, which is emptied first. If a command ends with a
+   status other than 0, everything ends. Prints one line for each side: the lower quartile of its
+   wall times in nanoseconds (what else the machine does only ever adds to a time), the median of
+   its page faults and its largest resident size in KiB. */
 #define _GNU_SOURCE
 #include <fcntl.h>
 #include <signal.h>

@@ -2,7 +2,7 @@
 # manual pages are packed and there is a changelog in Debian's form. All files get one time, that of
 # SOURCE_DATE_EPOCH, so that a package depends on its sources alone.
 
-# Runs a command, and stops where it fails.
+# Runs a command, and stops if it fails.
 function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()

@@ -23,7 +23,7 @@ install(DIRECTORY completions/bash/ DESTINATION share/bash-completion/completion
 install(DIRECTORY completions/zsh/ DESTINATION ${zsh_folder})
 install(DIRECTORY completions/fish/ DESTINATION share/fish/vendor_completions.d)
 
-# Laid out as in the sources, so that the links between them hold.
+# Laid out as in the sources, so that the links between them stay valid.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION share/doc/orvex)
 install(DIRECTORY docs examples DESTINATION share/doc/orvex)
 # The licence, and the notices of what is compiled into orvex.

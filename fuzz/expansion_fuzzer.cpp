@@ -1,6 +1,6 @@
 // Reads a data file that the fuzzer makes up, and runs a generator file with it. The data are, up
-// to the first zero byte, the data file, and after it the generator file, or where there is none
-// the one below.
+// to the first zero byte, the data file, and after it the generator file; if there is none, the one
+// below is used.
 #include "frontend/expansion/data_files.h"
 #include "frontend/expansion/interpreter.h"
 #include "frontend/expansion/model_data.h"

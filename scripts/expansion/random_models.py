@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes random models, right by the notation, each with random data.
+"""Writes random valid models, each with random data.
 
 scripts/expansion/random_models.py --seed S --count N --out FOLDER
 
 FOLDER/NNNN gets m.zlm, run.ctl and the data in one to three files data.*. Some data lack a name that the
-model wants, have a name that it does not want, or lead to a value that is not finite; some expressions are
+model needs, have a name that it does not use, or lead to a value that is not finite; some expressions are
 not supported, some statements too long for the translator. One seed always gives the same files.
 """
 import argparse
