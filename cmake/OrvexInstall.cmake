@@ -52,7 +52,7 @@ set(CPACK_PACKAGE_DESCRIPTION
     "ORVEX is a block-structured notation for economic equilibrium models: sectors,\n\
 commodities, consumers, side constraints and reports. orvexpp, which a host\n\
 starts, reads the models of a ZELM text and writes the ZELM source that\n\
-declares each of them and prints it with every set element spelled out.\n\
+declares each of them and prints it with every set element spelt out.\n\
 orvex shows all errors of a model, and what is in it.")
 set(CPACK_PACKAGE_FILE_NAME
     "orvex-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
