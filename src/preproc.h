@@ -48,7 +48,7 @@ extern Text<50> versn;
 extern Line inpfil;
 // Path of the file that the generated program writes.
 extern Line scrfil;
-// Put in front of the generator file's name.
+// Put before the generator file's name.
 extern Line scrdir;
 // Path of the error file; blank: none, and only one model is translated.
 extern Line errfil;

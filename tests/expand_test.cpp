@@ -3,7 +3,7 @@
 #include "frontend/expansion/expand.h"
 
 #include "frontend/base/bytes.h"
-#include "frontend/expansion/csv.h"
+#include "frontend/base/csv.h"
 #include "frontend/expansion/interpreter.h"
 #include "frontend/findings/messages.h"
 #include "harness.h"

@@ -345,7 +345,7 @@ TEST(Graph, Svg) {
     EXPECT_EQ(reason.find("Graphviz's `dot` failed: "), 0U) << reason;
 }
 
-// Columns of 28, 4, 36 and 24 characters, two blanks in front of each.
+// Columns of 28, 4, 36 and 24 characters, two blanks before each.
 TEST(Info, Text) {
     string text =
         "$MODEL:M<1>\n$SECTORS:\n Y(A_LONG_SET,ANOTHER_LONG_SET)  ! \"A\" & b\n$PRICES:\n"

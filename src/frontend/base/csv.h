@@ -1,17 +1,48 @@
-// Cells of comma-separated values (RFC 4180).
+// Comma-separated values (RFC 4180): cells between commas, in quotes where they hold commas, quotes
+// or line ends. A line ends with LF or CR LF; empty lines are no rows.
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex::frontend {
 
-// A cell, in quotes where it needs them.
-inline std::string csv_cell(std::string_view text) {
-    if (text.find_first_of("\",\r\n") == std::string_view::npos) return std::string(text);
-    std::string cell = "\"";
-    for (const char c : text) cell.append(c == '"' ? 2 : 1, c);
-    return cell + '"';
-}
+// A cell to be written, in quotes where it needs them.
+std::string csv_cell(std::string_view text);
+
+struct CsvRow {
+    std::size_t offset = 0;               // of its first byte
+    std::vector<std::string_view> cells;  // without quotes, and without blanks around them
+};
+
+class CsvReader {
+  public:
+    // `unquoted` takes the texts of cells with quotes in them. Both must outlive the rows.
+    CsvReader(std::string_view bytes, std::deque<std::string>& unquoted);
+
+    // The next row; false at the end, or where the file is malformed.
+    bool read(CsvRow& row);
+
+    // Why the file is malformed, as the name of a variant of the message, and where; empty where it
+    // is not.
+    std::string_view fault() const { return fault_; }
+    std::size_t fault_offset() const { return fault_offset_; }
+
+  private:
+    bool read_cell(CsvRow& row);
+    bool read_quoted(CsvRow& row);
+    bool ends_cell() const;
+    void skip_blanks();
+    void end_line();
+
+    std::string_view bytes_;
+    std::deque<std::string>& unquoted_;
+    std::size_t at_ = 0;
+    std::string_view fault_;
+    std::size_t fault_offset_ = 0;
+};
 
 }  // namespace orvex::frontend

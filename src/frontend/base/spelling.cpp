@@ -1,5 +1,7 @@
 #include "frontend/base/spelling.h"
 
+#include "frontend/base/bytes.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -7,12 +9,10 @@ namespace orvex::frontend {
 
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 // The number of letters inserted, left out, replaced or swapped with their neighbour between two
 // words.
 std::size_t distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> before;  // the row in front of the last one
+    std::vector<std::size_t> before;  // the row before the last one
     std::vector<std::size_t> last(to.size() + 1);
     std::vector<std::size_t> row(to.size() + 1);
     for (std::size_t j = 0; j <= to.size(); ++j) last[j] = j;

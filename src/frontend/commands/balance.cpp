@@ -106,7 +106,7 @@ void show_unused_names(const Work& work, Reporter& reporter) {
 }
 
 // What begins the closing line.
-std::string news_of(const Work& work, const Summary& summary) {
+std::string closing_words(const Work& work, const Summary& summary) {
     return work.models > 0 && summary.errors == 0 ? "all accounts balance" : "";
 }
 
@@ -120,7 +120,7 @@ int balance_models(Work& work) {
     steps.start = [&](const std::vector<File>&) { read_files(work); };
     steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
     steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
-    steps.summarise = [&](const Summary& summary) { return news_of(work, summary); };
+    steps.summarise = [&](const Summary& summary) { return closing_words(work, summary); };
     return run_session(quiet, steps);
 }
 
@@ -145,7 +145,7 @@ int balance_printed_files(Work& work, const std::vector<std::string>& files) {
     reporter.options = work.options;
     begin(reporter);
     for (const std::string& file : files) take_printed(work, file, reporter);
-    return end(reporter, news_of(work, reporter.summary));
+    return end(reporter, closing_words(work, reporter.summary));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include "frontend/base/descriptors.h"
 #include "frontend/base/files.h"
 #include "frontend/base/streams.h"
-#include "frontend/expansion/csv.h"
+#include "frontend/base/csv.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"

@@ -18,7 +18,7 @@ namespace {
 // The longest line that is shown whole, and what is shown of a longer one, in characters.
 constexpr std::size_t longest_line = 160;
 constexpr std::size_t window = 154;
-constexpr std::size_t window_before = 50;  // in front of the place
+constexpr std::size_t window_before = 50;  // before the place
 
 struct Layout {
     std::size_t margin = 1;  // width of the largest line number

@@ -1,4 +1,4 @@
-#include "frontend/expansion/csv.h"
+#include "frontend/base/csv.h"
 
 #include "frontend/base/bytes.h"
 
@@ -23,6 +23,13 @@ std::string with_single_quotes(std::string_view text) {
 }
 
 }  // namespace
+
+std::string csv_cell(std::string_view text) {
+    if (text.find_first_of("\",\r\n") == std::string_view::npos) return std::string(text);
+    std::string cell(1, quote);
+    for (const char c : text) cell.append(c == quote ? 2 : 1, c);
+    return cell + quote;
+}
 
 CsvReader::CsvReader(std::string_view bytes, std::deque<std::string>& unquoted)
     : bytes_(bytes), unquoted_(unquoted) {
