@@ -2,9 +2,9 @@
 
 #include "frontend/accounts/gaps.h"
 #include "frontend/accounts/printed.h"
+#include "frontend/base/csv.h"
 #include "frontend/base/decimals.h"
 #include "frontend/base/spelling.h"
-#include "frontend/base/csv.h"
 #include "frontend/expansion/data_files.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/wording.h"

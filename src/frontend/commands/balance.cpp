@@ -8,7 +8,7 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/session/balance_output.h"
-#include "frontend/session/generated.h"
+#include "frontend/session/command_data.h"
 #include "frontend/session/model_balance.h"
 #include "frontend/session/printed_balance.h"
 #include "frontend/session/printed_text.h"
@@ -29,9 +29,7 @@ namespace {
 // All models so far, and the data for them.
 struct Work {
     const Options& options;
-    DataFiles data;
-    std::vector<Finding> data_findings;  // until the first file is shown
-    bool has_data = true;
+    CommandData data;
     AccountTable table;  // of --against
     bool has_table = false;
     std::size_t models = 0;
@@ -43,17 +41,17 @@ void read_against(Work& work) {
     file.path = work.options.against;
     if (file.path.empty()) return;
     if (read_file(file.path, file.bytes)) {
-        work.has_table = read_table(work.table, work.data_findings);
+        work.has_table = read_table(work.table, work.data.findings);
         return;
     }
     const int error = errno;
-    work.data_findings.push_back(failure("file-unreadable",
+    work.data.findings.push_back(failure("file-unreadable",
                                          {{"path", file.path}, {"reason", system_message(error)}},
                                          whole_file(file.path)));
 }
 
 void read_files(Work& work) {
-    work.has_data = read_data(work.options.data, work.data, work.data_findings);
+    read_command_data(work.options, work.data);
     read_against(work);
 }
 
@@ -81,28 +79,10 @@ void take_accounts(Work& work, const std::string& path, const ModelAccounts& mod
 
 void take_model(Work& work, const GeneratedModel& generated, File& file) {
     std::vector<Finding> findings;
-    const auto model = balance_model(generated, work.data, work.options, findings);
+    const auto model = balance_model(generated, work.data.files, work.options, findings);
     apply_levels(work.options, findings);
     move_to(file.checked.findings, findings);
     if (model) take_accounts(work, file.source->path, *model, file.output, file.checked.findings);
-}
-
-void take_file(Work& work, File& file) {
-    if (work.has_data) {
-        for (const GeneratedModel& generated : good_models(file)) take_model(work, generated, file);
-    }
-    std::vector<Finding>& findings = file.checked.findings;
-    findings.insert(findings.begin(), work.data_findings.begin(), work.data_findings.end());
-    work.data_findings.clear();
-}
-
-// With --model, the names may be for another model.
-void show_unused_names(const Work& work, Reporter& reporter) {
-    if (!work.has_data || !work.options.model.empty()) return;
-    std::vector<Finding> findings;
-    add_unused_names(work.data, findings);
-    apply_levels(work.options, findings);
-    show_all(reporter, findings);
 }
 
 // What begins the closing line.
@@ -118,8 +98,13 @@ int balance_models(Work& work) {
     steps.wanted.models = true;
     steps.wanted.outputs = true;
     steps.start = [&](const std::vector<File>&) { read_files(work); };
-    steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
-    steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
+    steps.finish = [&](File& file, const Inputs&) {
+        take_models(file, work.data,
+                    [&](const GeneratedModel& generated) { take_model(work, generated, file); });
+    };
+    steps.end = [&](Reporter& reporter, const Inputs&) {
+        show_unused_names(work.data, work.options, reporter);
+    };
     steps.summarise = [&](const Summary& summary) { return closing_words(work, summary); };
     return run_session(quiet, steps);
 }
@@ -127,10 +112,11 @@ int balance_models(Work& work) {
 void take_printed(Work& work, const std::string& given, Reporter& reporter) {
     const std::string path = given == "-" ? work.options.stdin_filename : given;
     begin_file(reporter, path);
-    std::vector<Finding> findings = std::move(work.data_findings);
-    work.data_findings.clear();
+    std::vector<Finding> findings = std::move(work.data.findings);
+    work.data.findings.clear();
     std::vector<ModelAccounts> models;
-    if (work.has_data) models = balance_printed(given, path, work.data, work.options, findings);
+    if (work.data.is_whole)
+        models = balance_printed(given, path, work.data.files, work.options, findings);
     std::string output;
     apply_levels(work.options, findings);
     for (const ModelAccounts& model : models) take_accounts(work, path, model, output, findings);
@@ -151,7 +137,7 @@ int balance_printed_files(Work& work, const std::vector<std::string>& files) {
 }  // namespace
 
 int run_balance(const Options& options) {
-    Work work{options, {}, {}, true, {}, false, 0};
+    Work work{options, {}, {}, false, 0};
     const std::vector<std::string> files = expand_patterns(options.files);
     const auto is_printed_file = [&](const std::string& path) {
         return is_printed(path, path == "-" ? options.stdin_filename : path);

@@ -1,9 +1,9 @@
 #include "frontend/commands/check.h"
 
 #include "frontend/session/mending.h"
+#include "frontend/session/rewriting.h"
 #include "frontend/session/session.h"
 
-#include <algorithm>
 #include <string>
 
 namespace orvex::frontend {
@@ -42,8 +42,7 @@ int run_check(const Options& options) {
         steps.mend = [&](File& file, const Check& check) { mend_file(file, options, check); };
         steps.finish = [&](File& file, const Inputs&) { place_mended(file, options, totals); };
         steps.end = [&](Reporter& reporter, const Inputs&) {
-            const bool differs = options.diff && totals.files > 0;
-            if (differs) reporter.summary.status = std::max(reporter.summary.status, 1);
+            set_diff_status(options, totals.files, reporter);
         };
         steps.summarise = [&](Summary&) { return summary_line(options, totals); };
     }

@@ -3,7 +3,7 @@
 #include "frontend/cli/levels.h"
 #include "frontend/expansion/expand.h"
 #include "frontend/expansion/summary.h"
-#include "frontend/session/generated.h"
+#include "frontend/session/command_data.h"
 #include "frontend/session/session.h"
 
 #include <algorithm>
@@ -22,16 +22,10 @@ struct Closed {};
 
 struct Work {
     const Options& options;
-    DataFiles data;
-    std::vector<Finding> data_findings;  // until the first file is shown
-    bool has_data = true;
+    CommandData data;
     // Of the present file, in their order.
     std::vector<std::unique_ptr<Expansion>> ready;
 };
-
-void read_files(Work& work) {
-    work.has_data = read_data(work.options.data, work.data, work.data_findings);
-}
 
 // Is there no finding that keeps the model from being printed?
 bool is_good(const Options& options, const std::vector<Finding>& findings) {
@@ -53,11 +47,11 @@ void take_model(Work& work, const GeneratedModel& generated, File& file) {
     auto expansion = std::make_unique<Expansion>();
     bool is_clear = false;
     if (options.set_sizes.empty()) {
-        is_clear =
-            prepare_expansion(generated, work.data, stop_if_interrupted, *expansion, findings);
+        is_clear = prepare_expansion(generated, work.data.files, stop_if_interrupted, *expansion,
+                                     findings);
         if (is_clear && options.summary) size = size_of(generated, *expansion);
     } else {
-        is_clear = bound_size(generated, work.data, options.set_sizes, size, findings);
+        is_clear = bound_size(generated, work.data.files, options.set_sizes, size, findings);
     }
     apply_levels(options, findings);
     if (is_clear && is_good(options, findings)) {
@@ -68,15 +62,6 @@ void take_model(Work& work, const GeneratedModel& generated, File& file) {
         }
     }
     std::move(findings.begin(), findings.end(), std::back_inserter(file.checked.findings));
-}
-
-void take_file(Work& work, File& file) {
-    if (work.has_data) {
-        for (const GeneratedModel& generated : good_models(file)) take_model(work, generated, file);
-    }
-    std::vector<Finding>& findings = file.checked.findings;
-    findings.insert(findings.begin(), work.data_findings.begin(), work.data_findings.end());
-    work.data_findings.clear();
 }
 
 void print(Work& work, Reporter& reporter) {
@@ -95,23 +80,13 @@ void print(Work& work, Reporter& reporter) {
 }
 
 // Has all been read that may use a name: every model, and everything in them?
-bool has_read_all(const Work& work, const Reporter& reporter) {
+bool has_read_all(const Reporter& reporter) {
     constexpr std::string_view harmless[] = {"data-missing", "data-malformed", "value-not-finite"};
-    const bool is_whole =
-        std::all_of(reporter.counts.begin(), reporter.counts.end(), [&](const auto& row) {
-            const auto& [code, severity] = row.first;
-            return severity != Severity::error ||
-                   std::find(std::begin(harmless), std::end(harmless), code) != std::end(harmless);
-        });
-    return is_whole && work.has_data && work.options.model.empty();
-}
-
-void show_unused_names(const Work& work, Reporter& reporter) {
-    if (!has_read_all(work, reporter)) return;
-    std::vector<Finding> findings;
-    add_unused_names(work.data, findings);
-    apply_levels(work.options, findings);
-    for (const Finding& finding : findings) show(reporter, finding);
+    return std::all_of(reporter.counts.begin(), reporter.counts.end(), [&](const auto& row) {
+        const auto& [code, severity] = row.first;
+        return severity != Severity::error ||
+               std::find(std::begin(harmless), std::end(harmless), code) != std::end(harmless);
+    });
 }
 
 }  // namespace
@@ -121,14 +96,19 @@ int run_expand(const Options& options) {
     quiet.levels["all"] = Severity::off;
     // Nothing to print is an error, unless the user has given it a level.
     quiet.levels.try_emplace("model-missing", Severity::error);
-    Work work{options, {}, {}, true, {}};
+    Work work{options, {}, {}};
     Steps steps;
     steps.wanted.models = true;
     steps.wanted.outputs = true;
-    steps.start = [&](const std::vector<File>&) { read_files(work); };
-    steps.finish = [&](File& file, const Inputs&) { take_file(work, file); };
+    steps.start = [&](const std::vector<File>&) { read_command_data(options, work.data); };
+    steps.finish = [&](File& file, const Inputs&) {
+        take_models(file, work.data,
+                    [&](const GeneratedModel& generated) { take_model(work, generated, file); });
+    };
     steps.print = [&](File&, Reporter& reporter) { print(work, reporter); };
-    steps.end = [&](Reporter& reporter, const Inputs&) { show_unused_names(work, reporter); };
+    steps.end = [&](Reporter& reporter, const Inputs&) {
+        if (has_read_all(reporter)) show_unused_names(work.data, options, reporter);
+    };
     return run_session(quiet, steps);
 }
 

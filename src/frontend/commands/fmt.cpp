@@ -98,8 +98,7 @@ int run_fmt(const Options& options) {
     steps.work = [&](File& file) { format_file(file, options); };
     steps.finish = [&](File& file, const Inputs&) { place_formatted(file, options, totals); };
     steps.end = [&](Reporter& reporter, const Inputs&) {
-        const bool differs = options.diff && totals.files > 0;
-        if (differs) reporter.summary.status = std::max(reporter.summary.status, 1);
+        set_diff_status(options, totals.files, reporter);
     };
     steps.summarise = [&](Summary&) { return summary_line(options, totals); };
     return run_session(options, steps);

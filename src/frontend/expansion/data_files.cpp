@@ -1,10 +1,10 @@
 #include "frontend/expansion/data_files.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/csv.h"
 #include "frontend/base/descriptors.h"
 #include "frontend/base/files.h"
 #include "frontend/base/streams.h"
-#include "frontend/base/csv.h"
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"

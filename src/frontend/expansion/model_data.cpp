@@ -317,7 +317,7 @@ class ElementFinder {
     }
 
     // Whether there is something to say of the element, and that has not been said.
-    bool is_new_unknown(Index element) {
+    bool is_unsaid(Index element) {
         const bool is_unknown = element == no_index || !is_known_[element];
         if (!has_sets_ || !is_unknown || files_.unknown.size() >= most_findings) return false;
         return element == no_index || files_.unknown.insert(element).second;
@@ -366,7 +366,7 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
         const std::string& name = files.names.text(row.name);
         if (!data.parameters.contains(name) && !data.levels.contains(name)) continue;
         for (const Index element : cells_of(files, row)) {
-            if (!finder.is_new_unknown(element)) continue;
+            if (!finder.is_unsaid(element)) continue;
             const Values values = finder.values_of(files.names.text(element));
             findings.push_back(
                 warning("element-unknown", values, data_line(files.texts[row.text], row.offset)));
@@ -376,7 +376,7 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
     std::set<Index> seen;
     for (const UsedElement& used : program.elements) {
         const std::string& name = program.names.text(used.name);
-        if (!seen.insert(used.name).second || !finder.is_new_unknown(files.names.find(name))) continue;
+        if (!seen.insert(used.name).second || !finder.is_unsaid(files.names.find(name))) continue;
         const Values values = finder.values_of(name);
         flaws.push_back({"element-unknown", {}, values, used.place});
     }

@@ -5,6 +5,7 @@
 #include "frontend/findings/failure.h"
 #include "frontend/findings/place.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <string>
@@ -32,6 +33,11 @@ bool rewrite(File& file, std::string_view text) {
     file.checked.findings.push_back(
         failure("output-unwritable", {{"path", path}, {"reason", reason}}, whole_file(path)));
     return false;
+}
+
+void set_diff_status(const Options& options, std::size_t files, Reporter& reporter) {
+    const bool differs = options.diff && files > 0;
+    if (differs) reporter.summary.status = std::max(reporter.summary.status, 1);
 }
 
 }  // namespace orvex::frontend
