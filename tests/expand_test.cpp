@@ -346,13 +346,17 @@ bool has_text(const string& stream, const string& text) {
     return text.empty() ? stream.empty() : stream.find(text) != string::npos;
 }
 
-// m.zlm has the models ONE and TWO, both with Y of the set S; TWO divides by Z. bad.zlm has an
+// m.zlm has the models ONE and TWO, both with Y of the set S; TWO divides by Z, which in rule.zlm
+// only a constraint uses. bad.zlm has an
 // error in the first of two models.
 TEST(Expand, StatusAndStreams) {
     const string head = "$SECTORS:\n  Y(S)\n$COMMODITIES:\n  PY(S)  PL\n$CONSUMERS:\n  RA\n";
     const string tail = "  I:PL  Q:1\n$DEMAND:RA\n  D:PY(S)  Q:1\n  E:PL  Q:1\n$OFFTEXT\n";
     const string one = "$MODEL:ONE\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:X(S)\n" + tail;
     const string two = "$MODEL:TWO\n" + head + "$PROD:Y(S)\n  O:PY(S)  Q:(1/Z)\n" + tail;
+    const string rule = "$MODEL:RULE\n" + head +
+                        "$AUXILIARY:\n  T\n$PROD:Y(S)\n  O:PY(S)  Q:X(S)\n" +
+                        string(tail).insert(tail.find("$OFFTEXT"), "$CONSTRAINT:T\n  PL =G= z;\n");
     string comments;
     for (int line = 0; line < 100000; ++line) comments += "*\n";
     const string many_lines = string(two).insert(two.find("$PROD"), comments);
@@ -365,6 +369,7 @@ TEST(Expand, StatusAndStreams) {
         {"empty.zlm", 1, "", "[model-missing]"},
         {"m.zlm --data d.json z.csv", 0, "\n$MODEL:TWO\n", ""},
         {"m.zlm d.json z.csv -q --warn data-name-unused=error", 0, "$MODEL:ONE\n", ""},
+        {"rule.zlm d.json z.csv -q --error-on-warnings", 0, "$MODEL:RULE\n", ""},
         {"m.zlm d.json zero.csv -q --format short", 1, "$SOLVE\n",
          "m.zlm:23:15: error: the value of `1/Z` is not a finite number [value-not-finite]\n"},
         {"--model ONE m.zlm d.json z.csv", 0, "$MODEL:ONE\n", ""},
@@ -394,6 +399,7 @@ TEST(Expand, StatusAndStreams) {
         const Folder folder;
         folder.write("m.zlm", one + two);
         folder.write("one.zlm", one);
+        folder.write("rule.zlm", rule);
         folder.write("long.zlm", many_lines);
         folder.write("bad.zlm", "$MODEL:BAD\n" + head + "$PORD:Y(S)\n$OFFTEXT\n" + one);
         folder.write("empty.zlm", "SET S;\n");

@@ -101,8 +101,17 @@ Variables variables_of(const Model& model) {
     return variables;
 }
 
+void note_names_in_constraints(const Model& model, DataFiles& files) {
+    for (const Use& use : model.uses) {
+        const Index name =
+            use.role == Role::constraint ? files.names.find(name_of(model, use.symbol)) : no_index;
+        if (name != no_index) files.used.insert(name);
+    }
+}
+
 bool prepare_expansion(const GeneratedModel& generated, DataFiles& files, const Pause& pause,
                        Expansion& expansion, std::vector<Finding>& findings) {
+    note_names_in_constraints(generated.model, files);
     std::vector<Flaw> flaws;
     expansion.program = read_program(generated.generator, flaws);
     const bool has_data = make_data(files, expansion.program, variables_of(generated.model),

@@ -68,4 +68,7 @@ int line_of_place(const GeneratedModel& generated, Range place);
 // The variables that a model declares.
 Variables variables_of(const Model& model);
 
+// The model uses the names in its constraints, though only the host evaluates those.
+void note_names_in_constraints(const Model& model, DataFiles& files);
+
 }  // namespace orvex::frontend

@@ -164,6 +164,7 @@ ModelSize size_of(const GeneratedModel& generated, const Expansion& expansion) {
 
 bool bound_size(const GeneratedModel& generated, DataFiles& files, const SetSizes& sizes,
                 ModelSize& size, std::vector<Finding>& findings) {
+    note_names_in_constraints(generated.model, files);
     std::vector<Flaw> flaws;
     const GeneratorProgram program = read_program(generated.generator, flaws);
     Data data;
