@@ -316,7 +316,7 @@ TEST(Balance, ComparesWithATableOfAccounts) {
         {"s/40,60/forty,60/", "12: `forty` is not a number\n"},
         {"2s/$/,7/", "2: `7` has no account in the first row or column\n"},
         {"d", "1: the table has no names in its first row\n"},
-        {"s/\"Y.AGR\"/\"Y.AGR/", "4: the cell has no quote at its end\n"},
+        {"s/\"Y.AGR\"/\"Y.AGR/", "4: the cell has no closing quote\n"},
     };
     const Folder folder;
     folder.write("table.csv", taxes_table);
