@@ -209,7 +209,7 @@ TEST(Rename, IsRefusedWithAReason) {
         {"16:13", "X", "`ABS` is a function of the host"},
         {"16:20", "X", "`GT` is an operator of the host"},
         {"18:12", "X", "an element in quotes cannot be renamed"},
-        {"35:16", "X", "more than one model of the file has the name `L`: rename it there"},
+        {"35:16", "X", "several models use the name `L`: rename it in a model"},
         {"7:20", "X", "this is not a name of the model"},
         {"35:1", "X", "this is not a name of the model"},
     };

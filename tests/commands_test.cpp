@@ -208,8 +208,8 @@ const CommandLine command_lines[] = {
      "short",
      2, "/empty`: No space left [temporary-folder-unusable]\n", "1 error in 1 file\n"},
     {"--version; n=$(printf 'a\nb.zlm'); cp bad.zlm \"$n\"; \"$ORVEX\" check \"$n\"", 2,
-     "error[file-name-unusable]: the put file cannot be named after `a\uFFFDb.zlm`: it has a line "
-     "end",
+     "error[file-name-unusable]: the put file cannot be named after `a\uFFFDb.zlm`: it contains "
+     "a line end",
      "1 error in 1 file\n"},
     {"--version; n=$(printf 'a\nb.zlm'); cp good.zlm \"$n\"; "
      "\"$ORVEX\" translate --put-file p --depfile d \"$n\"; ls *.GEN",
@@ -367,8 +367,8 @@ constexpr const char* paths[][2] = {
     {"plain:folder:one", "model: one"},
     {":one", "model: here"},
     {"none::one", "model: here"},
-    {"plain", "is neither beside this program nor along PATH"},
-    {"", "is neither beside this program nor along PATH"},
+    {"plain", "orvexpp is neither next to orvex nor in PATH"},
+    {"", "orvexpp is neither next to orvex nor in PATH"},
 };
 
 TEST(Commands, FindTheTranslatorAlongPath) {

@@ -362,7 +362,7 @@ TEST(Expand, StatusAndStreams) {
     const string many_lines = string(two).insert(two.find("$PROD"), comments);
     const CommandLine rows[] = {
         {"m.zlm --data d.json --set S=3", 2, "", "error: `--set` needs `--summary`"},
-        {"m.zlm --summary --set S", 2, "", "`--set` wants NAME=N, not `S`"},
+        {"m.zlm --summary --set S", 2, "", "`--set` must be NAME=N, not `S`"},
         {"d.json", 2, "", "error: no file is given"},
         {"- --data - <m.zlm", 2, "", "`-` is given twice"},
         {"m.zlm --data none.csv", 2, "", "cannot read `none.csv`: No such file"},

@@ -128,7 +128,7 @@ TEST(Navigation, AnswersAsTheClientCanRead) {
         {R"({"workspace":{"workspaceEdit":{"changeAnnotationSupport":{},)" + versions + "}}}",
          "rename", at + R"(,"newName":"B"})",
          R"({"changeAnnotations":{"host text":{"description":"Words outside the models that )"
-         R"(equal the name","label":"Rename in the host's program",)"
+         R"(match the name","label":"Rename in the host's program",)"
          R"("needsConfirmation":true}},"documentChanges":[{"edits":)" +
              edits(R"({"annotationId":"host text","newText":"B","range":)" + range(0, 0, 1) +
                    "},") +

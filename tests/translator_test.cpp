@@ -218,7 +218,7 @@ TEST(Translator, SaysWhyItCouldNotRun) {
         {failure_of(here + "text"), here + "text: Permission denied"},
         {failure_of(folder.path()), folder.path() + " is not a program"},
         {failure_of(ORVEXPP_EXE), "FFOPEN: error opening file A/B.GEN"},
-        {script("kill -9 $$"), script_path + " was ended by signal 9"},
+        {script("kill -9 $$"), script_path + " was stopped by signal 9"},
         {script("echo no; echo ' *** a' >&2; echo b >&2; exit 2"),
          script_path + " ended with status 2: *** a b"},
         {script("echo ' *** a  '; echo; echo ' b'"), "*** a b"},

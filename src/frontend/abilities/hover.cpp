@@ -49,7 +49,7 @@ std::string text_of_nest(const Document& document, const Context& context,
     if (nest == nullptr || nest->label.empty()) return {};
     const int line = line_of(document.source.tree, nest->label.begin);
     std::string text =
-        "nest " + back_quoted(nest->name) + ", opened in line " + std::to_string(line);
+        "nest " + back_quoted(nest->name) + ", declared in line " + std::to_string(line);
     if (nest->parent != no_index)
         text += ", within " + back_quoted(context.model->nests[nest->parent].name);
     return text + "\n";

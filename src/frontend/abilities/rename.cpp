@@ -58,7 +58,7 @@ string refusal_in_host_text(const Document& document, Offset offset) {
     const bool is_known = std::any_of(document.models.begin(), document.models.end(),
                                       [&](const Model& model) { return owns_name(model, name); });
     if (!is_known) return refusal_of_token(TokenKind::outside, {});
-    return "more than one model of the file has the name " + quoted(name) + ": rename it there";
+    return "several models use the name " + quoted(name) + ": rename it in a model";
 }
 
 // Why nothing at an offset can be renamed: what is there, or ends there.
@@ -241,7 +241,7 @@ string difference(const Model& before, const Model& after) {
                quoted(code_of(now->fault));
     }
     const bool is_same = old == before.errors.end() && same_uses(before, after);
-    return is_same ? "" : "model " + quoted(before.name) + " would not mean the same";
+    return is_same ? "" : "model " + quoted(before.name) + " would mean something else";
 }
 
 string refusal_of_result(const Document& document, const std::vector<NamedPlace>& places,

@@ -43,7 +43,7 @@ Finding price_finding(const PriceGap& price, const Places& places) {
                               places.of(price.entry.price_place), words.variant);
     if (price.more > 0) {
         const std::string count = std::to_string(price.more);
-        add_note(finding, "so it is for " + count + " more with other elements", {});
+        add_note(finding, "the same for " + count + " more with other elements", {});
     }
     return finding;
 }
@@ -59,7 +59,7 @@ void add_price_findings(const ModelAccounts& model, const Places& places,
     for (const auto& [line, price] : model.prices) findings.push_back(price_finding(price, places));
     if (model.more_prices == 0) return;
     const std::string count = std::to_string(model.more_prices);
-    add_note(findings.back(), "so it is in " + count + " more lines", {});
+    add_note(findings.back(), "the same in " + count + " more lines", {});
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ FindingWords words_of_price(const PriceGap& price);
 
 // What a note at the likely entry says.
 constexpr std::string_view likely_note =
-    "this may be the wrong entry: no other belongs to all accounts with a gap";
+    "this may be the wrong entry: no other belongs to all unbalanced accounts";
 
 // Where accounts and transactions are.
 struct Places {

@@ -39,7 +39,7 @@ constexpr int slice = 100;
 }
 
 void fail_if_interrupted() {
-    if (interrupt_signal() != 0) fail("the run was ended", EINTR);
+    if (interrupt_signal() != 0) fail("the run was stopped", EINTR);
 }
 
 // The end of the time that a program has.

@@ -61,7 +61,7 @@ std::string help_of(Command command) {
     }
     text += option_line("-h,--help", "", "this text");
     text +=
-        "\nexit status: 0 nothing wrong, 1 errors found, 2 a usage error, or something cannot be\n"
+        "\nexit status: 0 no errors; 1 errors found; 2 a usage error, or something that cannot be\n"
         "read, written or run\n";
     return text;
 }

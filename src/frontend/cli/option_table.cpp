@@ -36,20 +36,19 @@ constexpr std::array commands = {
                "Lays out the models of each file in one standard way. Blanks, line breaks and\n"
                "capitals change, but not the meaning. A model with an error is not changed. A\n"
                "folder is searched for *.zlm files. \"-\" filters standard input.\n"},
-    CommandRow{Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
-               "Lists the names of each model with kind, dimension, description, declaration and\n"
-               "references.\n"},
+    CommandRow{
+        Command::info, "info", "[OPTION...] FILE...", "list the names of each model",
+        "Lists the names of each model with their kind, dimension, description, declaration\n"
+        "and references.\n"},
     CommandRow{
         Command::graph, "graph", "[OPTION...] FILE...", "draw each model as a picture",
         "Draws each model: its sectors, commodities, consumers and auxiliary variables, and\n"
-        "what is produced, used, demanded, owned and taxed. In most formats the picture is a\n"
-        "text.\n"},
+        "what is produced, used, demanded, owned and taxed. All formats but svg are text.\n"},
     CommandRow{
         Command::expand, "expand", "[OPTION...] FILE... [--data DATA...]",
         "print each model as the solver reads it",
-        "Runs the generator file of each model with the data, as the host does, and prints what\n"
-        "it prints: each entry for each element, with its numbers. DATA is a file of JSON or "
-        "CSV.\n"},
+        "Runs the generator file of each model with the data, as the host does, and prints the\n"
+        "result: each entry for each element, with its numbers. DATA is a JSON or CSV file.\n"},
     CommandRow{
         Command::balance, "balance", "[OPTION...] FILE... [--data DATA...]",
         "show the accounts of each model, and what does not balance",
@@ -173,7 +172,7 @@ std::string take_tolerance(Options& options, const std::string& value) {
     double read = 0;
     const auto [stop, error] = std::from_chars(value.data(), end, read);
     const bool is_share = error == std::errc() && stop == end && read >= 0 && read < 1;
-    if (!is_share) return "wants a number from 0 to less than 1, not `" + value + "`";
+    if (!is_share) return "must be a number from 0 to less than 1, not `" + value + "`";
     options.tolerance = read;
     return "";
 }
@@ -224,14 +223,14 @@ std::string take_warn(Options& options, const std::string& value) {
 }
 
 std::string take_data(Options& options, const std::string& value) {
-    if (value.empty()) return "wants a value that is not empty";
+    if (value.empty()) return "must not be empty";
     options.data.push_back(value);
     return "";
 }
 
 std::string take_set_size(Options& options, const std::string& value) {
     const std::size_t equals = value.find('=');
-    if (equals == std::string::npos || equals == 0) return "wants NAME=N, not `" + value + "`";
+    if (equals == std::string::npos || equals == 0) return "must be NAME=N, not `" + value + "`";
     std::uint64_t size = 0;
     std::string wrong = take_number(value.substr(equals + 1), 0, most_elements, size);
     std::string name = value.substr(0, equals);
@@ -258,7 +257,7 @@ const OptionRow option_rows[] = {
      "dot (default), svg (drawn by Graphviz), mermaid, json or table", take_format},
     {"--data", "DATA", with_data, "a data file, JSON or CSV; repeatable", take_data},
     {"--summary", "", bit(Command::expand),
-     "say how large each block becomes, instead of printing it",
+     "show how large each block becomes, instead of printing it",
      [](Options& o, const std::string&) {
          o.summary = true;
          return std::string();
@@ -279,10 +278,10 @@ const OptionRow option_rows[] = {
     {"--format", "TABLE", bit(Command::balance),
      "text (default), json, csv, or sam: the table of accounts as CSV", take_table},
     {"--tolerance", "SHARE", bit(Command::balance),
-     "of the larger side, by which sides may differ (default: 1e-6)", take_tolerance},
+     "difference allowed, as a share of the larger side (default: 1e-6)", take_tolerance},
     {"--against", "FILE", bit(Command::balance), "compare with a table of accounts in a CSV file",
      [](Options& o, const std::string& v) { return take_text(v, o.against); }},
-    {"--model", "NAME", with_translator, "only the model of this name",
+    {"--model", "NAME", with_translator, "only the model with this name",
      [](Options& o, const std::string& v) { return take_text(v, o.model); }},
     {"--format", "FORMAT", bit(Command::info),
      "names as text (default) or json; findings also as short, sarif, github or junit",
@@ -296,7 +295,7 @@ const OptionRow option_rows[] = {
      take_report},
     {"--warn", "[CODE=]LEVEL", with_levels | with_data,
      "off, note, warning or error, for a code or for all warnings; repeatable", take_warn},
-    {"--fix", "", bit(Command::check), "make certain corrections, and check again",
+    {"--fix", "", bit(Command::check), "make safe corrections, and check again",
      [](Options& o, const std::string&) {
          o.fix = true;
          return std::string();
@@ -307,7 +306,7 @@ const OptionRow option_rows[] = {
          o.unsafe_fixes = true;
          return std::string();
      }},
-    {"--check", "", bit(Command::fmt), "say which files would change; change none",
+    {"--check", "", bit(Command::fmt), "show which files would change; change none",
      [](Options& o, const std::string&) {
          o.check_only = true;
          return std::string();
@@ -333,7 +332,7 @@ const OptionRow option_rows[] = {
          o.statistics = true;
          return std::string();
      }},
-    {"--exit-zero", "", bit(Command::check), "end with status 0 despite findings",
+    {"--exit-zero", "", bit(Command::check), "exit with status 0 despite findings",
      [](Options& o, const std::string&) {
          o.exit_zero = true;
          return std::string();

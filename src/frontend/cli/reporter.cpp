@@ -84,8 +84,8 @@ std::string verdict(const Reporter& reporter) {
     }
     if (summary.files > 0) text += " in " + files;
     if (summary.hidden > 0) {
-        text += "; `--max-errors " + std::to_string(reporter.options.max_errors) +
-                "` shows no more of a file";
+        text +=
+            "; `--max-errors " + std::to_string(reporter.options.max_errors) + "` hides the rest";
     }
     return text;
 }

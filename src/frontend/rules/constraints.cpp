@@ -100,7 +100,7 @@ class Dimensions {
                                                  : std::to_string(use.count) + " sets"}});
             if (use.lines.empty()) continue;
             finding.remarks.insert(finding.remarks.begin(),
-                                   {Severity::note, "so it is in " + line_list(use.lines), {}});
+                                   {Severity::note, "the same in " + line_list(use.lines), {}});
         }
     }
 

@@ -90,7 +90,7 @@ void add_places(const ErrorCase& at, Finding& finding) {
     constexpr std::size_t shown = 3;
     const std::vector<Range>& places = at.error.also;
     for (std::size_t i = 0; i < std::min(shown, places.size()); ++i)
-        add_note(finding, "it is the same here", span_of(at.source, places[i]));
+        add_note(finding, "the same here", span_of(at.source, places[i]));
     if (places.size() <= shown) return;
     std::vector<int> lines;
     for (std::size_t i = shown; i < places.size(); ++i)
@@ -138,8 +138,7 @@ class MissingDeclarations {
         if (is_new) return false;
         const std::string name = back_quoted(error.text);
         add(findings[first->second],
-            is_undeclared ? name + " is not declared, either" : "it is the same with " + name,
-            error.place);
+            is_undeclared ? name + " is not declared either" : "the same for " + name, error.place);
         return true;
     }
 

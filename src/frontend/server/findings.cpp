@@ -92,7 +92,7 @@ Json quick_fix(const Server& server, const Document& document, const Finding& fi
 Json fix_all(const Server& server, const Document& document, const Choice& choice) {
     const std::string count =
         std::to_string(choice.fixes) + (choice.fixes == 1 ? " fix" : " fixes");
-    return {{"title", "make all certain fixes (" + count + ")"},
+    return {{"title", "make all safe fixes (" + count + ")"},
             {"kind", fix_all_kind},
             {"edit", edit_of(server, document, choice.edits)}};
 }

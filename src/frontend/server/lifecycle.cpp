@@ -90,7 +90,7 @@ void apply_change(Document& document, const Json& change) {
 
 Json initialize(Server& server, const Json& params) {
     if (server.is_initialized)
-        throw RequestError{invalid_request, "the server is initialized already"};
+        throw RequestError{invalid_request, "the server is already initialized"};
     const Json abilities = member(params, {"capabilities"});
     server.client = client_of(abilities);
     server.units = units_of(abilities);

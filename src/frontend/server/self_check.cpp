@@ -136,7 +136,7 @@ class Asker {
         Json result = answer_.value("result", Json());
         const std::string place = place_outside(document_, result);
         if (!place.empty())
-            complain(method, params, "answers with " + place + ", which is outside");
+            complain(method, params, "answers with " + place + ", which is outside the text");
         return result;
     }
 

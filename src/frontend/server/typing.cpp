@@ -68,7 +68,7 @@ Json resolve_completion(Server& server, const Json& params) {
     const Offset offset = std::min(data.at("offset").get<Offset>(), size);
     const int kind = data.at("kind").get<int>();
     if (kind < 0 || kind > static_cast<int>(ItemKind::set))
-        throw RequestError{invalid_params, "the kind of the item is unknown"};
+        throw RequestError{invalid_params, "unknown kind of item"};
     std::string text = item_text(document, offset, item.at("label").get<std::string>(),
                                  static_cast<ItemKind>(kind));
     if (!text.empty()) item["documentation"] = markdown(std::move(text));

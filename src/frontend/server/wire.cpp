@@ -70,7 +70,7 @@ std::optional<std::string> MessageReader::next() {
                                                       : length_of(text.substr(0, end));
     if (!length) {
         skip_to_head(end == std::string_view::npos ? 1 : end);
-        throw RequestError{parse_error, "a message has no Content-Length that can be used"};
+        throw RequestError{parse_error, "a message has no valid Content-Length"};
     }
     const std::size_t begin = end + head_end.size();
     if (text.size() - begin < *length) return {};

@@ -18,7 +18,7 @@ Json annotations() {
     return {{host_text,
              {{"label", "Rename in the host's program"},
               {"needsConfirmation", true},
-              {"description", "Words outside the models that equal the name"}}}};
+              {"description", "Words outside the models that match the name"}}}};
 }
 
 void expect_allowed(const Renaming& renaming) {

@@ -73,7 +73,7 @@ std::string usual_put_file(const std::string& path) {
 
 // What keeps a path from being a line of the control file; empty where it can be one.
 std::string fault_of_line(const std::string& path) {
-    if (path.find_first_of("\n\r") != std::string::npos) return "it has a line end";
+    if (path.find_first_of("\n\r") != std::string::npos) return "it contains a line end";
     if (path.size() > longest_setting)
         return "it is longer than " + std::to_string(longest_setting) + " characters";
     return {};

@@ -127,7 +127,7 @@ std::string words_of(std::string_view text) {
 
 void expect_orderly_end(const std::string& program, const Ended& ended) {
     if (WIFSIGNALED(ended.status))
-        throw StartFailure{program + " was ended by signal " +
+        throw StartFailure{program + " was stopped by signal " +
                            std::to_string(WTERMSIG(ended.status))};
     if (WEXITSTATUS(ended.status) != 0) {
         const std::string words = words_of(ended.err);
@@ -314,7 +314,7 @@ std::string find_translator(const std::string& given) {
         path += path.empty() ? "./" + name : "/" + name;
         if (is_program(path)) return absolute(path);
     }
-    throw StartFailure{"the translator orvexpp is neither beside this program nor along PATH"};
+    throw StartFailure{"orvexpp is neither next to orvex nor in PATH"};
 }
 
 RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names,
@@ -336,7 +336,7 @@ RunResult run_translator(const std::string& program, const TempDir& place, std::
     Program run{{program, control_file}, folder};
     run.stop = settings.stop;
     Ended ended = run_process(std::move(run));
-    if (ended.is_too_slow) throw StartFailure{"the run was ended"};
+    if (ended.is_too_slow) throw StartFailure{"the run was stopped"};
     expect_orderly_end(program, ended);
     RunResult result = read_outputs(folder, names, settings.keeps_outputs);
     cleaner.clean();
