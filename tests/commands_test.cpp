@@ -274,7 +274,7 @@ const CommandLine command_lines[] = {
     {"translate --header bad.zlm/h good.zlm; ls *.GEN", 2, nothing,
      "cannot write `bad.zlm/h`: Not a directory"},
     {"translate good.zlm --depfile ./x --report json=x", 2, nothing,
-     "`./x` is given for two files"},
+     "`./x` is given for two outputs"},
     {"translate good.zlm --depfile o/../M.HDR; ls M.GEN", 2, nothing,
      "error[output-repeated]: output `M.HDR` is also a report or the depfile"},
     {"--version; mkfifo f; timeout 9 \"$ORVEX\" check --report json=f good.zlm", 2,

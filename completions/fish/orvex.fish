@@ -34,7 +34,7 @@ set -l with_models '__fish_seen_subcommand_from translate check info graph expan
 complete -c orvex -n $with_files -F
 complete -c orvex -n $with_models -l model -x -d 'Only the model with this name'
 complete -c orvex -n $with_files -l report -x -a 'text= short= json= sarif= github= junit=' -d 'Also write the findings to a file'
-complete -c orvex -n $with_files -l max-errors -x -d 'Show at most N errors of a file'
+complete -c orvex -n $with_files -l max-errors -x -d 'Show at most N errors per file'
 complete -c orvex -n $with_files -l stdin-filename -x -d 'Name of standard input'
 complete -c orvex -n $with_models -l translator -r -F -d 'The orvexpp to run'
 complete -c orvex -n $with_files -s q -l quiet -d 'No summary and no progress'

@@ -59,7 +59,7 @@ std::string help_of(Command command) {
             text += option_line(option.names, option.value, option.text);
         }
     }
-    text += option_line("-h,--help", "", "this text");
+    text += option_line("-h,--help", "", "show this help");
     text +=
         "\nexit status: 0 no errors; 1 errors found; 2 a usage error, or something that cannot be\n"
         "read, written or run\n";

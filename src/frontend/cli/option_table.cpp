@@ -24,8 +24,8 @@ constexpr std::array commands = {
     CommandRow{Command::translate, "translate", "[OPTION...] FILE...",
                "write the generator and header files of all models",
                "Translates every model of each file and writes its generator file (MODEL.GEN) and\n"
-               "header file (MODEL.HDR). A file that would not change is not touched, and a model\n"
-               "with an error leaves nothing new. \"-\" is standard input.\n"},
+               "header file (MODEL.HDR). A file that would not change is not touched, and nothing\n"
+               "is written for a model with an error. \"-\" is standard input.\n"},
     CommandRow{
         Command::check, "check", "[OPTION...] FILE|FOLDER...", "show all errors and warnings",
         "Shows all errors and warnings of each file, not only the first error, and writes no\n"
@@ -263,7 +263,7 @@ const OptionRow option_rows[] = {
          return std::string();
      }},
     {"--set", "NAME=N", bit(Command::expand),
-     "with --summary: an upper bound for N elements in this set; repeatable", take_set_size},
+     "with --summary: an upper bound if this set has N elements; repeatable", take_set_size},
     {"--check", "", bit(Command::lsp), "test the server on files, without an editor",
      [](Options& o, const std::string&) {
          o.self_check = true;
@@ -337,7 +337,7 @@ const OptionRow option_rows[] = {
          o.exit_zero = true;
          return std::string();
      }},
-    {"--max-errors", "N", with_files, "show at most N errors of a file (default: 20; 0: all)",
+    {"--max-errors", "N", with_files, "show at most N errors per file (default: 20; 0: all)",
      [](Options& o, const std::string& v) { return take_number(v, 0, most_errors, o.max_errors); }},
     {"-j,--jobs", "N", with_findings, "work on N files at once",
      [](Options& o, const std::string& v) { return take_number(v, 1, most_jobs, o.jobs); }},

@@ -180,16 +180,16 @@ bool bound_size(const GeneratedModel& generated, DataFiles& files, const SetSize
 std::string size_text(const ModelSize& size) {
     const BlockSize total = total_of(size);
     std::string text = "model " + size.model;
-    if (size.is_bound) text += ", an upper bound: all conditions and guards are taken for true";
+    if (size.is_bound) text += ", an upper bound: all conditions and guards are assumed to be true";
     std::vector<Row> rows = {{"block", "line", "blocks", "entries", "fields"}};
     for (const BlockSize& block : size.blocks) rows.push_back(row_of(block));
     rows.push_back(row_of(total));
     rows.back()[0] = "total";
     text.append("\n").append(table_of(rows));
     if (const BlockSize* const block = dominant_of(size)) {
-        text.append("  most: ").append(block->name).append(", ");
+        text.append("  largest: ").append(block->name).append(", ");
         text.append(std::to_string(percentage(lines_of(*block), lines_of(total))));
-        text.append(" % of the entries and fields\n");
+        text.append("% of the entries and fields\n");
     }
     return text;
 }

@@ -26,7 +26,7 @@ struct ModelSize {
     std::string path;
     std::string model;
     int line = 0;           // of $MODEL:
-    bool is_bound = false;  // all conditions and guards are taken for true
+    bool is_bound = false;  // all conditions and guards are assumed to be true
     std::vector<BlockSize> blocks;
 };
 

@@ -47,7 +47,7 @@ struct Summary {
 
 // What github, junit and sarif end with where there is more.
 constexpr std::string_view more_errors =
-    "there are more errors: `--max-errors` limits what is shown of a file";
+    "there are more errors: `--max-errors` limits how many are shown";
 
 // The text of each part of a report, to be written one after the other. A report without findings
 // is valid in its format. `colour` matters to text alone. Those of junit are empty

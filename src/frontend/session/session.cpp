@@ -198,7 +198,7 @@ void reserve_paths(const Options& options, Inputs& inputs) {
         if (has_file(inputs.files, path))
             throw UsageError{"`" + path + "` is an input file and would be overwritten", ""};
         if (!inputs.reserved.insert(without_detours(path)).second)
-            throw UsageError{"`" + path + "` is given for two files", ""};
+            throw UsageError{"`" + path + "` is given for two outputs", ""};
     }
 }
 
