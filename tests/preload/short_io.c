@@ -1,10 +1,5 @@
-<<<<<<< HEAD
 /* Loaded before the C library with LD_PRELOAD: read() and write() as on a slow, an interrupted or a
  * full system. The standard streams are left alone.
-=======
-/* Put before the C library with LD_PRELOAD: read() and write() as a slow, an interrupted or a
- * full system does them. The standard streams are left alone.
->>>>>>> 57b2177 (Move the reader of CSV to base, and reword comments of cases)
  *
  *   SHORT_IO_BYTES  the most that one call transfers
  *   SHORT_IO_EINTR  set: every second call is interrupted before it transfers anything
