@@ -224,10 +224,9 @@ void check_command_line(ParsedCommandLine& parsed) {
         if (!options.files.empty()) refuse(parsed, "`" + name + "` takes no arguments");
         return;
     }
-    if (options.files.empty()) {
-        refuse(parsed,
-               options.command == Command::explain ? "no code is given" : "no file is given");
-    }
+    if (options.files.empty() && options.command == Command::explain)
+        refuse(parsed, "no code is given", "`orvex codes` lists all codes");
+    if (options.files.empty()) refuse(parsed, "no file is given");
     if (std::count(options.files.begin(), options.files.end(), "-") +
             std::count(options.data.begin(), options.data.end(), "-") >
         1) {

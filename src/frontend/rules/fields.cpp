@@ -7,12 +7,14 @@
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/lookalikes.h"
 #include "frontend/syntax/reading.h"
+#include "notation/labels.h"
 #include "notation/records.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orvex::frontend {
@@ -67,6 +69,17 @@ class Labels {
     std::vector<First> first_ = std::vector<First>(notation::labels().size());
     std::unordered_map<std::string, const Field*> in_opening_;
 };
+
+// The label that a longer one stands for, such as Q for QU or QUANTITY; empty where none does.
+std::string_view meant_label(std::string_view label) {
+    constexpr std::pair<std::string_view, std::string_view> words[] = {
+        {"QUANTITY", notation::quantity_label}, {"PRICE", "P"}, {"TAX", "T"}, {"RATE", "T"}};
+    constexpr std::size_t least = 2;
+    for (const auto& [word, meant] : words) {
+        if (label.size() >= least && word.starts_with(label)) return meant;
+    }
+    return {};
+}
 
 // The field without its label, as it is read.
 std::string value_of(const Subject& subject, const Field& field) {
@@ -125,8 +138,14 @@ void check_label_unknown(const Subject& subject, Findings& findings) {
                                   has_joined_plus(subject.source, field) ||
                                   has_lookalike(subject.source, field);
         if (is_explained) return;
-        warn(subject, findings, label_place(subject, field),
-             {{"label", label_text(subject, field)}});
+        const std::string_view meant = meant_label(capitals(text_in(subject, field.label)));
+        Finding& finding =
+            warn(subject, findings, label_place(subject, field),
+                 {{"label", label_text(subject, field)}, {"meant", std::string(meant)}},
+                 meant.empty() ? "" : "long");
+        if (!meant.empty())
+            set_fix(finding, Confidence::maybe,
+                    {{field.label.begin, field.label.end, std::string(meant)}});
     });
 }
 

@@ -1,10 +1,12 @@
 #include "frontend/rules/arguments.h"
 #include "frontend/rules/checks.h"
+#include "frontend/rules/edits.h"
 #include "frontend/rules/facts.h"
 #include "frontend/rules/warn.h"
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
 #include "frontend/syntax/lookalikes.h"
+#include "notation/labels.h"
 #include "text/characters.h"
 
 #include <algorithm>
@@ -35,14 +37,30 @@ Word second_word(std::string_view name) {
     return {begin, std::min(name.find(blank_char, begin), name.size())};
 }
 
+bool is_value_label(std::string_view text) {
+    const notation::Label* const label = notation::find_label(text);
+    return label != nullptr && label->full;
+}
+
+// The field that a word after a name is meant as: "Q:5" for "Q=5" and for "5"; empty where it is
+// none.
+std::string field_meant(std::string_view word) {
+    if (word.find_first_not_of("0123456789.") == std::string_view::npos)
+        return std::string(notation::quantity_label) + ':' + std::string(word);
+    const std::size_t mark = std::min(word.find('='), word.size());
+    if (mark + 1 >= word.size() || !is_value_label(word.substr(0, mark))) return {};
+    return std::string(word.substr(0, mark)) + ':' + std::string(word.substr(mark + 1));
+}
+
 // What is wrong with the name, as the index has it. A label has a value after it.
 std::string_view variant_of(std::string_view name, Word word) {
     if (is_digit(name.front())) return "digit";
     if (name.find_first_of("[]{}") != std::string_view::npos) return "brackets";
     if (name.find(',') != std::string_view::npos) return "comma";
     if (word.begin == name.size()) return {};
-    const auto* const label = notation::find_label(name.substr(word.begin, word.end - word.begin));
-    return label != nullptr && label->full && word.end < name.size() ? "label" : "blank";
+    const std::string_view second = name.substr(word.begin, word.end - word.begin);
+    if (is_value_label(second) && word.end < name.size()) return "label";
+    return field_meant(second).empty() ? "blank" : "value";
 }
 
 // Are there nothing but names and commas?
@@ -104,13 +122,22 @@ class Checker {
         const Word word = second_word(name.text);
         const std::string second = name.text.substr(word.begin, word.end - word.begin);
         const std::string_view variant = variant_of(name.text, word);
-        Finding& finding = warn(subject_, findings_, name.place,
-                                {{"name", name.text}, {"label", second}}, variant);
+        const std::string field = field_meant(second);
+        Finding& finding =
+            warn(subject_, findings_, name.place,
+                 {{"name", name.text}, {"label", second}, {"field", field}}, variant);
         if (variant == "comma" && is_declared) finding.fix = without_commas(record);
         if (variant == "brackets") finding.fix = in_parentheses(name);
-        if (variant != "label") return;
-        const std::size_t colon = name.place.begin + word.end;
-        finding.fix = Fix{Confidence::maybe, {{colon, colon, ":"}}};
+        if (variant == "label") set_fix(finding, Confidence::maybe, {colon_after(name, word)});
+        if (variant == "value") set_fix(finding, Confidence::maybe, {edit_of(name, word, field)});
+    }
+
+    static Edit edit_of(const Name& name, Word word, const std::string& text) {
+        return {name.place.begin + word.begin, name.place.begin + word.end, text};
+    }
+
+    static Edit colon_after(const Name& name, Word word) {
+        return edit_of(name, {word.end, word.end}, ":");
     }
 
     static Fix in_parentheses(const Name& name) {
