@@ -19,18 +19,18 @@ constexpr std::size_t widest_aligned = 24;
 
 using Columns = std::vector<std::size_t>;
 
-std::span<const Cell> cells_of(const Rows& rows, const Row& row) {
+std::span<const Cell> cells_of(const CellRows& rows, const CellRow& row) {
     return std::span(rows.cells).subspan(row.first, row.count);
 }
 
 // The column, from 0, after the last cell of a row whose cells have that gap.
-std::size_t end_with_gaps(const Rows& rows, const Row& row, std::size_t gap) {
+std::size_t end_with_gaps(const CellRows& rows, const CellRow& row, std::size_t gap) {
     std::size_t end = row.is_pinned ? 0 : indentation;
     for (const Cell& cell : cells_of(rows, row)) end += cell.width + gap;
     return row.count == 0 ? end : end - gap;
 }
 
-std::size_t description_width(const Text& text, const Row& row) {
+std::size_t description_width(const Text& text, const CellRow& row) {
     return width_of(text_of(text.bytes, row.description));
 }
 
@@ -50,10 +50,10 @@ std::size_t fitting_cells(std::span<const Cell> cells, std::size_t column) {
 }
 
 // Breaks the last row before its cell `at`. Returns whether there is one.
-bool break_last(Rows& rows, std::size_t at, bool continues) {
-    Row rest = rows.rows.back();
+bool break_last(CellRows& rows, std::size_t at, bool continues) {
+    CellRow rest = rows.rows.back();
     if (at >= rest.count) return false;
-    Row& row = rows.rows.back();
+    CellRow& row = rows.rows.back();
     row.count = at;
     row.description = {};
     row.ends_line = false;
@@ -66,10 +66,10 @@ bool break_last(Rows& rows, std::size_t at, bool continues) {
     return true;
 }
 
-void break_last(Rows& rows, bool continues) {
+void break_last(CellRows& rows, bool continues) {
     std::size_t at = 0;
     do {
-        const Row& row = rows.rows.back();
+        const CellRow& row = rows.rows.back();
         at = fitting_cells(cells_of(rows, row), row.is_pinned ? 0 : indentation);
     } while (break_last(rows, at, continues));
 }
@@ -77,16 +77,16 @@ void break_last(Rows& rows, bool continues) {
 // Columns.
 
 // The cell `at` of a row is in this column of its run: what follows a "+" is never in the first.
-std::size_t column_of(const Row& row, std::size_t at) { return at + (row.continues ? 1 : 0); }
+std::size_t column_of(const CellRow& row, std::size_t at) { return at + (row.continues ? 1 : 0); }
 
-bool is_broken_or_continued(const Rows& rows, std::size_t row) {
+bool is_broken_or_continued(const CellRows& rows, std::size_t row) {
     return row + 1 < rows.rows.size() && rows.rows[row + 1].continues;
 }
 
 // Adds the cells of a row to the widths of the columns: all that another cell of their entry
 // follows, up to one that is too wide, after which the row is not in the columns any more.
-void add_widths(const Rows& rows, std::size_t index, Columns& widths) {
-    const Row& row = rows.rows[index];
+void add_widths(const CellRows& rows, std::size_t index, Columns& widths) {
+    const CellRow& row = rows.rows[index];
     const std::span<const Cell> cells = cells_of(rows, row);
     for (std::size_t at = row.is_pinned ? 1 : 0; at < cells.size(); ++at) {
         const std::size_t column = column_of(row, at);
@@ -105,7 +105,7 @@ struct EntryRows {
     bool passes = false;  // the last column, where it is lined up
 };
 
-std::vector<EntryRows> entries_of(const Rows& rows) {
+std::vector<EntryRows> entries_of(const CellRows& rows) {
     std::vector<EntryRows> entries;
     for (std::size_t row = 0; row < rows.rows.size(); ++row) {
         if (entries.empty() || !rows.rows[row].continues) entries.push_back({row, row, false});
@@ -117,7 +117,7 @@ std::vector<EntryRows> entries_of(const Rows& rows) {
 // Where each column of a run begins. An entry that is not lined up makes none wider.
 class Starts {
   public:
-    Starts(const Rows& rows, const std::vector<EntryRows>& entries) {
+    Starts(const CellRows& rows, const std::vector<EntryRows>& entries) {
         Columns widths;
         for (const EntryRows& entry : entries) {
             for (std::size_t row = entry.first; row < entry.end && !entry.passes; ++row)
@@ -147,7 +147,8 @@ void put_cell(Placement& placed, std::size_t column, const Cell& cell) {
     placed.end = column + cell.width;
 }
 
-void place_in_columns(const Rows& rows, const Row& row, const Starts& starts, Placement& placed) {
+void place_in_columns(const CellRows& rows, const CellRow& row, const Starts& starts,
+                      Placement& placed) {
     placed.begins.clear();
     for (const Cell& cell : cells_of(rows, row)) {
         const std::size_t at = placed.begins.size();
@@ -158,7 +159,7 @@ void place_in_columns(const Rows& rows, const Row& row, const Starts& starts, Pl
     }
 }
 
-void place_with_gaps(const Rows& rows, const Row& row, std::size_t gap, Placement& placed) {
+void place_with_gaps(const CellRows& rows, const CellRow& row, std::size_t gap, Placement& placed) {
     placed.begins.clear();
     placed.end = row.is_pinned ? 0 : indentation;
     for (const Cell& cell : cells_of(rows, row))
@@ -170,12 +171,12 @@ void place_with_gaps(const Rows& rows, const Row& row, std::size_t gap, Placemen
 // Gives the blanks of rows their number.
 class Writer {
   public:
-    Writer(const Text& text, const Rows& rows, std::vector<Edit>& edits)
+    Writer(const Text& text, const CellRows& rows, std::vector<Edit>& edits)
         : text_(text), rows_(rows), edits_(edits) {}
 
     // The description is in this column. A row that would pass the last column that is read gets
     // narrow gaps instead.
-    void write(const Row& row, const Placement& placed, std::size_t description) {
+    void write(const CellRow& row, const Placement& placed, std::size_t description) {
         if (fits(row, row.description.empty() ? placed.end : description))
             return put(row, placed, description);
         for (const std::size_t gap : {usual_gap, least_gap}) {
@@ -185,17 +186,17 @@ class Writer {
         }
     }
 
-    void write_apart(const Row& row) {
+    void write_apart(const CellRow& row) {
         place_with_gaps(rows_, row, usual_gap, wide_);
         write(row, wide_, wide_.end + usual_gap);
     }
 
   private:
-    bool fits(const Row& row, std::size_t end) const {
+    bool fits(const CellRow& row, std::size_t end) const {
         return end + description_width(text_, row) + row.more_bytes <= notation::record_columns;
     }
 
-    void put(const Row& row, const Placement& placed, std::size_t description) {
+    void put(const CellRow& row, const Placement& placed, std::size_t description) {
         Offset at = line_range(text_.tree, row.record).begin;
         std::size_t column = 0;
         for (std::size_t i = 0; i < row.count; ++i) {
@@ -215,7 +216,7 @@ class Writer {
         }
     }
 
-    void begin_line(const Row& row, Offset cell, std::size_t column) {
+    void begin_line(const CellRow& row, Offset cell, std::size_t column) {
         const Offset mark = row.continues ? 1 : 0;
         if (row.begins_line) {
             const Offset line = line_range(text_.tree, row.record).begin;
@@ -240,7 +241,7 @@ class Writer {
     }
 
     const Text& text_;
-    const Rows& rows_;
+    const CellRows& rows_;
     std::vector<Edit>& edits_;
     Placement wide_;
     Placement narrow_;
@@ -248,10 +249,10 @@ class Writer {
 
 }  // namespace
 
-void break_entry(Rows& rows) { break_last(rows, true); }
+void break_entry(CellRows& rows) { break_last(rows, true); }
 
-void break_names(const Text& text, Rows& rows) {
-    const Row& row = rows.rows.back();
+void break_names(const Text& text, CellRows& rows) {
+    const CellRow& row = rows.rows.back();
     const bool has_description = !row.description.empty();
     std::size_t end = end_with_gaps(rows, row, usual_gap);
     if (has_description) end += usual_gap + description_width(text, row);
@@ -261,7 +262,7 @@ void break_names(const Text& text, Rows& rows) {
     if (has_description && names > 1) break_last(rows, names - 1, false);
 }
 
-void place_entries(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
+void place_entries(const Text& text, const CellRows& rows, std::vector<Edit>& edits) {
     std::vector<EntryRows> entries = entries_of(rows);
     Placement placed;
     const Starts all(rows, entries);
@@ -285,9 +286,9 @@ void place_entries(const Text& text, const Rows& rows, std::vector<Edit>& edits)
     }
 }
 
-void place_names(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
+void place_names(const Text& text, const CellRows& rows, std::vector<Edit>& edits) {
     std::size_t column = indentation;
-    for (const Row& row : rows.rows) {
+    for (const CellRow& row : rows.rows) {
         const std::size_t end = end_with_gaps(rows, row, usual_gap);
         const bool counts = row.count > 0 && !row.description.empty();
         if (counts && end <= indentation + widest_aligned)
@@ -295,7 +296,7 @@ void place_names(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
     }
     Writer writer(text, rows, edits);
     Placement placed;
-    for (const Row& row : rows.rows) {
+    for (const CellRow& row : rows.rows) {
         place_with_gaps(rows, row, usual_gap, placed);
         const bool is_alone = row.count == 0;
         const std::size_t least = is_alone ? indentation : placed.end + usual_gap;
@@ -303,9 +304,9 @@ void place_names(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
     }
 }
 
-void place_apart(const Text& text, const Rows& rows, std::vector<Edit>& edits) {
+void place_apart(const Text& text, const CellRows& rows, std::vector<Edit>& edits) {
     Writer writer(text, rows, edits);
-    for (const Row& row : rows.rows) writer.write_apart(row);
+    for (const CellRow& row : rows.rows) writer.write_apart(row);
 }
 
 }  // namespace orvex::frontend

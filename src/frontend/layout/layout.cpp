@@ -27,7 +27,7 @@ bool is_allowed(const Text& text, Index record) {
 }
 
 // Adds the rows of a run, broken where they have to be.
-void read_rows(const Text& text, const Run& run, Rows& rows) {
+void read_rows(const Text& text, const Run& run, CellRows& rows) {
     for (Index record = run.first; record < run.end; ++record) {
         const RecordKind kind = text.tree.records[record].kind;
         if (kind == RecordKind::blank || kind == RecordKind::comment) continue;
@@ -37,7 +37,7 @@ void read_rows(const Text& text, const Run& run, Rows& rows) {
     }
 }
 
-void place_rows(const Text& text, const Run& run, const Rows& rows, std::vector<Edit>& edits) {
+void place_rows(const Text& text, const Run& run, const CellRows& rows, std::vector<Edit>& edits) {
     switch (run.kind) {
     case RunKind::opening: return place_apart(text, rows, edits);
     case RunKind::entries: return place_entries(text, rows, edits);
@@ -46,7 +46,7 @@ void place_rows(const Text& text, const Run& run, const Rows& rows, std::vector<
 }
 
 void lay_out_runs(const Text& text, const std::vector<Run>& runs, std::vector<Edit>& edits) {
-    Rows rows;
+    CellRows rows;
     for (const Run& run : runs) {
         rows.rows.clear();
         rows.cells.clear();

@@ -23,7 +23,7 @@ Index first_token(const Tree& tree, Index field) {
 // Lays out the blanks inside of fields, and puts the fields into cells.
 class RowReader {
   public:
-    RowReader(const Text& text, Index record, Rows& rows)
+    RowReader(const Text& text, Index record, CellRows& rows)
         : text_(text), tree_(text.tree), record_(record), rows_(rows) {
         row_.record = record;
         row_.first = rows.cells.size();
@@ -127,8 +127,8 @@ class RowReader {
     const Text& text_;
     const Tree& tree_;
     Index record_;
-    Rows& rows_;
-    Row row_;
+    CellRows& rows_;
+    CellRow row_;
 };
 
 }  // namespace
@@ -138,7 +138,7 @@ bool is_too_long(const Text& text, Index record) {
     return line.end - line.begin > notation::record_columns;
 }
 
-bool add_row(const Text& text, Index record, Rows& rows) {
+bool add_row(const Text& text, Index record, CellRows& rows) {
     return !is_too_long(text, record) && RowReader(text, record, rows).read();
 }
 

@@ -22,7 +22,7 @@ struct Cell {
     bool may_begin_line = false;  // can follow a "+"
 };
 
-struct Row {
+struct CellRow {
     Index record = 0;
     std::size_t first = 0;  // of its cells
     std::size_t count = 0;
@@ -35,8 +35,8 @@ struct Row {
 };
 
 // Rows that are laid out together, in the order of the file.
-struct Rows {
-    std::vector<Row> rows;
+struct CellRows {
+    std::vector<CellRow> rows;
     std::vector<Cell> cells;
     std::vector<Edit> edits;  // of the blanks inside of cells
 };
@@ -52,7 +52,7 @@ bool is_too_long(const Text& text, Index record);
 
 // Adds the row of a record with fields or names. False where it stays as it is: it has more
 // columns than the translator reads, or would have. Precondition: a record without a fault.
-bool add_row(const Text& text, Index record, Rows& rows);
+bool add_row(const Text& text, Index record, CellRows& rows);
 
 // Puts `count` blanks in the place of what is between two cells, unless they are there.
 void set_blanks(const Text& text, Range gap, std::size_t count, std::vector<Edit>& edits);

@@ -19,7 +19,7 @@ std::string balance_head(const Options& options) {
 
 std::string shown_accounts(const Options& options, std::string_view path, std::size_t number,
                            const ModelAccounts& model) {
-    const Statement statement{model.name, path, model.line, model.books, model.gaps};
+    const AccountStatement statement{model.name, path, model.line, model.books, model.gaps};
     if (options.table == "json") return statement_json(statement);
     if (options.table == "csv") return statement_csv(statement);
     const std::string between = number == 0 ? "" : "\n";

@@ -95,13 +95,13 @@ Line head_of(AccountKind kind) {
     return head;
 }
 
-std::string gap_text(const Statement& statement, AccountIndex index) {
+std::string gap_text(const AccountStatement& statement, AccountIndex index) {
     if (is_unknown(statement.books.accounts[index], statement.gaps)) return "?";
     if (!holds(statement.gaps.accounts, index)) return "";
     return rounded_decimal(gap_of(statement.books.accounts[index]), shown_digits);
 }
 
-Line line_of(const Statement& statement, AccountIndex index) {
+Line line_of(const AccountStatement& statement, AccountIndex index) {
     const Account& account = statement.books.accounts[index];
     Line line{"  " + printable(account.name), {}};
     for (const Amount& amount : amounts_of(account))
@@ -111,7 +111,7 @@ Line line_of(const Statement& statement, AccountIndex index) {
     return line;
 }
 
-std::vector<Section> sections_of(const Statement& statement) {
+std::vector<Section> sections_of(const AccountStatement& statement) {
     std::vector<Section> sections;
     for (const AccountIndex index : by_kind(statement.books)) {
         const AccountKind kind = statement.books.accounts[index].kind;
@@ -142,7 +142,7 @@ void put_line(const Line& line, std::size_t name_width, std::size_t cell_width, 
     out.append(without_trailing_blanks(text)) += '\n';
 }
 
-ordered_json account_json(const Statement& statement, AccountIndex index) {
+ordered_json account_json(const AccountStatement& statement, AccountIndex index) {
     const Account& account = statement.books.accounts[index];
     ordered_json object = {{"kind", text_of(account.kind).name}, {"name", as_utf8(account.name)}};
     if (account.kind != AccountKind::consumer) object["level"] = account.level;
@@ -157,7 +157,7 @@ ordered_json account_json(const Statement& statement, AccountIndex index) {
 
 }  // namespace
 
-std::string statement_text(const Statement& statement, bool colour) {
+std::string statement_text(const AccountStatement& statement, bool colour) {
     const std::vector<Section> sections = sections_of(statement);
     const std::size_t name_width =
         widest(sections, [](const Line& line) { return width_of(line.name); });
@@ -182,7 +182,7 @@ std::string statement_csv_head() {
     return text + ",gap\n";
 }
 
-std::string statement_csv(const Statement& statement) {
+std::string statement_csv(const AccountStatement& statement) {
     const std::vector<std::string_view> columns = all_amounts();
     std::string text;
     for (const AccountIndex index : by_kind(statement.books)) {
@@ -205,7 +205,7 @@ std::string statement_csv(const Statement& statement) {
     return text;
 }
 
-std::string statement_json(const Statement& statement) {
+std::string statement_json(const AccountStatement& statement) {
     ordered_json accounts = ordered_json::array();
     for (const AccountIndex index : by_kind(statement.books))
         accounts.push_back(account_json(statement, index));

@@ -9,7 +9,7 @@
 
 namespace orvex::frontend {
 
-struct Statement {
+struct AccountStatement {
     std::string_view model;
     std::string_view path;
     std::size_t line;  // of $MODEL:
@@ -19,13 +19,13 @@ struct Statement {
 
 // The table: sectors, commodities and consumers with their two sides, and the gap where there is
 // one; "?" where it is not known.
-std::string statement_text(const Statement& statement, bool colour);
+std::string statement_text(const AccountStatement& statement, bool colour);
 
 // A row for each account, with the columns of statement_csv_head.
 std::string statement_csv_head();
-std::string statement_csv(const Statement& statement);
+std::string statement_csv(const AccountStatement& statement);
 
 // One line with an object.
-std::string statement_json(const Statement& statement);
+std::string statement_json(const AccountStatement& statement);
 
 }  // namespace orvex::frontend
