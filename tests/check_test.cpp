@@ -222,6 +222,8 @@ TEST(Check, HelpsWithTheCauseThatTheLineShows) {
         {"$PROD:Y(R)\n  O:P  Q:A(R,)\n", "name the set, or remove the comma"},
         {"$PROD:Y\n+ O:P\n", "begin a new line with `O:`: here it takes a value"},
         {"$PROD:Y  N:T\n", "move `N:` to an entry: here it takes a value"},
+        {"$SECTORS:\n  Y  Part of A\n$CONSUMERS:\n  H  Owner of B\n",
+         "put `!` before the description"},
     };
     for (const auto& [rest, help] : rows) {
         const Folder folder;

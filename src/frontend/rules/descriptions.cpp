@@ -112,10 +112,8 @@ class Reader {
     }
 
     static bool has_little_word(std::span<const Word> words) {
-        return std::any_of(words.begin(), words.end(), [](const Word& word) {
-            return std::find(std::begin(little_words), std::end(little_words),
-                             capitals(word.text)) != std::end(little_words);
-        });
+        return std::any_of(words.begin(), words.end(),
+                           [](const Word& word) { return is_little_word(word.text); });
     }
 
     // Are the words at the end of the line a text, and not names that nothing uses?
@@ -158,6 +156,11 @@ class Reader {
 };
 
 }  // namespace
+
+bool is_little_word(std::string_view word) {
+    return std::find(std::begin(little_words), std::end(little_words), capitals(word)) !=
+           std::end(little_words);
+}
 
 std::vector<Description> read_descriptions(const Source& source, const Model& model) {
     return Reader(source, model).read();

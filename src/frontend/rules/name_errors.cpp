@@ -1,6 +1,7 @@
 // What is wrong with a name: what it is, how many sets it has, whether it is declared.
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"
+#include "frontend/rules/descriptions.h"
 #include "frontend/rules/edits.h"
 #include "frontend/rules/error_place.h"
 #include "frontend/rules/error_texts.h"
@@ -285,6 +286,7 @@ void say_kind(const ErrorCase& at, Said& said) {
     if (is_declaration(at) && at.error.expected != Kind::set) {
         const Block* const block = block_of(at);
         said.variant = "declared";
+        if (is_little_word(at.error.text)) said.help = "description";
         if (block != nullptr) said.values["label"] = keyword_of_record(at, block->record) + ":";
     } else if (at.error.expected == Kind::set) {
         said.variant = "set";
