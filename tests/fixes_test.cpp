@@ -250,6 +250,10 @@ TEST(Fixes, MakeTheTextThatWasMeant) {
         {"  O:PY  " + long_value + "  P:1.25\n  I:PL\n",
          "  O:PY  " + long_value + "\n+ P:1.25\n  I:PL\n", true},
         {"  O:PY\n  I:PL\n $PROD:Z\n  O:PY\n  I:PL\n", "  O:PY\n  I:PL\n$PROD:Z\n  O:PY\n  I:PL\n"},
+        // Values without their labels, and with others.
+        {"  O:PY  TAX:0.1  A:RA\n  I:PL 5\n", "  O:PY  T:0.1  A:RA\n  I:PL Q:5\n", true},
+        {"  O:PY\n  I:PL p=1.5  Q:2\n$PROD:Z  0.5\n  O:PY\n",
+         "  O:PY\n  I:PL P:1.5  Q:2\n$PROD:Z  S:0.5\n  O:PY\n", true},
     };
     for (const FixRow& row : rows) {
         const string options = row.is_unsafe ? "--fix --unsafe-fixes" : "--fix";
@@ -276,6 +280,7 @@ TEST(Fixes, MoveAndRemoveNames) {
         {"  PY  PL\n  PY\n", "  PY  PL\n"},
         {"  PY  PL\n  PY ! again\n", "  PY  PL\n  PY ! again\n"},
         {"  PY\n  PY  PL ! both\n", "  PY\n  PL ! both\n"},
+        {"  PY\n  PL  Wage\n", "  PY\n  PL  ! Wage\n"},
     };
     for (const auto& [names, fixed] : rows) {
         const string rest = "  O:PY\n  I:PL\n";

@@ -42,25 +42,28 @@ bool is_value_label(std::string_view text) {
     return label != nullptr && label->full;
 }
 
-// The field that a word after a name is meant as: "Q:5" for "Q=5" and for "5"; empty where it is
-// none.
-std::string field_meant(std::string_view word) {
-    if (word.find_first_not_of("0123456789.") == std::string_view::npos)
-        return std::string(notation::quantity_label) + ':' + std::string(word);
+// The field that a word after a name is meant as: "Q:5" for "Q=5" and for "5", which after the
+// name of a block is the elasticity; empty where it is none.
+std::string field_meant(std::string_view word, bool is_opening) {
+    if (word.find_first_not_of("0123456789.") == std::string_view::npos) {
+        const std::string_view label = is_opening ? "S" : notation::quantity_label;
+        return std::string(label) + ':' + std::string(word);
+    }
     const std::size_t mark = std::min(word.find('='), word.size());
     if (mark + 1 >= word.size() || !is_value_label(word.substr(0, mark))) return {};
     return std::string(word.substr(0, mark)) + ':' + std::string(word.substr(mark + 1));
 }
 
-// What is wrong with the name, as the index has it. A label has a value after it.
-std::string_view variant_of(std::string_view name, Word word) {
+// What is wrong with the name, as the index has it. A label has a value after it; `field` is what
+// the word is meant as.
+std::string_view variant_of(std::string_view name, Word word, std::string_view field) {
     if (is_digit(name.front())) return "digit";
     if (name.find_first_of("[]{}") != std::string_view::npos) return "brackets";
     if (name.find(',') != std::string_view::npos) return "comma";
     if (word.begin == name.size()) return {};
     const std::string_view second = name.substr(word.begin, word.end - word.begin);
     if (is_value_label(second) && word.end < name.size()) return "label";
-    return field_meant(second).empty() ? "blank" : "value";
+    return field.empty() ? "blank" : "value";
 }
 
 // Are there nothing but names and commas?
@@ -121,8 +124,9 @@ class Checker {
         if (!lookalikes(name.text).empty()) return;
         const Word word = second_word(name.text);
         const std::string second = name.text.substr(word.begin, word.end - word.begin);
-        const std::string_view variant = variant_of(name.text, word);
-        const std::string field = field_meant(second);
+        const bool is_opening = tree_.records[record].kind == RecordKind::opening;
+        const std::string field = second.empty() ? "" : field_meant(second, is_opening);
+        const std::string_view variant = variant_of(name.text, word, field);
         Finding& finding =
             warn(subject_, findings_, name.place,
                  {{"name", name.text}, {"label", second}, {"field", field}}, variant);

@@ -102,6 +102,20 @@ void warn_of(const Subject& subject, const Group& group, Findings& findings) {
     }
 }
 
+// Is the declaration the last name of its line, after others? It may be the only word of a
+// description then.
+bool is_last_of_several(const Tree& tree, const Symbol& symbol) {
+    const Index record = symbol.declared_record;
+    const Index field = field_at(tree, symbol.declaration.begin);
+    return field != tree.records[record].field && field + 1 == tree.records[record + 1].field;
+}
+
+// The variant of the message for a kind that has blocks of its own.
+std::string_view block_of_kind(Kind kind) {
+    if (kind == Kind::sector) return "sector";
+    return kind == Kind::consumer ? "consumer" : "";
+}
+
 }  // namespace
 
 // Where the model declares no name of the kind, all of them have one cause. What is not a valid
@@ -162,9 +176,13 @@ void check_name_unused(const Subject& subject, Findings& findings) {
     for (const Index index : subject.facts->judged) {
         const Symbol& symbol = subject.model->symbols[index];
         if (is_used(*subject.model, symbol) || is_doubtful(*subject.facts, symbol.kind)) continue;
-        warn(subject, findings, symbol.declaration,
-             {{"kind", std::string(kind_name(symbol.kind))},
-              {"name", name_of(*subject.model, index)}});
+        const bool may_be_text = is_last_of_several(subject.source.tree, symbol);
+        Finding& finding = warn(subject, findings, symbol.declaration,
+                                {{"kind", std::string(kind_name(symbol.kind))},
+                                 {"name", name_of(*subject.model, index)}},
+                                may_be_text ? "text" : block_of_kind(symbol.kind));
+        if (may_be_text)
+            set_fix(finding, Confidence::maybe, {inserting(symbol.declaration.begin, "! ")});
     }
 }
 

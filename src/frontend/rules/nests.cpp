@@ -213,10 +213,20 @@ void warn_of_parent(const Subject& subject, const Nests& nests, const Opened& ne
     suggest(subject, finding, nests.meant(nest.parent), {nest.parent_place}, 0);
 }
 
-// The elasticity of the block, with a wrong letter?
+// A single letter, or a word for the elasticity of a block, such as ELAS?
+bool may_mean_elasticity(std::string_view label) {
+    constexpr std::string_view words[] = {"ELASTICITY", "ESUB", "SIGMA", "SUBSTITUTION"};
+    constexpr std::size_t least = 3;
+    return label.size() == 1 ||
+           (label.size() >= least &&
+            std::any_of(std::begin(words), std::end(words),
+                        [label](std::string_view word) { return word.starts_with(label); }));
+}
+
+// The elasticity of the block, with another label than `S:`?
 bool is_misspelt_root(const Nests& nests) {
     const auto unused = nests.unused();
-    return unused.size() == 1 && unused.front()->name.size() == 1 && !nests.opens("S");
+    return unused.size() == 1 && may_mean_elasticity(unused.front()->name) && !nests.opens("S");
 }
 
 void warn_of_unused(const Subject& subject, const Nests& nests, Findings& findings) {
