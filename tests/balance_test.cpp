@@ -11,9 +11,11 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <optional>
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using harness::Folder;
@@ -22,6 +24,7 @@ using harness::read_file;
 using harness::Result;
 using orvex::frontend::Account;
 using orvex::frontend::AccountKind;
+using orvex::frontend::decimal_in;
 using orvex::frontend::LineSink;
 using orvex::frontend::ModelAccounts;
 using orvex::frontend::shortest_decimal;
@@ -82,6 +85,17 @@ struct Row {
     string accounts;
     LevelTable levels = {};
 };
+
+TEST(Decimals, AreWholeTexts) {
+    const std::pair<string, double> numbers[] = {
+        {"1.5", 1.5},   {"-.5", -0.5},  {"5.", 5},     {"007", 7}, {"1e3", 1000},
+        {"1E+3", 1000}, {"25e-1", 2.5}, {"1e-400", 0}, {"-0", 0},
+    };
+    for (const auto& [text, number] : numbers) EXPECT_EQ(decimal_in(text), number) << text;
+    for (const char* const text : {"", "-", ".", "-.", "e3", "1e", "1e+", "+1", "--1", " 1", "1 ",
+                                   "1,5", "1.2.3", "0x10", "inf", "nan", "1e400"})
+        EXPECT_EQ(decimal_in(text), std::nullopt) << text;
+}
 
 TEST(Accounts, FollowTheConventions) {
     const Row rows[] = {

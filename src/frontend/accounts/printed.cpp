@@ -1,13 +1,10 @@
 #include "frontend/accounts/printed.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/decimals.h"
 #include "frontend/base/line_stream.h"
 #include "notation/labels.h"
 #include "notation/records.h"
-
-#include <charconv>
-#include <cmath>
-#include <system_error>
 
 namespace orvex::frontend {
 
@@ -229,11 +226,7 @@ std::optional<double> printed_number(std::string_view text) {
     text = trimmed(text);
     if (in_capitals(text) == "EPS") return 0;
     if (text.starts_with('+')) text.remove_prefix(1);
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (stop != end || error != std::errc() || !std::isfinite(number)) return std::nullopt;
-    return number;
+    return decimal_in(text);
 }
 
 }  // namespace orvex::frontend

@@ -1,7 +1,9 @@
 // Numbers as texts.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace orvex::frontend {
 
@@ -10,5 +12,9 @@ std::string shortest_decimal(double number);
 
 // At most `digits` significant digits, for people: "0.333333".
 std::string rounded_decimal(double number, int digits);
+
+// The number that the whole text is: "-1.5", ".5", "1e-3"; too small a number is 0. None for
+// anything else, and for a number that is too large.
+std::optional<double> decimal_in(std::string_view text);
 
 }  // namespace orvex::frontend

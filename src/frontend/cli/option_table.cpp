@@ -1,6 +1,7 @@
 #include "frontend/cli/option_table.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/decimals.h"
 #include "frontend/base/spelling.h"
 #include "frontend/findings/messages.h"
 #include "frontend/rules/rule.h"
@@ -12,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -168,12 +170,10 @@ std::string take_table(Options& options, const std::string& value) {
 }
 
 std::string take_tolerance(Options& options, const std::string& value) {
-    const char* const end = value.data() + value.size();
-    double read = 0;
-    const auto [stop, error] = std::from_chars(value.data(), end, read);
-    const bool is_share = error == std::errc() && stop == end && read >= 0 && read < 1;
+    const std::optional<double> read = decimal_in(value);
+    const bool is_share = read && *read >= 0 && *read < 1;
     if (!is_share) return "must be a number from 0 to less than 1, not `" + value + "`";
-    options.tolerance = read;
+    options.tolerance = *read;
     return "";
 }
 

@@ -1,11 +1,10 @@
 #include "frontend/expansion/expression_reader.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/decimals.h"
 #include "frontend/syntax/expressions.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -98,17 +97,7 @@ std::optional<double> number_of(string_view text) {
     std::string digits(text);
     std::replace_if(
         digits.begin(), digits.end(), [](char c) { return c == 'D' || c == 'd'; }, 'E');
-    double value = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, value);
-    if (stop != end || error == std::errc::invalid_argument) return {};
-    if (error == std::errc::result_out_of_range) {
-        // What is too small for a number is 0.
-        const bool is_small = digits.find("E-") != std::string::npos;
-        if (!is_small) return {};
-        return 0.0;
-    }
-    return value;
+    return decimal_in(digits);
 }
 
 }  // namespace

@@ -1,19 +1,17 @@
 #include "frontend/expansion/model_data.h"
 
 #include "frontend/base/bytes.h"
+#include "frontend/base/decimals.h"
 #include "frontend/base/spelling.h"
 #include "frontend/expansion/data_files.h"
 #include "frontend/findings/failure.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace orvex::frontend {
@@ -32,11 +30,7 @@ constexpr std::size_t most_findings = 20;
 
 std::optional<double> number_of(string_view text) {
     if (text.starts_with('+')) text.remove_prefix(1);
-    double value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value)) return {};
-    return value;
+    return decimal_in(text);
 }
 
 std::span<const Index> cells_of(const DataFiles& files, const DataRow& row) {
