@@ -26,7 +26,7 @@ void write_equation_head(View number, const Line& variable, View arguments, View
     write_line(kcon, {definition, ".."});
 }
 
-// Without a ";" of its own the equation is closed where the block ends.
+// Copies the body. An equation that has no ";" is closed at the end of the block.
 int copy_body() {
     for (;;) {
         if (getrec() != 0) {

@@ -28,8 +28,8 @@ const notation::Keyword* find_declaration(View keyword) {
     return row != nullptr && notation::gives_type(*row, keyword) ? row : nullptr;
 }
 
-// The field in the header file's variable list. The description belongs to the record's last name,
-// and ends before its first ";", which would end the list.
+// The field's entry in the header file's variable list. The description belongs to the record's
+// last name and ends before its first ";", which would end the list.
 void write_name() {
     if (descrp.is_blank() || !record.is_blank()) {
         write_line(khdr, {field});
@@ -39,7 +39,7 @@ void write_name() {
     write_line(khdr, {field, "    ", descrp});
 }
 
-// The header line of the field, and its default level, if the keyword gives one.
+// The field's line in the header, and its default level if the keyword gives one.
 void wrtlvl(const notation::Keyword* row) {
     write_name();
     if (row == nullptr || row->level.empty()) return;

@@ -15,7 +15,7 @@ namespace {
 
 Argument& argument(int number) { return arg[static_cast<std::size_t>(number)]; }
 
-// The active set of that name, which has no trailing blanks, or null.
+// The active set with that name (no trailing blanks), or null.
 const Name* find_active(View name) {
     const auto used = set.begin() + 1 + nset;
     const auto found = std::find_if(set.begin() + 1, used,
@@ -23,7 +23,8 @@ const Name* find_active(View name) {
     return found == used ? nullptr : &*found;
 }
 
-// Brings the extra indices directly after the own arguments; with seven of those they are there.
+// Moves the extra indices directly after the own arguments. If there are seven of those, nothing
+// moves.
 void move_extra_indices() {
     for (int i = 1; i <= nxarg; ++i) argument(narg + i) = argument(maxarg + i);
 }
@@ -33,7 +34,7 @@ void activate(const Argument& name) {
     set[static_cast<std::size_t>(++nset)] = name.view();
 }
 
-// Makes the sets that are not active yet active, and returns them as "(S,T,".
+// Activates the sets that are not active yet and returns them as "(S,T,".
 Line new_set_list() {
     Line list = "(";
     for (int i = 1; i <= narg + nxarg; ++i) {

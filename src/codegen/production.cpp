@@ -15,7 +15,7 @@ namespace orvex {
 
 namespace {
 
-// Closes what the entry before has opened, down to the block's own levels.
+// Closes the levels that the previous entry opened, down to the block's own levels.
 void return_to_block_level() {
     for (;;) {
         while (nif > 0) closel(Level::condition);
@@ -27,13 +27,13 @@ void return_to_block_level() {
     }
 }
 
-// Opens the guard of an entry whose second field is a quantity: the next one in `record`.
+// Opens the guard of an entry whose second field, the next one in `record`, is a quantity.
 void guard_by_quantity() {
     const LabelledField next = leftmost_field(record);
     if (next.label == notation::quantity_label) ifblck(next.value);
 }
 
-// Opens the entry's guard, if it has one. An entry of one field looks for its quantity in a
+// Opens the entry's guard, if it has one. For an entry with one field the quantity may be in a
 // continuation record, so the next record may be read.
 EntryEnd guard_entry() {
     if (label == notation::guard_label) {
@@ -50,9 +50,8 @@ EntryEnd guard_entry() {
     return EntryEnd::done;
 }
 
-// A label such as R.TL ranges over a set: with arguments the value opens its own loop, which stays
-// open; without, the one field is looped. Returns whether that loop is to be closed after the
-// field.
+// A label such as R.TL ranges over a set. With arguments, the value opens its own loop, which stays
+// open; without, only this field is looped. Returns whether to close that loop after the field.
 bool open_label_loop() {
     const int mark = label.find(notation::element_label);
     if (mark == 0) return false;

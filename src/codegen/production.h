@@ -5,9 +5,9 @@
 //     I:PL         Q:L0(S)    P:1
 //     +            A:RA       T:TX(S)
 //
-// The opening record names the sector or consumer and holds fields of its own. Every record after
-// it is an entry, whose first field names an item; a record that begins with "+" continues the one
-// before. The generator file gets
+// The opening record names the sector or consumer and has fields of its own. Every later record is
+// an entry whose first field names an item; a record that begins with "+" continues the previous
+// one. The generator file gets
 //
 //     LOOP((S),
 //       PUT /;
@@ -26,7 +26,8 @@
 //       );
 //     );
 //
-// An entry's levels are closed when the next entry begins, the block's when the next block does.
+// An entry's levels are closed when the next entry begins, the block's levels when the next block
+// begins.
 #pragma once
 
 namespace orvex {
@@ -37,11 +38,11 @@ void newblk();
 
 enum class EntryEnd {
     done,        // the record is used up
-    read_ahead,  // the entry had one field, and `record` holds the next record, not yet treated
+    read_ahead,  // the entry had one field, and the unprocessed next record is in `record`
     input_end,   // the entry had one field, and the input ended after it
 };
 
-// Translates an entry record, after closing what the entry before it opened.
+// Translates an entry record, after closing what the previous entry opened.
 // Stops: internal-levels, and those of parse, leadlg, sloop, getfld, chrfld, numfld and oldrec.
 EntryEnd newrec();
 

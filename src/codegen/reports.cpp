@@ -22,8 +22,8 @@ void write_statement(View text) {
     wrtzlm();
 }
 
-// The report variable: declared in the header file, and a term of the artificial equation as long
-// as reports are written. No set is active before it, since every record is a block of its own.
+// The report variable: declared in the header file, and added to the artificial equation as a term
+// that counts while reports are written. No set is active yet, since every record is its own block.
 void report_variable() {
     parse();
     if (label != notation::report_label) pperror(" *** REPBLK: first report field must be V");
@@ -55,7 +55,7 @@ void check_third_label() {
         {" *** REPBLK: 3rd report field ", whole(padded), " is not PROD or DEMAND."}));
 }
 
-// A field after the first, on the same line of the report.
+// Any later field, on the same line of the report.
 void report_field(void (*check_label)()) {
     if (record.is_blank()) return;
     parse();

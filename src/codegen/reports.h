@@ -1,10 +1,10 @@
-// Report blocks: extra result values, one report variable a record.
+// Report blocks: extra result values, one report variable per record.
 //
 //     $REPORT:
 //     V:RY(S)   O:PY(S)   PROD:Y(S)
 //
-// The first field names the variable, the second what is reported (a commodity or a consumer), the
-// third, which may be missing, the sector or consumer concerned. The generator file gets
+// The first field names the variable, the second what is reported (a commodity or a consumer), and
+// the third, which is optional, the sector or consumer concerned. The generator file gets
 //
 //     IF (ORVREPORT,
 //     PUT / '$REPORT:'/;
@@ -18,7 +18,7 @@
 //
 //     );
 //
-// the header file's variable list the line "RY(S)", and the artificial equation
+// The header file's variable list gets the line "RY(S)", and the artificial equation
 //
 //     +SUM((S)$(ORVREPORT),RY(S))
 #pragma once

@@ -15,8 +15,8 @@ namespace {
 // Columns before the text of the current line, at most all of them.
 int indentation() { return notation::indent_of(nif + nloop + nblkif); }
 
-// "{   12}  " and the indentation, made once for all the statements of an input line. Both statics
-// outlive a reset: `start` shows `number` at any time, and is written again for another number.
+// "{   12}  " and the indentation, made once for all statements of an input line. Both statics
+// survive a reset: `start` always shows `number`, and is rewritten when the number changes.
 View line_start(int indent) {
     constexpr int mark_length = 9;
     static int number = 0;

@@ -1,24 +1,24 @@
 // The generator-file writer: every line of the file's body carries the input line's number in a
-// comment and is indented by two blanks for every open level. Three kinds of levels are counted:
+// comment and is indented by two blanks for each open level. Three kinds of levels are counted:
 // condition levels (nif), LOOPs (nloop) and block IFs (nblkif).
 //
-// The headers of the block writers show the lines that their blocks make, without that comment.
+// The headers of the block writers show the generated lines without that comment.
 #pragma once
 
 #include "text/text.h"
 
 namespace orvex {
 
-// Writes `output` as one numbered and indented line (nothing when it is blank), then blanks it.
-// What passes column 255 is cut.
+// Writes `output` as one numbered and indented line (nothing if it is blank), then clears it. Text
+// past column 255 is cut.
 void wrtzlm();
 
 enum class Level { condition, loop, block_if };
 
-// Closes one level of that kind with a line ");". Without an open one, does nothing.
+// Closes one level of that kind with a line ");". Does nothing if none is open.
 void closel(Level kind);
 
-// Opens a condition level that holds where `cond` is not zero. A blank `cond` opens none.
+// Opens a condition level that holds when `cond` is not zero. A blank `cond` opens none.
 void ifblck(View cond);
 
 // Closes all levels, conditions before loops before block IFs, resets the active sets and the block
