@@ -1,6 +1,6 @@
-// Converts texts between the translator's form and the library's, and keeps count of the objects.
+// Converts texts between the translator's form and the library's, and counts the objects.
 //
-// Invariant: the library is open as long as an object lives, and is closed with the last one.
+// Invariant: the library is open while an object exists, and is closed with the last one.
 #include "companion/glue.h"
 
 #include "text/text.h"
@@ -28,7 +28,7 @@ void count_object() {
     unlock(objMutex);
 }
 
-// Second half of every creation; the first one loaded the library, or failed to.
+// Second half of every creation; the first half loaded the library, or failed to.
 int create_object(int loaded, Handle* handle, char* message, int length) {
     pad_message(message, length);
     if (loaded == 0) return 0;

@@ -1,7 +1,7 @@
 // Entry points on one companion library object, with raw buffers on the translator's side.
 //
-// A text of the translator is a buffer of a given length, padded with blanks and not terminated. No
-// length may be negative.
+// A translator text is a buffer of a given length, padded with blanks and not terminated. No length
+// may be negative.
 #pragma once
 
 #include "companion/loader.h"
@@ -23,13 +23,13 @@ void convertF2C(const char* text, char* out, int length, int max);
 void blankPad(char* text, int used, int total);
 
 // Load the library and create an object; the last two take the directory or the full path of the
-// library. They return 1, with `message` blank; or 0, with the loader's message or that of
-// library-refused in it.
+// library. They return 1 and leave `message` blank; or return 0, with the loader's message or that
+// of library-refused in it.
 int c_palcreate_(Handle* handle, char* message, int length);
 int c_palcreated_(Handle* handle, const char* dir, int dirLength, char* message, int length);
 int c_palcreatel_(Handle* handle, const char* path, int pathLength, char* message, int length);
 
-// These need an object, and thus a loaded library. `line` has room for 255 characters.
+// These need an object, and therefore a loaded library. `line` has room for 255 characters.
 void c_palsetsystemname_(Handle handle, const char* name, int length);
 void c_palgetauditline_(char* line, Handle handle);
 

@@ -1,7 +1,8 @@
-// Opens the companion library, checks that it speaks our interface, and binds what we call of it.
+// Opens the companion library, checks that it implements our interface, and binds the functions we
+// call.
 //
-// Invariant: isLoaded becomes 1 only after every function is bound, and whatever the library or the
-// system says reaches the caller's buffer through compose(), which cuts and terminates.
+// Invariant: isLoaded becomes 1 only after every function is bound. Whatever the library or the
+// system reports reaches the caller's buffer through compose(), which cuts and terminates.
 #include "companion/loader.h"
 
 #include "text/text.h"
@@ -17,7 +18,7 @@
 namespace orvex::companion {
 
 // All state of this file belongs to the process and outlives a run. The library is closed with its
-// last object; the count of errors, the indicators and the callback stay.
+// last object; the error count, the indicators and the callback stay.
 void* hLibGlobal = nullptr;
 std::int32_t isLoaded = 0;
 std::int32_t objectCount = 0;
@@ -42,10 +43,11 @@ constexpr std::size_t longest_symbol = 255;
 constexpr std::int32_t interface_version = 8;
 constexpr int broken_call_status = 123;
 
-// The library is not told how long a message may be: it gets more room than any caller has.
+// The library is not told how much room there is for a message, so it gets more than any caller
+// has.
 constexpr std::size_t remark_size = 1024;
 
-// A signature names its result first, then its arguments without the object handle.
+// A signature lists its result first, then its arguments without the object handle.
 constexpr std::int32_t no_result = 0;
 constexpr std::int32_t text_argument = 11;
 constexpr std::int32_t text_result = 12;
@@ -58,7 +60,7 @@ CheckFunction palXCheck = nullptr;
 // Guards the loading.
 pthread_mutex_t libMutex;
 
-// Guards the callback, also while it runs.
+// Guards the callback, even while it runs.
 pthread_mutex_t exceptMutex;
 
 std::int32_t MutexIsInitialized = 0;
@@ -70,7 +72,7 @@ std::int32_t screenIndicator = 1;
 
 View view_of(const char* text) { return text == nullptr ? View() : View(text); }
 
-// The pieces one after the other, cut to what the buffer holds and terminated.
+// Concatenates the pieces, cut to the size of the buffer and terminated.
 void compose(std::span<char> buffer, std::initializer_list<View> pieces) {
     if (buffer.empty()) return;
     std::size_t used = 0;
@@ -135,7 +137,8 @@ bool accepts_version(VersionFunction version_check, std::span<char> message) {
     return false;
 }
 
-// A function of another signature is no reason to refuse the library: only a call of it is a fault.
+// A function with another signature is no reason to refuse the library: only calling it is an
+// error.
 template <typename Function>
 bool resolve_checked(Function& function, const char* name, std::span<const std::int32_t> signature,
                      Function fallback, std::span<char> message) {

@@ -1,6 +1,6 @@
-// Hands the translator's texts to the glue as raw buffers and takes its answers back.
+// Passes the translator's texts to the glue as raw buffers and takes its answers back.
 //
-// Invariant: every buffer handed over has exactly the length of the text in it.
+// Invariant: every buffer passed on has exactly the length of its text.
 #include "companion/palmf9def.h"
 
 #include "companion/glue.h"

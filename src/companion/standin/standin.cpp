@@ -1,7 +1,7 @@
-// A stand-in for the companion library: it keeps a system name per object and says who uses it.
+// A stand-in for the companion library: it keeps a system name per object and reports who uses it.
 //
-// It is loaded by name at run time, so what it exports is its whole contract. It needs the C
-// library alone. Its audit line depends on nothing but the registered name and the build.
+// It is loaded by name at run time, so its exports are its whole contract. It needs only the C
+// library. Its audit line depends only on the registered name and the build.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -27,8 +27,8 @@
 #define STANDIN_PROCESSOR "unknown processor"
 #endif
 
-// The names under which the functions are exported. A variant may spell each in another of the ways
-// that the loader knows, or keep one back under a name that nobody asks for.
+// The names under which the functions are exported. A variant may use another spelling that the
+// loader knows, or hide a function under a name that is never looked up.
 #ifdef STANDIN_ODD_SPELLINGS
 #define EXPORT_CREATE PALXCREATE_
 #define EXPORT_FREE palxfree_
@@ -55,8 +55,8 @@
 
 namespace {
 
-// What the other variants change: the interface version spoken, whether there are objects to be
-// had, the length up to which an audit line is filled, and the types of the two checked functions.
+// What the other variants change: the interface version implemented, whether objects can be
+// created, the length to which an audit line is filled, and the types of the two checked functions.
 #ifdef STANDIN_REFUSE_VERSION
 constexpr std::int32_t spoken_version = 9;
 #else
@@ -119,7 +119,7 @@ Object* object_of(std::uint64_t handle) {
     return nullptr;
 }
 
-// Lengthens a text by the piece, which is cut where the text is full.
+// Appends the piece to a text, cut when the text is full.
 void append(unsigned char* text, const void* piece, std::size_t length) {
     const std::size_t used = text[0];
     const std::size_t room = longest_text - used;
@@ -186,7 +186,7 @@ void EXPORT_AUDIT_LINE(std::uint64_t handle, unsigned char* text) {
     if (object == nullptr) return;
     append(text, object->name + 1, object->name[0]);
     append(text, build, sizeof build - 1);
-    // A filled line shows at each position the last digit of that position.
+    // Each position of a filled line shows that position's last digit.
     while (text[0] < shortest_audit_line) append(text, &"0123456789"[(text[0] + 1) % 10], 1);
 }
 
