@@ -3,9 +3,9 @@
 
 namespace orvex {
 
-// Appends to the header file, which so far holds its head and the declared names: the artificial
-// equation, the default levels, the constraints if there are any, the model statement and the
-// listing. The scratch files are closed then.
+// Appends to the header file, which so far has its head and the declared names: the artificial
+// equation, the default levels, any constraints, the model statement and the listing. Then the
+// scratch files are closed.
 void trnscb();
 
 }  // namespace orvex

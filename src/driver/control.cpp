@@ -25,7 +25,7 @@ constexpr TextSetting text_settings[] = {
     {"ERR", &errfil}, {"HDR", &hdrfil}, {"TIM", &time},
 };
 
-// The number that the characters give: an optional sign and digits, or nothing at all for 0.
+// The number that the characters give: an optional sign and digits; 0 if there are none at all.
 bool read_integer(View text, int& value) {
     value = 0;
     if (text.empty()) return true;
@@ -37,7 +37,7 @@ bool read_integer(View text, int& value) {
     return true;
 }
 
-// The number in the first four characters of the value, blanks left out.
+// The number in the first four characters of the value, ignoring blanks.
 int counter_value() {
     const Text<4> read = field.view();
     Text<4> digits;
@@ -50,7 +50,7 @@ int counter_value() {
     end_run(2);
 }
 
-// The setting of the current label that is a text, or null.
+// The setting for the current label if it is a text, else null.
 Line* find_text() {
     for (const TextSetting& setting : text_settings) {
         if (label == setting.label) return setting.text;

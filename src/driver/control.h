@@ -1,5 +1,5 @@
 // The run control file, the program's only configuration: lines of a three-character label, one
-// column that is ignored, and a value.
+// ignored column, and a value.
 #pragma once
 
 namespace orvex {

@@ -11,8 +11,8 @@ enum class Status { replace, old };
 // Ends the run: open-output-failed, open-input-failed.
 void ffopen(int unit_number, const Text<255>& file, Status status);
 
-// The end of a run whose scratch text found no room: the message open-scratch-failed, and no output
-// file that is half written.
+// Ends a run whose scratch text found no room: reports open-scratch-failed and leaves no
+// half-written output file.
 void report_scratch_failure(int unit_number);
 
 }  // namespace orvex

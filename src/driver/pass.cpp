@@ -20,8 +20,7 @@ namespace orvex {
 
 namespace {
 
-// What the pass does next: block writers read ahead, so the record to go on with may be there
-// already.
+// What the pass does next. Block writers read ahead, so the next record may already be there.
 enum class Next { read, dispatch, end_of_model };
 
 Next after_block(int end_of_input) {
@@ -33,7 +32,7 @@ void write_empty_put() {
     wrtzlm();
 }
 
-// Leaves the keyword without the colon that must end it.
+// Cuts the keyword at the colon that must end it.
 void cut_keyword_at_colon() {
     const int colon = keywrd.find(':');
     if (colon == 0) {
@@ -118,7 +117,7 @@ void translate_records() {
     }
 }
 
-// Makes the generated program solve the model, and refuse to run for another time stamp.
+// Makes the generated program solve the model, and refuse to run with another time stamp.
 void write_trailer() {
     for (const View line :
          {"OPTION LIMROW=0;", "OPTION LIMCOL=0;", "PUT / '$PEPS:1.E-6'/;", "PUT / '$SOLVE'/;"}) {

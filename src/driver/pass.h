@@ -3,8 +3,8 @@
 
 namespace orvex {
 
-// Translates the model of the input file that the run control file asks for or, when it names an
-// error file, all of them. Precondition: the input file is open.
+// Translates the model that the run control file asks for or, if that file names an error file, all
+// models of the input. Precondition: the input file is open.
 // Stops: keyword-colon-missing, keyword-after-report, keyword-unknown, and those of the block
 // writers.
 void translate_models();

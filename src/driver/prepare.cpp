@@ -14,7 +14,7 @@ namespace {
 
 using AuditLine = Text<75>;
 
-// Answers the argument "AUDIT", in any case of letters, and ends the run.
+// Answers the argument "AUDIT", in upper or lower case, and ends the run.
 void auditrun(const AuditLine& line, Text<255> argument) {
     upper(argument);
     if (argument != "AUDIT") return;
@@ -22,8 +22,9 @@ void auditrun(const AuditLine& line, Text<255> argument) {
     end_run();
 }
 
-// Registers with the companion library. The object is freed as soon as that is done, but not with
-// the argument AUDIT: the run ends with the audit line, and the process takes its object along.
+// Registers with the companion library. The object is freed right afterwards, except with the
+// argument AUDIT: then the run ends with the audit line, and the object is released when the
+// process exits.
 void register_system(const Text<255>& argument) {
     Handle handle = 0;
     Text<256> message;
@@ -59,7 +60,7 @@ void open_control_file(const Text<255>& path) {
     end_run();
 }
 
-// The input file may be named without its ending.
+// The input file may be named without its extension.
 void find_input() {
     if (file_exists(inpfil)) return;
     const auto with_ending = joined<maxline>({inpfil, ".zlm"});
@@ -67,7 +68,7 @@ void find_input() {
     inpfil = with_ending;
 }
 
-// Asks what is there only when the name as given opens nothing.
+// Searches for the file only if the name as given cannot be opened.
 void open_input_file() {
     if (open_input(kinp, inpfil)) return;
     find_input();

@@ -5,8 +5,8 @@
 
 namespace orvex {
 
-// Makes a run ready: registers with the companion library, reads the run control file of that path
-// and opens the input file. The argument "AUDIT" asks for the audit line alone.
+// Prepares a run: registers with the companion library, reads the run control file at that path and
+// opens the input file. The argument "AUDIT" asks for the audit line alone.
 // Ends the run: library-missing, library-function-missing, library-version, library-refused;
 // control-unreadable; as read_control_file and ffopen do; input-missing or, if no error file is
 // named, header-unwritable.

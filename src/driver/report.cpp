@@ -13,7 +13,7 @@ namespace {
 void write_error_file(View message) {
     if (errfil.is_blank()) return;
     ffopen(kerr, errfil, Status::replace);
-    depend_on(kerr, {kctl, kinp});  // a broken read makes faults that the model does not have
+    depend_on(kerr, {kctl, kinp});  // a failed read causes faults that the model does not have
     write_line(kerr, {});
     write_line(kerr, {" Error preprocessing: ", model});
     for (const View line :

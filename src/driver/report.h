@@ -6,13 +6,13 @@
 
 namespace orvex {
 
-// Completes the header file as far as the model got, symbol listing included, then reports the
-// fault. Ends the run when the error file cannot be opened; the header file then has no error
-// block.
+// Completes the header file with everything translated so far, symbol listing included, then
+// reports the fault. Ends the run if the error file cannot be opened; the header file then has no
+// error block.
 void report(const ErrorStop& stop);
 
-// Reports the fault in a header file that holds nothing else.
-// Ends the run when the error file cannot be opened; the header file then stays as it is.
+// Reports the fault in a header file that contains nothing else.
+// Ends the run if the error file cannot be opened; the header file then stays unchanged.
 void report(const OverflowStop& stop);
 
 }  // namespace orvex

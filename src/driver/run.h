@@ -5,8 +5,8 @@
 
 namespace orvex {
 
-// Runs the translator from a clean state with its command-line argument (blank when there was none)
-// and returns the exit status. May be called again and again.
+// Runs the translator from a clean state with its command-line argument (blank if there was none)
+// and returns the exit status. May be called repeatedly.
 int run(View argument);
 
 }  // namespace orvex

@@ -13,7 +13,7 @@ namespace orvex {
 
 namespace {
 
-// These lines are no records: they are neither counted nor echoed.
+// These lines are not records: they are neither counted nor echoed.
 bool next_model_name(Line& name) {
     View read;
     while (read_line(kinp, read)) {
@@ -51,7 +51,7 @@ void open_files() {
     depend_on(khdr, {kgen, klst, klvl, kdum, kmdl, kcon});
 }
 
-// The put file of a later model is told from the first one's by its number.
+// The put file of a later model has a number in its name, to differ from the first one's.
 void name_put_file() {
     unit = nmodel == 1 ? View("  ORV") : View(joined<5>({"ORV", zero_filled<2>(nmodel)}));
 }
@@ -74,7 +74,7 @@ void write_header_head() {
     write_lines(khdr, {"", "", "POSITIVE VARIABLES"});
 }
 
-// The lines that open what the blocks add to and the copy step closes.
+// The lines that begin what the blocks extend and the copy step closes.
 void write_scratch_heads() {
     const auto number = zero_filled<2>(nmodel);
     write_line(klst, {versn});
