@@ -1,4 +1,4 @@
-// Argument lists: the own arguments of a value such as X(I,J), and the "#" list of further indices
+// Argument lists: the own arguments of a value such as X(I,J), and the "#" list of extra indices
 // over which a field is repeated, as in X(I)#(J,K).
 #pragma once
 
@@ -10,7 +10,7 @@ namespace orvex {
 void extarg();
 
 // Splits `field` into `root` and its own arguments arg 1 to narg, at most seven. A `root` that
-// already holds a parenthesised expression is left alone, without arguments.
+// already has a parenthesised expression is left alone, without arguments.
 // Stops: argument-list-unclosed, argument-too-many, argument-after-list, argument-eighth,
 // argument-quotes-invalid.
 void rdarg();

@@ -5,8 +5,8 @@
 namespace orvex {
 
 // Sets `condtn` for the current `field` and `label`: the explicit condition, which is cut off
-// `field`; else for the labels "T" and "S" that the value is not zero; else blank. Sets `root` to
-// the parenthesised expression with which the value begins, or blanks it.
+// `field`; otherwise, for the labels "T" and "S", that the value is not zero; otherwise blank. Sets
+// `root` to the parenthesised expression at the start of the value, or blanks it.
 // Stops: expression-unclosed, and that of chkcnd.
 void rdcond();
 

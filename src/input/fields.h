@@ -6,18 +6,19 @@
 
 namespace orvex {
 
-// A field as it is in its record, which must outlive it.
+// A field as a view of its record, which must outlive it.
 struct LabelledField {
     View label;
     View value;
-    // The last position that belongs to it.
+    // The last position that belongs to the field.
     int end;
 };
 
-// The leftmost labelled field of `rec`: the label is the character before the first colon, whatever
-// it is, with the run of non-blank characters before that one (the last 20 in all), the value what
-// follows up to the blank before the next label. So one blank may part a label from its colon: the
-// label of "O :X" is O. Neither quotes nor parentheses protect a colon.
+// The leftmost labelled field of `rec`. The label is the character before the first colon, whatever
+// it is, together with the non-blank characters directly before that one (only the last 20 of them
+// all). The value is the text from the colon to the blank before the next label. So there may be
+// one blank between a label and its colon: the label of "O :X" is O. Neither quotes nor parentheses
+// protect a colon.
 // Stops: line-without-fields, label-missing.
 LabelledField leftmost_field(const Line& rec);
 
@@ -31,8 +32,8 @@ void getfld(Line& rec, Text<20>& lab, Line& val);
 void parse();
 
 // Cuts the leftmost blank-separated entry off `record` into `field`; parentheses protect blanks.
-// Stops: declaration-unclosed, when no blank ends the entry, it begins in the last column, or there
-// is none.
+// Stops: declaration-unclosed, if no blank ends the entry, if it begins in the last column, or if
+// there is no entry.
 void freefd();
 
 }  // namespace orvex

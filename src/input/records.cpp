@@ -12,14 +12,14 @@ namespace orvex {
 
 namespace {
 
-// The number of the line last read, and two blanks. Needs no reset: each line read writes it.
+// The number of the last line read, and two blanks. Needs no reset: each line read overwrites it.
 std::array<char, 7> line_mark = {' ', ' ', ' ', ' ', ' ', ' ', ' '};
 
 bool next_line() {
     View line;
     if (!read_line(kinp, line)) return false;
     ++lineno;
-    // Not where it is echoed: what has just been written digit by digit is slow to copy.
+    // Done here, not when echoing: copying bytes just written one by one is slow.
     write_number<5>(line_mark.data(), lineno, Fill::blanks);
     lstrec = line;
     strip(lstrec);
@@ -28,7 +28,7 @@ bool next_line() {
 
 void echo_line() { write_line(klst, {whole(line_mark), lstrec}); }
 
-// The comment keeps its small letters.
+// The comment keeps its lower-case letters.
 void split_comment() {
     descrp.clear();
     const int mark = record.find(notation::description_mark);

@@ -1,4 +1,4 @@
-// Small routines on texts, which they change in place, byte by byte.
+// Small routines that change texts in place, byte by byte.
 #pragma once
 
 #include "text/text.h"
@@ -15,7 +15,7 @@ void lower(Text<N>& text) {
     text.map(lower_letter);
 }
 
-// Carriage returns become blanks, so that CR LF files read like LF files.
+// Carriage returns become blanks, so that files with CR LF read like files with LF.
 template <int N>
 void strip(Text<N>& text) {
     text.map([](char c) { return c == carriage_return ? blank_char : c; });
@@ -38,15 +38,15 @@ void uppernotab(Text<N>& text) {
     text.map([](char c) { return c == tab ? blank_char : upper_letter(c); });
 }
 
-// Position of the first character that is not a blank (a TAB is none), or 0.
+// Position of the first character other than a blank (a TAB counts), or 0.
 template <int N>
 int firstnonblank(const Text<N>& text) {
     const auto found = text.view().find_first_not_of(blank_char);
     return found == View::npos ? 0 : static_cast<int>(found) + 1;
 }
 
-// Moves the text left over its leading blanks and TABs. A text whose only other character is in
-// the last position stays as it is.
+// Removes leading blanks and TABs. A text whose only other character is in the last position stays
+// unchanged.
 template <int N>
 void lftjst(Text<N>& text) {
     const View view = text;

@@ -9,9 +9,9 @@ namespace orvex {
 
 using notation::Put;
 
-// Writes the current field (root, arg, condtn) as a symbol under the head `text` (a label, a
-// keyword that begins with "$", or blank for the bare name), and registers it under the type that
-// the head implies.
+// Writes the current field (root, arg, condtn) as a symbol with the head `text` (a label, a keyword
+// that begins with "$", or blank for the bare name), and registers it under the type that the head
+// implies.
 // Stops: name-field-too-long, and those of addsym.
 void chrfld(View text, Put mode);
 
