@@ -1,5 +1,5 @@
-// Argument lists: the own arguments of a value such as X(I,J), and the "#" list of further indices
-// over which a field is repeated, as in X(I)#(J,K). And what one argument is.
+// Argument lists: the own arguments of a value such as X(I,J), and the "#" list of extra indices
+// over which a field is repeated, as in X(I)#(J,K); and the kinds of arguments.
 #pragma once
 
 #include "notation/cut.h"
@@ -13,18 +13,18 @@ namespace orvex::notation {
 struct ListCut {
     Fault fault = Fault::none;
     int count = 0;  // of the arguments that could be cut
-    // What the fault is at: the mark or the parenthesis, or the argument.
+    // Where the fault is: the mark, the parenthesis or the argument.
     std::size_t place = 0;
     // The "(" of the list, or npos.
     std::size_t open = View::npos;
-    // After the ")" of the list; 0 where there is none.
+    // After the ")" of the list; 0 if there is none.
     std::size_t end = 0;
 };
 
 constexpr bool is_element(View argument) { return argument.starts_with('"'); }
 
-// The argument between two delimiters, in the form in which it is kept: cut at 80 characters,
-// without blanks around it.
+// The argument between two delimiters as it is stored: cut to 80 characters, without blanks around
+// it.
 constexpr Cut kept_argument(View list, std::size_t begin, std::size_t end) {
     const View raw = trimmed(list.substr(begin, end - begin).substr(0, argument_columns));
     const View kept = left_justified(raw, argument_columns);
@@ -38,7 +38,7 @@ constexpr bool is_valid_argument(View argument) {
     return !is_element(argument) || (argument.back() == '"' && argument != R"("")");
 }
 
-// The faults of a list: they differ by where the list is.
+// The faults of a list, which depend on where the list is.
 struct ListFaults {
     Fault too_many;
     Fault not_closed;
@@ -46,9 +46,9 @@ struct ListFaults {
 };
 
 // Splits the list after the parenthesis at cut.open, and calls keep(number, argument) for each
-// argument, numbered from 0. Commas are searched to the end of the list's text, not only to a
-// closing parenthesis; the last argument ends at the first ")" after the last comma. Only the
-// arguments before the last are limited.
+// argument, numbered from 0. Commas are searched for to the end of the text, not only up to a
+// closing parenthesis; the last argument ends at the first ")" after the last comma. The limit
+// applies only to the arguments before the last.
 template <typename Keep>
 void split_list(View list, const ListFaults& faults, ListCut& cut, Keep keep) {
     std::size_t delimiter = cut.open;
@@ -86,8 +86,8 @@ void split_list(View list, const ListFaults& faults, ListCut& cut, Keep keep) {
     cut.place = invalid;
 }
 
-// The own arguments of a value without condition and "#" list, each given to keep(number,
-// argument); there can be one more than a field may have. What follows the list is no part of it.
+// The own arguments of a value without condition and "#" list, each passed to keep(number,
+// argument); there can be one more than a field may have. Text after the list is not included.
 // Faults: argument-list-unclosed, argument-too-many, argument-after-list, argument-eighth,
 // argument-quotes-invalid.
 template <typename Keep>
@@ -107,7 +107,7 @@ ListCut cut_arguments(View value, Keep keep) {
     return cut;
 }
 
-// The further indices of a value without condition, whose "#" is at `mark`, each given to
+// The extra indices of a value without condition, whose "#" is at `mark`, each passed to
 // keep(number, argument); at most eight.
 // Faults: index-parenthesis-missing, index-list-unclosed, index-too-many, index-after-list,
 // index-quotes-invalid.
@@ -131,8 +131,8 @@ ListCut cut_extra_indices(View value, std::size_t mark, Keep keep) {
 
 enum class ArgumentKind { set, shifted, element };
 
-// What an argument without leading blanks is: an element in double quotes, a lead or lag such as
-// T+1, else a set.
+// The kind of an argument without leading blanks: an element in double quotes, a lead or lag such
+// as T+1, else a set.
 constexpr ArgumentKind argument_kind(View argument) {
     if (is_element(argument)) return ArgumentKind::element;
     for (const char c : argument) {
@@ -141,8 +141,7 @@ constexpr ArgumentKind argument_kind(View argument) {
     return ArgumentKind::set;
 }
 
-// The operator of a lead or lag: of the first "+" and the first "-" the one that comes later, or
-// npos.
+// The operator of a lead or lag: the first "+" or the first "-", whichever comes later, or npos.
 constexpr std::size_t shift_operator(View argument) {
     const std::size_t plus = find_in_short(argument, '+');
     const std::size_t minus = find_in_short(argument, '-');
@@ -151,12 +150,12 @@ constexpr std::size_t shift_operator(View argument) {
 }
 
 struct Shift {
-    bool guarded = false;  // a lead or lag that can lead out of its set
+    bool guarded = false;  // a lead or lag that can leave its set
     bool both = false;     // with both operators
     std::size_t at = 0;    // the operator
 };
 
-// What an argument says of a lead or lag. Circular ones ("++", "--") need no guard.
+// The lead or lag in an argument, if any. Circular ones ("++", "--") need no guard.
 Shift shift_of(View argument);
 
 }  // namespace orvex::notation

@@ -31,8 +31,8 @@ inline std::size_t closing_end(View value) {
     return 0;
 }
 
-// Where the condition of a value without leading and trailing blanks begins. A "$" in a
-// parenthesised expression that begins the value is a part of that expression.
+// Where the condition of a value (no leading or trailing blanks) begins. A "$" in a parenthesised
+// expression at the start of the value belongs to that expression.
 // Faults: expression-unclosed.
 inline ConditionCut find_condition(View value) {
     ConditionCut cut;
@@ -44,10 +44,10 @@ inline ConditionCut find_condition(View value) {
     return cut;
 }
 
-// Does a condition without leading blanks get parentheses around it?
+// Is the condition (no leading blanks) put in parentheses?
 constexpr bool is_wrapped(View condition) { return !condition.starts_with('('); }
 
-// Do the parentheses of a condition balance, with those that it gets? `condition` is what follows
+// Do the parentheses of a condition balance, including those added? `condition` is the text after
 // the "$", without leading blanks.
 bool is_balanced(View condition);
 

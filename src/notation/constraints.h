@@ -13,7 +13,7 @@ struct ConstraintCut {
     Cut condition;  // from its "$" on
 };
 
-// What follows the keyword and its colon, which end at `start`.
+// Cuts the text after the keyword and its colon, which end at `start`.
 ConstraintCut cut_constraint(View record, std::size_t start);
 
 }  // namespace orvex::notation

@@ -1,6 +1,6 @@
 // What can be wrong with a model: one value for each message with which the translator stops. The
-// text of a message is in the routine that stops with it; docs/messages.md explains each under a
-// code, which is the value's name.
+// text of a message is in the routine that stops with it; docs/messages.md explains each one under
+// a code, which is the name of the value.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Cutting the leftmost field or entry off a record. Records are as they are read (upper case, TABs
-// as blanks, no comment) and without trailing blanks; the columns after their end are blank.
+// Cutting the leftmost field or entry off a record. Records are as read (upper case, TABs as
+// blanks, no comment) and without trailing blanks; the columns after their end are blank.
 #pragma once
 
 #include "notation/cut.h"
@@ -12,7 +12,7 @@ namespace orvex::notation {
 
 struct FieldCut {
     Fault fault = Fault::none;
-    Cut label;            // with the blank that may part it from its colon
+    Cut label;            // with the blank that may separate it from its colon
     Cut value;            // without blanks before it
     std::size_t end = 0;  // the first position that does not belong to the field
 };
@@ -34,11 +34,12 @@ inline std::size_t value_end(View record, std::size_t colon, std::size_t next_co
     return colon + 1;
 }
 
-// The leftmost labelled field at or after `from`, before which everything counts as blank. The
-// label is the character before the first colon, whatever it is, with the run of non-blank
-// characters before that one (the last 20 in all); the value is what follows, up to the blank
-// before the next label. So one blank may part a label from its colon: the label of "O :X" is O.
-// Neither quotes nor parentheses protect a colon. Faults: line-without-fields, label-missing.
+// The leftmost labelled field at or after `from`; everything before `from` counts as blank. The
+// label is the character before the first colon, whatever it is, together with the non-blank
+// characters directly before that one (only the last 20 of them all). The value is the text from
+// the colon to the blank before the next label. So there may be one blank between a label and its
+// colon: the label of "O :X" is O. Neither quotes nor parentheses protect a colon. Faults:
+// line-without-fields, label-missing.
 inline FieldCut cut_field(View record, std::size_t from = 0) {
     FieldCut cut;
     if (from >= record.size()) {
@@ -60,13 +61,13 @@ inline FieldCut cut_field(View record, std::size_t from = 0) {
 
 struct EntryCut {
     Fault fault = Fault::none;
-    Cut entry;  // with a fault, the rest of the record; its begin is npos where there is none
+    Cut entry;  // with a fault, the rest of the record; its begin is npos if nothing is left
 };
 
-// The leftmost blank-separated entry at or after `from`, before which everything counts as blank;
-// parentheses protect blanks.
-// Faults: declaration-unclosed, when no blank ends the entry, when it begins in the last column or
-// there is none.
+// The leftmost blank-separated entry at or after `from`; everything before `from` counts as blank.
+// Parentheses protect blanks.
+// Faults: declaration-unclosed, if no blank ends the entry, if it begins in the last column, or if
+// there is no entry.
 EntryCut cut_entry(View record, std::size_t from = 0);
 
 }  // namespace orvex::notation

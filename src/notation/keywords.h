@@ -1,4 +1,4 @@
-// The keywords that begin a record in column 1, after its "$".
+// The keywords that begin a record, after a "$" in column 1.
 #pragma once
 
 #include "text/characters.h"
@@ -11,8 +11,8 @@ namespace orvex::notation {
 // What a keyword opens or does.
 enum class Opens { declaration, production, demand, constraint, report, option, end };
 
-// The code under which the names of a kind are known: A sector, P commodity, C consumer, V
-// auxiliary variable, D parameter, R report variable, S set.
+// The code for a kind of name: A sector, P commodity, C consumer, V auxiliary variable, D
+// parameter, R report variable, S set.
 using TypeCode = char;
 constexpr TypeCode no_type = '\0';
 constexpr TypeCode set_type = 'S';
@@ -21,9 +21,9 @@ constexpr TypeCode set_type = 'S';
 constexpr bool is_variable(TypeCode type) { return View("ACPV").find(type) != View::npos; }
 
 struct Keyword {
-    View word;           // as it is usually written
-    View level;          // the default level of the names that it declares, or nothing
-    std::size_t prefix;  // as many of its characters decide; 0: the whole word
+    View word;           // as usually written
+    View level;          // the default level of the names that it declares, if any
+    std::size_t prefix;  // how many leading characters identify it; 0: the whole word
     Opens opens;
     TypeCode type;    // of the names that it declares
     bool only_whole;  // with another ending it declares names without type and level
@@ -31,13 +31,13 @@ struct Keyword {
 
 std::span<const Keyword> keywords();
 
-// The row of a keyword without its "$" and colon, as read; null for an unknown one.
+// The row of a keyword as read, without its "$" and colon; null for an unknown one.
 const Keyword* find_keyword(View word);
 
 // Does the text after the "$" of a record end the model? It needs no colon.
 bool ends_model(View text);
 
-// Does the keyword give the names that it declares their type and level?
+// Does the keyword give type and level to the names that it declares?
 constexpr bool gives_type(const Keyword& row, View word) {
     return row.type != no_type && (!row.only_whole || word == row.word);
 }

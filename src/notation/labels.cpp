@@ -36,7 +36,7 @@ constexpr Label table[] = {
 
 std::span<const Label> labels() { return table; }
 
-// Nearly all labels are one letter: it decides before anything is called.
+// Nearly all labels have one letter, which decides before any function is called.
 const Label* find_label(View text) {
     if (text.empty()) return nullptr;
     const auto* const found = std::find_if(

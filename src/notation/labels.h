@@ -1,4 +1,4 @@
-// The labels of the fields: which symbols they name, and where they may be.
+// The labels of fields: which symbols they name, and where they may be.
 #pragma once
 
 #include "notation/keywords.h"
@@ -16,8 +16,8 @@ enum Begins : unsigned {
     report_record = 1U << 2U,
 };
 
-// What a field with a label says of the economy: what is made, used, demanded or owned, and who
-// receives a tax at which rate, at which price with tax, and what variable multiplies the quantity.
+// The economic meaning of a labelled field: what is made, used, demanded or owned; who receives a
+// tax, at which rate and at which price including tax; and which variable multiplies the quantity.
 enum class Meaning {
     none,
     output,
@@ -33,11 +33,11 @@ enum class Meaning {
 struct Label {
     View text;
     TypeCode type;     // of the name in a name field, or no_type
-    bool names_later;  // in a later field of an entry it names something; any other has a value
+    bool names_later;  // in a later field of an entry it gives a name; other labels give a value
                        // there
-    unsigned begins;   // what it usually begins, of Begins; the translator takes any
-    bool full;         // means nothing without a value or a name
-    bool single;       // an entry has one at most
+    unsigned begins;   // what it usually begins, as bits of Begins; the translator accepts any
+    bool full;         // meaningless without a value or a name
+    bool single;       // at most one in an entry
     bool reported;     // may be the second field of a report record
     bool owns;         // may be the third
     Meaning meaning;
@@ -45,7 +45,7 @@ struct Label {
 
 std::span<const Label> labels();
 
-// The row of a label, or of "$PROD" and "$DEMAND", which name a block; null for any other.
+// The row of a label, or of "$PROD" and "$DEMAND", which name a block; null for other texts.
 const Label* find_label(View text);
 
 // The type under which the name of a name field with that label is registered, or no_type.
@@ -53,9 +53,9 @@ TypeCode type_of_name(View label);
 
 bool names_later(View label);
 
-constexpr View guard_label = "K";      // as first field of an entry: its value guards it
-constexpr View quantity_label = "Q";   // as second field of an entry: its value guards it
-constexpr View report_label = "V";     // first field of a report record
-constexpr View element_label = ".TL";  // in a label: it ranges over the set named before it
+constexpr View guard_label = "K";     // as the first field of an entry: its value guards the entry
+constexpr View quantity_label = "Q";  // as the second field of an entry: its value guards the entry
+constexpr View report_label = "V";    // first field of a report record
+constexpr View element_label = ".TL";  // makes a label range over the set named before it
 
 }  // namespace orvex::notation

@@ -1,10 +1,10 @@
-// How much of what the translator reads and keeps. What is longer is cut, or stops it.
+// How much the translator reads and keeps. Anything longer is cut, or stops it.
 #pragma once
 
 namespace orvex::notation {
 
 constexpr int record_columns = 255;     // of a line, and of a generated statement
-constexpr int label_columns = 20;       // of a label: its last ones
+constexpr int label_columns = 20;       // of a label: the last ones count
 constexpr int keyword_columns = 12;     // of a keyword with its colon, "$" not counted
 constexpr int model_name_columns = 31;  // of a model's name
 constexpr int argument_columns = 80;    // of an argument

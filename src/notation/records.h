@@ -1,4 +1,4 @@
-// Lines and records: what the translator reads of a line, and what its first column says.
+// Lines and records: what the translator reads of a line, and what its first column means.
 #pragma once
 
 #include "notation/limits.h"
@@ -9,16 +9,16 @@ namespace orvex::notation {
 constexpr char comment_mark = '*';       // in column 1: the line is a comment
 constexpr char keyword_mark = '$';       // in column 1: the record begins with a keyword
 constexpr char continuation_mark = '+';  // in column 1: the record continues the one before
-constexpr char description_mark = '!';   // anywhere: what follows is a comment, or a description
+constexpr char description_mark = '!';   // anywhere: a comment or a description follows
 
-constexpr View model_keyword = "$MODEL:";  // begins a model; blanks before the name are left out
+constexpr View model_keyword = "$MODEL:";  // begins a model; blanks before the name are skipped
 constexpr View end_keyword = "OFFTEXT";    // begins the record that ends one, after the "$"
 
-// As which character a character of a line is read.
+// The character as which a character of a line is read.
 constexpr char as_blank(char c) { return c == carriage_return || c == tab ? blank_char : c; }
 constexpr char as_read(char c) { return upper_letter(as_blank(c)); }
 
-// A line's record as it begins: keyword, continuation, or whatever the block of the record holds.
+// How a record begins: with a keyword, as a continuation, or otherwise, as its block expects.
 enum class RecordStart { keyword, continuation, other };
 constexpr RecordStart record_start(View record) {
     const char first = record.empty() ? blank_char : record.front();
@@ -26,8 +26,8 @@ constexpr RecordStart record_start(View record) {
     return first == continuation_mark ? RecordStart::continuation : RecordStart::other;
 }
 
-// A record of a constraint's body: the last one has the first ";"; one that begins with "$" and has
-// none is no part of it.
+// A record of a constraint's body. The first one with a ";" is the last of the body; one that
+// begins with "$" and has no ";" is outside.
 enum class BodyRecord { more, last, outside };
 constexpr BodyRecord body_record(View record) {
     if (record.find(';') != View::npos) return BodyRecord::last;

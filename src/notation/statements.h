@@ -1,5 +1,6 @@
-// The statements of the generator file for one field: what prints it, and the loops and guards
-// around that. In a longer text than a statement they show how many columns they would need.
+// The statements of the generator file for one field: the one that prints it, and the loops and
+// guards around it. Made in a text longer than a statement, they show how many columns they would
+// need.
 #pragma once
 
 #include "notation/arguments.h"
@@ -15,7 +16,7 @@ namespace orvex::notation {
 
 using Statement = Text<record_columns>;
 
-// The columns before a statement that is in so many open levels, at most all of them.
+// The columns before a statement at this number of open levels, at most all of them.
 constexpr int indent_of(int levels) { return std::min(2 * levels, record_columns); }
 
 // How a statement for a name begins.
@@ -34,7 +35,7 @@ constexpr View put_text(Put mode) {
     return "PUT";
 }
 
-// Appends to the statement what must have room as a whole.
+// Appends pieces to the statement only if all of them fit.
 template <int size, typename... Pieces>
 bool append_whole(Text<size>& statement, const Pieces&... pieces) {
     if (!statement.has_room_for(pieces...)) return false;
@@ -63,8 +64,8 @@ bool append_value(Text<size>& statement, View label, View value) {
                         "'':'", value, ";");
 }
 
-// Begins the statement of a name: its condition, if there is one, and 'LABEL:NAME', or what there
-// is of it. What has no room is cut.
+// Begins the statement of a name: its condition, if any, and 'LABEL:NAME', or the part of it that
+// exists. Text that does not fit is cut.
 template <int size>
 void begin_name(Text<size>& statement, View condition, Put mode, View head, View name) {
     statement.clear();
@@ -77,9 +78,9 @@ void begin_name(Text<size>& statement, View condition, Put mode, View head, View
     statement.append("'", head, View(head.empty() ? "" : ":"), name, "'");
 }
 
-// Appends what prints one argument when the generator file runs: a quoted element as it is, the
-// element of a set by its text, a lead or lag by the text of the shifted element. False, with the
-// statement as it was, where it has no room.
+// Appends the code that prints one argument when the generator file runs: a quoted element itself,
+// the element of a set by its text, a lead or lag by the text of the shifted element. Returns
+// false, with the statement unchanged, if there is no room.
 template <int size>
 bool append_argument(Text<size>& statement, View argument) {
     if (is_element(argument)) {
@@ -97,8 +98,8 @@ void end_name(Text<size>& statement, View condition) {
     statement.append(View(condition.empty() ? ";" : " );"));
 }
 
-// Makes the statement of a field with a value. False, with the statement in part, where it has no
-// room.
+// Makes the statement of a field with a value. Returns false, with an unfinished statement, if
+// there is no room.
 template <int size>
 bool make_value(Text<size>& statement, View condition, View label, View value) {
     statement.clear();
@@ -108,9 +109,10 @@ bool make_value(Text<size>& statement, View condition, View label, View value) {
     return true;
 }
 
-// The statements that open loops and guards. What has no room is cut.
+// The statements that open loops and guards. Text that does not fit is cut.
 
-// The loop of the sets "(S,T", which the statement closes, where the condition holds.
+// The loop over the sets "(S,T" (the statement adds the parenthesis), for which the condition
+// holds.
 template <int size>
 void make_loop(Text<size>& statement, View sets, View condition) {
     statement.clear();
@@ -124,8 +126,8 @@ void make_label_loop(Text<size>& statement, View set) {
     statement.append("LOOP(", set, ",");
 }
 
-// What follows is only for a condition that holds; for a value other than zero; for a lead or lag,
-// such as "+1", that does not lead out of its set.
+// The guards: the statements after them run only if the condition holds, the value is not zero, or
+// the lead or lag, such as "+1", stays within its set.
 template <int size>
 void make_condition(Text<size>& statement, View condition) {
     statement.clear();
@@ -143,14 +145,14 @@ void make_shift_guard(Text<size>& statement, View set, View shift) {
                      " LE CARD(", set, " )) ),");
 }
 
-// The condition of a report variable in the artificial equation, where it has one.
+// The condition of a report variable in the artificial equation, if it has one.
 template <int size>
 void make_report_condition(Text<size>& text, View condition) {
     text.clear();
     text.append("((", condition, ")$(ORVREPORT))");
 }
 
-// What begins the term of a name with the sets "(S,T" in the artificial equation.
+// The beginning of the term for a name with the sets "(S,T" in the artificial equation.
 template <int size>
 void make_sum(Text<size>& text, View sets, View condition) {
     text.clear();
@@ -164,7 +166,7 @@ void make_equation(Text<size>& text, View equation, View variable) {
     text.append("EQUATION ", equation, " Complementary equation(s) for ", variable, ";");
 }
 
-// The condition of a field that is written only where its value is not zero. What has no room is
+// The condition of a field that is written only if its value is not zero. Text that does not fit is
 // cut.
 Statement implicit_condition(View value);
 
