@@ -63,8 +63,8 @@ Text<maxname + label_width> entry_head(int isym) {
                                           type_label(symtyp[at(isym)])});
 }
 
-// Ten references at most, each in its columns. The view holds until the next call; nothing else of
-// `columns` outlives one.
+// Ten references at most, each in its columns. The view is valid until the next call; the rest of
+// `columns` is never reused.
 View reference_columns(std::span<const int> references) {
     static Bytes<numbers_a_line * number_width> columns;
     char* next = columns.data();
@@ -75,7 +75,7 @@ View reference_columns(std::span<const int> references) {
     return {columns.data(), static_cast<std::size_t>(next - columns.data())};
 }
 
-// `references` has room for all of the model.
+// `references` has room for all references of the model.
 void write_entry(int isym, std::span<int> references) {
     const int count = getref(isym, references);
     const int margin = column_width() + label_width;
@@ -91,8 +91,8 @@ void write_entry(int isym, std::span<int> references) {
 }  // namespace
 
 void symlst() {
-    // The order, and after it a symbol's references. Static only for its size: each call fills what
-    // it reads.
+    // The order, followed by a symbol's references. Static only because of its size: each call
+    // fills in what it reads.
     static std::array<int, maxsym + maxref> rows;
     write_head();
     const std::span<int> order(rows.data(), at(nsym));

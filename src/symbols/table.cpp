@@ -20,10 +20,10 @@ Message about(View text, View name) { return joined<Message::size>({text, name})
 
 constexpr std::size_t at(int entry) { return static_cast<std::size_t>(entry); }
 
-// What a search looks at first: a name's last four characters, as one number. Names of a model
-// begin alike more often than they end alike. The numbers stand close together, so that a compiler
-// can compare a block of them at once. Those of entries not in use have no meaning and outlive a
-// reset: a match counts only up to nsym.
+// What a search compares first: a name's last four characters, as one number. The names of a model
+// share their beginnings more often than their ends. The numbers are contiguous, so that a compiler
+// can compare a block of them at once. Those of unused entries have no meaning and survive a reset:
+// a match counts only up to nsym.
 using Mark = std::uint32_t;
 constexpr int block_size = 32;
 Table<Mark, maxsym + block_size> symmrk;
@@ -36,7 +36,7 @@ Mark mark_of(View name) {
     return mark;
 }
 
-// The entries of a block that have the mark, a bit for each.
+// The entries of a block that have the mark, one bit for each.
 std::uint32_t matches_in_block(int first, Mark mark) {
     static constexpr auto bits = [] {
         std::array<std::uint32_t, block_size> row{};
@@ -51,7 +51,7 @@ std::uint32_t matches_in_block(int first, Mark mark) {
     return matches;
 }
 
-// The entry of that name, which has no trailing blanks, or 0.
+// The entry with that name (no trailing blanks), or 0.
 int find_symbol(View name) {
     const Mark mark = mark_of(name);
     for (int first = 1; first <= nsym; first += block_size) {
@@ -64,8 +64,8 @@ int find_symbol(View name) {
 }
 
 // The entry of the field's name (place 0) or of one of its arguments, or 0. Fields share most of
-// their sets, and each name is asked for twice: the entry that was found last in the same place
-// comes first. `latest` outlives a reset: it is a guess, and holds only if the entry is in use and
+// their sets, and each name is looked up twice, so the entry last found in the same place is tried
+// first. `latest` survives a reset: it is only a guess, and counts only if the entry is in use and
 // has the name.
 int find_in_field(int place, View name) {
     static Table<int, maxslot> latest;
@@ -74,10 +74,10 @@ int find_in_field(int place, View name) {
     return entry;
 }
 
-// A value that begins with a parenthesis is an expression: it has no name of its own.
+// A value that begins with a parenthesis is an expression, which has no name of its own.
 bool root_is_name() { return !root.is_blank() && root[1] != '('; }
 
-// Raises symlenmx to the length of the name.
+// Raises symlenmx to the length of the name, if that is longer.
 void checksymlen(View name) {
     name = trimmed(name);
     if (length_of(name) > maxname) {
@@ -86,13 +86,13 @@ void checksymlen(View name) {
     symlenmx = std::max(symlenmx, length_of(name));
 }
 
-// Claims the next entry.
+// Adds an entry.
 void incrnsym() {
     if (nsym >= maxsym) ppstop(" *** ADDSYM: symbol table overflows internal length of 1000");
     ++nsym;
 }
 
-// Records a reference of the entry on the current line, as long as there is room.
+// Records a reference to the entry on the current line, if there is room.
 void addref(int isym) {
     if (nref >= maxref) {
         ++nrefign;

@@ -8,16 +8,16 @@
 namespace orvex {
 
 // Enters `root` under the type code with dimension narg, and each own argument as a set, or checks
-// them against their entries. A `root` that is blank or begins with "(" is passed over, arguments
-// included.
+// them against their entries. If `root` is blank or begins with "(", it is skipped, and so are the
+// arguments.
 // Stops: kind-mismatch, dimension-mismatch, report-name-undeclared.
 // Stops (overflow): name-too-long, too-many-names.
 void addsym(char typ);
 
-// Records a reference of each known name of the current field: `root` and its own arguments.
+// Records a reference to each known name of the current field: `root` and its own arguments.
 void chkref();
 
-// Returns only when the name is in the table with that type.
+// Returns only if the name is in the table with that type.
 // Stops: constraint-name-unknown, constraint-kind-mismatch.
 void chksym(View name, char typ);
 
