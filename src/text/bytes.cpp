@@ -9,7 +9,7 @@ void copy_long_piece(char* to, View piece) { std::memmove(to, piece.data(), piec
 
 namespace {
 
-// Order of the rest of a text against blanks.
+// Order of the rest of a text compared with blanks.
 int compare_to_blanks(View rest) {
     for (const char c : rest) {
         if (c != blank_char) return static_cast<unsigned char>(c) < blank_char ? -1 : 1;

@@ -1,5 +1,5 @@
 // Runs of bytes: views of them, comparing and copying them. Copying and comparing happen several
-// times for each field, mostly with a few bytes: a call would take longer than the work.
+// times for each field, usually with a few bytes: a call would take longer than the work.
 #pragma once
 
 #include "text/characters.h"
@@ -16,7 +16,7 @@ using Bytes = std::array<char, static_cast<std::size_t>(N)>;
 
 inline int length_of(View view) { return static_cast<int>(view.size()); }
 
-// Sizes that no piece of a short text can have look possible to GCC 12.
+// GCC 12 considers sizes that no piece of a short text can have.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Warray-bounds"
 
@@ -34,7 +34,7 @@ void copy_ends(char* to, View piece) {
 
 void copy_long_piece(char* to, View piece);
 
-// Copies a piece to where there is room for it, which may overlap the piece itself.
+// Copies a piece to where there is room for it. Source and destination may overlap.
 inline void copy_piece(char* to, View piece) {
     const std::size_t size = piece.size();
     if (size > 32) {
@@ -52,7 +52,7 @@ inline void copy_piece(char* to, View piece) {
     }
 }
 
-// Are the first and the last characters of two pieces, as two numbers, the same?
+// Are the first and last characters of two pieces equal, compared as two numbers?
 template <typename Number>
 bool same_ends(View a, View b) {
     const std::size_t last = a.size() - sizeof(Number);
@@ -85,7 +85,7 @@ View whole(const std::array<char, N>& full) {
     return {full.data(), N};
 }
 
-// `count` times the same character, at most 255.
+// The same character `count` times (at most 255).
 template <char c>
 View repeated(int count) {
     static constexpr auto row = [] {

@@ -1,4 +1,4 @@
-// The characters of the notation: bytes, whatever the encoding, with the 26 letters of ASCII.
+// The characters of the notation: bytes in any encoding, with the 26 letters of ASCII.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +25,8 @@ constexpr View trimmed(View view) {
     return view;
 }
 
-// The view without its leading blanks and TABs, for a text of `width` columns. One without another
-// character, or with one in the last of these columns alone, stays as it is.
+// The view without its leading blanks and TABs, for a text of `width` columns. If it has no other
+// character, or only one in the last of these columns, it stays unchanged.
 constexpr View left_justified(View view, std::size_t width) {
     std::size_t first = 0;
     while (first < view.size() && (view[first] == blank_char || view[first] == tab)) ++first;

@@ -1,9 +1,9 @@
 // The one data type of the translator: a text of fixed length, padded with blanks, whose positions
 // are counted from 1.
 //
-// A text keeps its trimmed part and that part's length; the padding is understood, never stored. So
-// trailing blanks carry no meaning by construction, and whatever passes the fixed length is cut
-// without a message. Texts hold bytes: any value, NUL included.
+// A text stores its trimmed part and that part's length; the padding is implied, never stored. So
+// trailing blanks carry no meaning by construction. Anything past the fixed length is cut without a
+// message. Texts hold bytes: any value, NUL included.
 #pragma once
 
 #include "text/bytes.h"
@@ -15,7 +15,7 @@
 
 namespace orvex {
 
-// What a piece of a text may be given as. A literal's length is known without a call.
+// The forms in which a piece of a text can be passed. A literal's length is known without a call.
 constexpr View piece_of(View view) { return view; }
 template <std::size_t size>
 constexpr View piece_of(const char (&literal)[size]) {
@@ -27,13 +27,13 @@ class Text {
   public:
     static constexpr int size = N;
 
-    // Blank without a step at run time, so that static tables of texts cost nothing until they are
-    // used.
+    // Blank without any work at run time, so that static tables of texts cost nothing until they
+    // are used.
     constexpr Text() : bytes_{} {}
     Text(View view) { assign(view); }
     Text(const char* literal) { assign(literal); }
 
-    // The pieces one after the other, each with its blanks.
+    // Concatenates the pieces, each with its blanks.
     explicit Text(std::initializer_list<View> pieces) {
         for (const View piece : pieces) add(piece);
         trim();
@@ -65,7 +65,7 @@ class Text {
         return position <= length_ ? bytes_[index(position)] : blank_char;
     }
 
-    // Positions first to last, as far as they lie in the text and before its padding.
+    // Positions first to last, as far as they are in the text and before its padding.
     View slice(int first, int last) const {
         first = std::max(first, 1);
         last = std::min(last, length_);
@@ -78,7 +78,7 @@ class Text {
     // blank.
     int find(char wanted, int start = 1) const {
         if constexpr (N > short_text) return position(view().find(wanted, index(start)));
-        // It takes longer to call memchr than to look at the few characters.
+        // Calling memchr takes longer than checking the few characters.
         for (int at = start; at <= length_; ++at) {
             if (bytes_[index(at)] == wanted) return at;
         }
@@ -88,7 +88,7 @@ class Text {
     bool contains(char wanted) const { return find(wanted) != 0; }
     bool contains(View wanted) const { return find(wanted) != 0; }
 
-    // Would all the pieces find room after the last non-blank character?
+    // Is there room for all the pieces after the last non-blank character?
     template <typename... Pieces>
     bool has_room_for(const Pieces&... pieces) const {
         return (piece_of(pieces).size() + ...) <= static_cast<std::size_t>(N - length_);
@@ -108,16 +108,16 @@ class Text {
     }
     void blank_from(int first) { blank(first, N); }
 
-    // Puts the pieces, each with its blanks, directly after the last non-blank character; what has
-    // no room is cut.
+    // Appends the pieces, each with its blanks, after the last non-blank character; text that does
+    // not fit is cut.
     template <typename... Pieces>
     void append(const Pieces&... pieces) {
         (add(piece_of(pieces)), ...);
         trim();
     }
 
-    // Replaces every character by what `replace` makes of it, in whole blocks, which a compiler can
-    // make vector instructions of. Blanks fill the last one, as what is after a text may never
+    // Replaces every character by the result of `replace`, in whole blocks, for which a compiler
+    // can use vector instructions. Blanks fill the last block, as the bytes after a text may never
     // have been set.
     template <typename Replace>
     void map(Replace replace) {
@@ -172,7 +172,7 @@ class Text {
     }
 
     int length_ = 0;
-    // What is after the text's length has no meaning. There is room for whole blocks.
+    // The bytes after the text's length have no meaning. There is room for whole blocks.
     Bytes<(N + block_size - 1) / block_size * block_size> bytes_;
 };
 
@@ -184,13 +184,13 @@ template <int N>
 bool operator==(const Text<N>& a, View b) {
     return same(a, trimmed(b));
 }
-// A literal has no trailing blanks. Its known length spares a call for the comparison.
+// A literal has no trailing blanks. Its known length saves a call for the comparison.
 template <int N, std::size_t size>
 bool operator==(const Text<N>& a, const char (&literal)[size]) {
     return a.view() == View(literal, size - 1);
 }
 
-// The pieces one after the other, each with its blanks, as one text.
+// The pieces concatenated into one text, each with its blanks.
 template <int N>
 Text<N> joined(std::initializer_list<View> pieces) {
     return Text<N>(pieces);
