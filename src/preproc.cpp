@@ -2,8 +2,8 @@
 
 namespace orvex {
 
-// Each page that is touched costs time, and of the tables a small model only touches the first
-// rows: the long ones stand together, apart from the rest, and the names begin with a page.
+// Each page touched costs time, and a small model touches only the first rows of the tables. So the
+// long tables are next to each other, apart from the rest, and the names begin on a page.
 constexpr std::size_t page_size = 4096;
 Table<Reference, maxref> symref;
 alignas(page_size) Table<Name, maxsym> symbol;

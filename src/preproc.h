@@ -1,6 +1,6 @@
-// The shared state of the translator: what two files or more read or write. What only one file uses
-// lives in that file. Everything here is plain static storage; reset_run() gives a run,
-// reset_model() a model, its clean beginning. State that outlives them says so where it is.
+// The shared state of the translator: everything that at least two files read or write. What only
+// one file uses is in that file. Everything here is plain static storage; reset_run() clears it for
+// a run, reset_model() for a model. State that survives them says so where it is defined.
 #pragma once
 
 #include "notation/limits.h"
@@ -48,11 +48,11 @@ extern Text<50> versn;
 extern Line inpfil;
 // Path of the file that the generated program writes.
 extern Line scrfil;
-// Put before the generator file's name.
+// Prefix of the generator file's name.
 extern Line scrdir;
-// Path of the error file; blank: none, and only one model is translated.
+// Path of the error file; if blank, there is none, and only one model is translated.
 extern Line errfil;
-// Path of the header file; blank: named after the model.
+// Path of the header file; if blank, it is named after the model.
 extern Line hdrfil;
 // Time stamp of the generator file's consistency guard.
 extern Line time;
@@ -63,7 +63,7 @@ extern int nconst;
 
 // The model: set at its start
 
-// Its name; before its start, the name to look for (blank: any).
+// Its name; before the model starts, the name to look for (blank: any).
 extern Text<notation::model_name_columns> model;
 // The put file's name in generated text.
 extern Text<5> unit;
@@ -118,9 +118,9 @@ extern Table<Name, maxset> set;
 extern int nset;
 // nset at the level of the current block.
 extern int mset;
-// nblkif there.
+// nblkif at that level.
 extern int mblkif;
-// nloop there.
+// nloop at that level.
 extern int mloop;
 
 // The symbol table: kept by symbols/table, printed by symbols/listing
@@ -136,7 +136,7 @@ extern Table<int, maxsym> symloc;
 struct Reference {
     // Input line number.
     int line;
-    // Row of the same symbol's reference before this one, 0 for none.
+    // Row of the same symbol's previous reference, 0 for none.
     int older;
 };
 extern Table<Reference, maxref> symref;
@@ -146,11 +146,11 @@ extern int nsym;
 extern int nref;
 // References not recorded because symref was full.
 extern int nrefign;
-// Length of the longest name met.
+// Length of the longest name so far.
 extern int symlenmx;
 
-// Gives all the state above the values that it has when the program starts, but not the entries of
-// tables: they have no meaning beyond their counts.
+// Resets all the state above to its values at program start, except the entries of tables: they
+// have no meaning beyond their counts.
 void reset_run();
 
 // Resets what belongs to one model: symbols, active sets, open levels and the field. Tables keep

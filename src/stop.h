@@ -1,17 +1,17 @@
-// How a run ends before its time. These routines never return: each throws, and driver/run.cpp
-// alone catches, completes the files and turns the stop into the exit status. (It also catches the
-// failure of a scratch file, which unit.h throws.)
+// How a run ends early. These routines never return: each throws, and only driver/run.cpp catches,
+// completes the files and turns the stop into the exit status. (It also catches the failure of a
+// scratch file, which unit.h throws.)
 //
 // After "Stops:" a header lists the messages that a routine can stop with, each by its code in
-// docs/messages.md, where its text and its cause are; after "Ends the run:" those of messages on
-// the console or in a file of their own. The text itself is spelt only in the routine that stops.
+// docs/messages.md, which gives its text and cause; after "Ends the run:" those printed on the
+// console or to a file of their own. The text itself is spelt only in the routine that stops.
 #pragma once
 
 #include "text/text.h"
 
 namespace orvex {
 
-// The longest message: that of an undeclared variable, with a name of a whole line.
+// The longest message: that for an undeclared variable whose name fills a line.
 using Message = Text<355>;
 
 // A fault in the model: the files are completed with everything translated so far, the symbol
@@ -20,13 +20,13 @@ struct ErrorStop {
     Message message;
 };
 
-// An internal table is full, or a name too long for it: the header file is started afresh and holds
-// the error report alone.
+// An internal table is full, or a name is too long for it: the header file is started again and
+// contains only the error report.
 struct OverflowStop {
     Message message;
 };
 
-// The run is over; what had to be said has been said.
+// The run is over; every message has been printed.
 struct RunEnd {
     int status;
 };

@@ -23,14 +23,13 @@ namespace {
 
 constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 constexpr std::size_t longest_path = 255;
-// A unit's own descriptor is never a standard one, so 0 can stand for none: units start as zero
-// bytes.
+// A unit's descriptor is never a standard one, so 0 can mean none: units start as zero bytes.
 constexpr int no_descriptor = 0;
 
-constexpr mode_t new_file_mode = 0666;  // less what the user's mask takes
+constexpr mode_t new_file_mode = 0666;  // reduced by the user's umask
 constexpr mode_t all_permissions = 0777;
 
-// A path as the system calls want it.
+// A path as the system calls need it.
 using Path = std::array<char, longest_path + 1>;
 
 enum class Kind : char { closed, input, output, scratch };
@@ -39,7 +38,7 @@ struct Unit {
     Kind kind = Kind::closed;
     // Output: written under its own name from the start.
     bool in_place = false;
-    // Reading: nothing more will come.
+    // Reading: no more will come.
     bool at_end = false;
     int descriptor = no_descriptor;
     // errno of the first failure; kept when the unit is closed.
@@ -50,16 +49,16 @@ struct Unit {
     std::size_t begin = 0;
     // End of the buffered bytes.
     std::size_t end = 0;
-    // Output: makes its temporary name, with the attempt.
+    // Output: together with the attempt, makes its temporary name.
     int process = 0;
     int attempt = 0;
     Path name{};
 };
 
-// No reset touches the units: the end of the run closes them, and opening a unit makes it anew.
+// No reset touches the units: the end of the run closes them, and opening a unit starts it afresh.
 // Until then it keeps its error, for the outputs that depend on it.
 //
-// Each page that is touched costs time: few of them are, when units and buffers begin with one.
+// Each page touched costs time. Few are touched when units and buffers are page-aligned.
 constexpr std::size_t page_size = 4096;
 alignas(page_size) std::array<Unit, last_unit - first_unit + 1> units;
 alignas(page_size) char buffers[last_unit - first_unit + 1][buffer_size];
@@ -70,7 +69,7 @@ char* buffer_of(const Unit& unit) { return buffers[&unit - units.data()]; }
 
 unsigned bit_of(int number) { return 1U << static_cast<unsigned>(number - first_unit); }
 
-// False for what can name no file: a blank name, or one with a NUL byte in it.
+// False for an unusable file name: blank, too long, or with a NUL byte in it.
 bool to_path(View name, Path& path) {
     name = trimmed(name);
     if (name.empty() || name.size() > longest_path || name.find('\0') != View::npos) return false;
@@ -78,9 +77,9 @@ bool to_path(View name, Path& path) {
     return true;
 }
 
-// Opens a file on a descriptor other than the three standard ones: a message must not end up
-// in a file. Where the caller has closed those, the first file to be opened, which is only read,
-// takes their places as well.
+// Opens a file on a descriptor other than the three standard ones: a message must not end up in a
+// file. If the caller has closed those, the first file opened, which is only read, occupies their
+// numbers as well.
 int open_descriptor(const char* path, int flags, mode_t mode = new_file_mode) {
     int opened = no_descriptor;
     do {
@@ -105,11 +104,11 @@ bool is_directory(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// A file of its own, without a name, for a scratch text that has outgrown its buffer.
+// A private unnamed file, for a scratch text that has outgrown its buffer.
 int open_unnamed() {
 #ifdef O_TMPFILE
     const int unnamed = ::open(P_tmpdir, O_RDWR | O_TMPFILE | O_CLOEXEC, 0600);
-    if (unnamed >= 0) return unnamed;  // else a file system that cannot do it
+    if (unnamed >= 0) return unnamed;  // else the file system does not support it
 #endif
     char path[] = P_tmpdir "/orvexpp-XXXXXX";
     const int made = ::mkstemp(path);
@@ -117,12 +116,12 @@ int open_unnamed() {
     return std::max(made, no_descriptor);
 }
 
-// The first failure is the one that counts.
+// Only the first failure counts.
 void note_failure(Unit& unit, int error) {
     if (unit.error == 0) unit.error = error;
 }
 
-// Hands the buffered bytes to the file. After a failure the rest of the file is given up.
+// Writes the buffered bytes to the file. After a failure the rest of the file is given up.
 void flush(Unit& unit) {
     if (unit.kind == Kind::scratch && unit.descriptor == no_descriptor) {
         unit.descriptor = open_unnamed();
@@ -140,13 +139,13 @@ void report_failure(const Unit& unit, View what) {
 
 constexpr View cannot_read = " *** Cannot read file: ";
 
-// What cannot be read counts as the end of the file, but not in silence.
+// An unreadable file counts as ended, but this is reported.
 void fail_reading(Unit& unit, int error) {
     note_failure(unit, error);
     if (unit.kind == Kind::input) report_failure(unit, cannot_read);
 }
 
-// Writes bytes as they stand, in pieces that fill the buffer.
+// Writes bytes unchanged, in pieces that fill the buffer.
 void write_bytes(Unit& unit, View bytes) {
     while (!bytes.empty()) {
         if (unit.end == buffer_size) flush(unit);
@@ -156,7 +155,7 @@ void write_bytes(Unit& unit, View bytes) {
     }
 }
 
-// Where a scratch file's line from `start` to `end` ends in the form in which it is copied.
+// The end of a scratch file's line (from `start` to `end`) in the form in which it is copied.
 char* copied_form_end(char* start, const char* end) {
     constexpr std::ptrdiff_t columns = 255;
     const View line =
@@ -165,7 +164,7 @@ char* copied_form_end(char* start, const char* end) {
     return start + std::max<std::size_t>(line.size(), 1);
 }
 
-// Reads as many bytes as there are, at most `room`. None is the end of the file.
+// Reads the available bytes, at most `room`. Returns 0 at the end of the file.
 std::size_t read_some(Unit& unit, char* to, std::size_t room) {
     ssize_t count = 0;
     do {
@@ -175,8 +174,8 @@ std::size_t read_some(Unit& unit, char* to, std::size_t room) {
     return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
 }
 
-// Lets the system copy what is left of a scratch file, which so does not pass through memory here.
-// Where it cannot, or fails, the rest is left to be read and written, which tells what is wrong.
+// Lets the system copy the rest of a scratch file, avoiding a copy through user space. If it
+// cannot, or fails, the rest is read and written, which then reports any error.
 void send_file([[maybe_unused]] Unit& unit, [[maybe_unused]] const Unit& scratch) {
 #ifdef __linux__
     constexpr std::size_t most = std::size_t{1} << 30U;
@@ -186,7 +185,7 @@ void send_file([[maybe_unused]] Unit& unit, [[maybe_unused]] const Unit& scratch
 #endif
 }
 
-// Writes what is left of a scratch file, which never passes through the scratch file's own buffer.
+// Writes the rest of a scratch file, which never passes through the scratch file's own buffer.
 void write_file(Unit& unit, Unit& scratch) {
     send_file(unit, scratch);
     std::size_t count = 0;
@@ -197,11 +196,11 @@ void write_file(Unit& unit, Unit& scratch) {
     } while (count != 0);
 }
 
-// Reads more bytes after the ones not yet read. False at the end of the file.
+// Reads more bytes after the unread ones. Returns false at the end of the file.
 bool refill(Unit& unit) {
     if (unit.at_end || unit.descriptor == no_descriptor) return false;
     char* const buffer = buffer_of(unit);
-    // Of a line that is still without end only its first bytes are ever looked at.
+    // Of a line without a line end so far, only the first bytes are ever used.
     const std::size_t kept = std::min(unit.end - unit.begin, std::size_t{longest_line});
     std::memmove(buffer, buffer + unit.begin, kept);
     unit.begin = 0;
@@ -219,7 +218,7 @@ struct Replaced {
     mode_t mode = new_file_mode;
 };
 
-// Can a file of that name be replaced by renaming another to it? True when there is none, too.
+// Can a file with that name be replaced by renaming another to it? True also if there is none.
 Replaced find_replaced(const char* path) {
     struct stat status;
     if (::lstat(path, &status) != 0) return {errno == ENOENT, false};
@@ -228,7 +227,7 @@ Replaced find_replaced(const char* path) {
     return {can_be, true, status.st_mode & all_permissions};
 }
 
-// The path of the temporary file beside the unit's own: same directory, so that renaming moves no
+// The path of the temporary file next to the unit's own: same directory, so that renaming moves no
 // bytes. It may be longer than the path it replaces, and ends with a zero byte.
 using TemporaryPath = Text<longest_path + 64>;
 TemporaryPath temporary_path(const Unit& unit) {
@@ -252,12 +251,12 @@ int open_temporary(Unit& unit, mode_t mode) {
     return no_descriptor;
 }
 
-// Gives the new file the mode of the one that it replaces, whatever the mask for new files is.
+// Gives the new file the mode of the one that it replaces, whatever the umask.
 bool keep_mode(const Unit& unit, const Replaced& replaced) {
     return !replaced.is_there || ::fchmod(unit.descriptor, replaced.mode) == 0;
 }
 
-// Opens the temporary file and removes what has the name; false when either cannot be done.
+// Opens the temporary file and removes any file with the final name; false if either fails.
 bool open_beside(Unit& unit) {
     const Replaced replaced = find_replaced(unit.name.data());
     if (!replaced.can_be) return false;
@@ -271,7 +270,7 @@ bool open_beside(Unit& unit) {
     return false;
 }
 
-// The error of one of the units that the output needs, or 0.
+// The error of one of the units that the output depends on, or 0.
 int failure_of_needed(const Unit& unit) {
     for (int number = first_unit; number <= last_unit; ++number) {
         const int error = unit_of(number).error;
@@ -293,7 +292,7 @@ void close_output(Unit& unit) {
     if (unit.error != 0) report_failure(unit, " *** Cannot write file: ");
 }
 
-// The unit, closed and without a trace of the file that it was.
+// The unit, closed and with all its fields reset.
 Unit& fresh_unit(int number) {
     close_unit(number);
     return unit_of(number) = Unit{};
@@ -321,7 +320,7 @@ bool open_input(int number, View path) {
     if (!to_path(path, unit.name)) return false;
     unit.descriptor = open_descriptor(unit.name.data(), O_RDONLY);
     if (unit.descriptor == no_descriptor) return false;
-    refill(unit);  // a directory shows when it is read
+    refill(unit);  // only reading shows that it is a directory
     if (unit.error == EISDIR && is_directory(unit.descriptor)) {
         fresh_unit(number);
         return false;
@@ -347,7 +346,7 @@ void open_scratch(int number) { fresh_unit(number).kind = Kind::scratch; }
 bool read_line(int number, View& line) {
     Unit& unit = unit_of(number);
     const char* const buffer = buffer_of(number);
-    std::size_t scanned = 0;  // bytes from `begin` on that hold no line end
+    std::size_t scanned = 0;  // bytes from `begin` on without a line end
     do {
         const char* const start = buffer + unit.begin;
         const void* const found =
