@@ -20,7 +20,7 @@ std::string sets_of(const Symbol& symbol) {
     return text + ")";
 }
 
-// Is a name followed by its sets, or by an attribute with them?
+// Is a name followed by its sets, possibly after an attribute?
 bool has_sets(std::string_view bytes, Offset end) {
     std::size_t at = bytes.find_first_not_of(" \t", end);
     if (at != std::string_view::npos && bytes[at] == '.')
@@ -36,7 +36,7 @@ bool lacks_sets(const Document& document, const UsePlace& place) {
     return !has_sets(document.source.bytes, use.range.end);
 }
 
-// How often a name is used as what, in the order in which that is said.
+// The uses that are counted, in the order in which they are listed.
 struct Count {
     std::string_view words;
     Role role;
@@ -57,7 +57,7 @@ constexpr std::array counts = {
     Count{"in reports ", Role::report},
 };
 
-// The name of the file in a line "$INCLUDE NAME", blanks and quotes around it left out.
+// The file name in a line "$INCLUDE NAME", without blanks and quotes around it.
 Range included_file(std::string_view bytes, Range line) {
     const std::string_view text = text_of(bytes, line);
     if (!is_directive(text, include_directive)) return {};

@@ -1,5 +1,5 @@
-// What an editor can show between the words of a text: sets that are left out, how often a name is
-// used, and files that lines name.
+// What an editor can show in addition to a text: omitted sets, how often a name is used, and links
+// to the files that lines name.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -9,20 +9,20 @@
 
 namespace orvex::frontend {
 
-// A text that is shown at an offset.
+// A text shown at an offset.
 struct Hint {
     Offset offset = 0;
     std::string text;
 };
 
-// The sets of names that are written without them, as declared: "(R)" after the name. Precondition
-// of this and the next: the document is read.
+// The sets of names written without them, as declared: "(R)" after the name. Precondition of this
+// and the next function: the document has been read.
 std::vector<Hint> hints_in(const Document& document, Range range);
 
-// How often a name is used as what: "made by 2, used by 5".
+// How often a name is used in each role: "made by 2, used by 5".
 std::string uses_text(const Model& model, const Symbol& symbol);
 
-// A line of text above a declared name.
+// A line of text shown above a declared name.
 struct Lens {
     Range range;
     std::string text;
@@ -34,7 +34,7 @@ std::vector<Lens> lenses_of(const Document& document);
 // The name of a file in an $INCLUDE line of the host's text.
 struct FileLink {
     Range range;
-    std::string name;  // as it is written, without quotes
+    std::string name;  // as written, without quotes
 };
 
 std::vector<FileLink> links_of(const Document& document);

@@ -51,7 +51,7 @@ std::string snippet_of(const notation::Keyword& keyword) {
     return {};
 }
 
-// Finds what may be written at one place.
+// Finds what may be written at a given place.
 class Completer {
   public:
     Completer(const Document& document, Offset offset)
@@ -110,7 +110,7 @@ class Completer {
         add_fields(true);
     }
 
-    // The names of blocks, first those without one.
+    // The names of blocks, those without a block first.
     void add_owners() {
         switch (context_.keyword->opens) {
         case Opens::production: return add_names(Kind::sector, Role::block);
@@ -126,7 +126,7 @@ class Completer {
         add_fields(false);
     }
 
-    // The last field of the line so far: its label, or what is after it.
+    // Completes the last field of the line so far: its label, or the text after it.
     void add_fields(bool is_opening) {
         const std::string_view before = context_.before;
         const std::size_t blank = before.find_last_of(" \t");
@@ -140,7 +140,7 @@ class Completer {
                    is_first_field(before.substr(0, before.size() - field.size())));
     }
 
-    // Is there no field before the one that is written, nor in a line that it continues?
+    // Is the current field the first one in its line, and does the line not continue another one?
     static bool is_first_field(std::string_view before) {
         return before.find(':') == std::string_view::npos &&
                !before.starts_with(notation::continuation_mark);
@@ -234,8 +234,8 @@ class Completer {
             add_names(kind, Role::constraint);
     }
 
-    // The names of a kind: first those that are not used in that way yet, last those over whose
-    // sets nothing loops here.
+    // The names of a kind. Those not yet used in this role come first; those whose sets no loop
+    // covers here come last.
     void add_names(Kind kind, Role role) {
         const Model& model = *context_.model;
         const std::vector<std::string> loops = loops_at(document_, context_);

@@ -1,4 +1,4 @@
-// What may be written at a place of a text.
+// What may be written at a given place in a text.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -23,22 +23,21 @@ enum class ItemKind {
 struct CompletionItem {
     std::string label;
     ItemKind kind = ItemKind::label;
-    std::string text;     // what is put in
-    std::string snippet;  // the same with places to fill, "$1"; empty where there are none
+    std::string text;     // the text inserted
+    std::string snippet;  // the same with places to fill in, "$1"; empty if there are none
     std::string detail;   // one line
-    int rank = 0;         // what is likelier comes first
+    int rank = 0;         // likelier items have lower ranks
 };
 
 struct Completion {
-    Range replaced;  // what the author has written of it, up to the offset
+    Range replaced;  // what the author has typed of it, up to the offset
     std::vector<CompletionItem> items;
 };
 
-// Precondition: the document is read.
+// Precondition: the document has been read.
 Completion complete_at(const Document& document, Offset offset);
 
-// What there is to say of an item of that kind at a place: of a name, label or keyword, as
-// Markdown.
+// Markdown about an item of that kind (a name, label or keyword) at an offset.
 std::string item_text(const Document& document, Offset offset, const std::string& label,
                       ItemKind kind);
 

@@ -39,7 +39,7 @@ const Block* block_at(const Model& model, Index record) {
     return after == model.blocks.begin() ? nullptr : &*(after - 1);
 }
 
-// A new row that is only begun is no entry yet.
+// A new row that has only been started is not an entry yet.
 const Entry* entry_at(const Tree& tree, const Model& model, const Block& block, Index record) {
     const auto entries = entries_of(model, block);
     const auto after =

@@ -22,7 +22,7 @@ void note_lines(Document& document) {
     document.is_read = false;
 }
 
-// Bytes and units of the character at the front of a text, which is not empty.
+// Size in bytes and units of the first character of a text, which must not be empty.
 struct Step {
     std::size_t bytes;
     std::uint32_t units;
@@ -44,7 +44,7 @@ std::uint32_t line_of_offset(const Document& document, Offset offset) {
     return static_cast<std::uint32_t>(after - document.lines.begin()) - 1;
 }
 
-// Passes over the models before the uses of one are collected, so that each has its place.
+// Collects the uses of names in all models, sorted by place.
 void note_uses(Document& document) {
     document.uses.clear();
     for (Index model = 0; model < document.models.size(); ++model) {
@@ -107,7 +107,7 @@ Position position_at(const Document& document, Offset offset) {
     position.line = line_of_offset(document, offset);
     const Offset begin = document.lines[position.line];
     std::string_view text = text_of(document.source.bytes, {begin, offset});
-    // A character that the offset cuts is not passed.
+    // A character that contains the offset is not counted.
     const std::string_view rest = std::string_view(document.source.bytes).substr(begin);
     std::size_t at = 0;
     while (at < text.size()) {

@@ -1,5 +1,5 @@
-// A text that is open in an editor, with its tree, its models and the places of its names, and
-// positions as the editor counts them.
+// A text open in an editor, with its tree, its models and the places of its names, and positions as
+// the editor counts them.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -12,10 +12,10 @@
 
 namespace orvex::frontend {
 
-// What the characters of a position count.
+// The units in which a position counts characters.
 enum class Units { utf8, utf16, utf32 };
 
-// Line and character, both from 0.
+// Line and character, both counted from 0.
 struct Position {
     std::uint32_t line = 0;
     std::uint32_t character = 0;
@@ -32,12 +32,12 @@ struct Document {
     std::int64_t version = 0;
     Units units = Units::utf16;
     Source source;
-    // Of the text as it was last read.
+    // Of the text as last read.
     std::vector<Model> models;
     std::vector<UsePlace> uses;  // in the order of their places
-    // Where each line begins. LF, CR LF and a CR alone end a line for an editor.
+    // Where each line begins. For an editor, LF, CR LF and a lone CR end a line.
     std::vector<Offset> lines;
-    bool is_read = false;  // the tree and the models are those of the text
+    bool is_read = false;  // the tree and the models match the text
 };
 
 // Sets the whole text.
@@ -46,20 +46,20 @@ void set_text(Document& document, std::string text);
 // Replaces a part of the text.
 void replace_text(Document& document, Range range, std::string_view text);
 
-// Reads the text where it has changed since: the tree, the models and their uses.
+// Reads the text again if it has changed: the tree, the models and their uses.
 void read_text(Document& document);
 
-// The offset of a position: at most the end of its line, or of the text.
+// The offset of a position, but at most the end of its line or of the text.
 Offset offset_at(const Document& document, Position position);
 
-// The position of an offset: of the character that it is in. A byte that is not part of a character
-// of UTF-8 counts as one unit.
+// The position of an offset, or of the character that contains it. A byte that is not part of a
+// UTF-8 character counts as one unit.
 Position position_at(const Document& document, Offset offset);
 
 // A line without its line end.
 Range line_at(const Document& document, std::uint32_t line);
 
-// The use of a name that is at an offset or ends there; null where there is none.
+// The use of a name that contains an offset or ends there; null if there is none.
 const UsePlace* use_at(const Document& document, Offset offset);
 
 inline const Model& model_of(const Document& document, const UsePlace& place) {

@@ -12,14 +12,15 @@ extern const std::string_view guide_page;
 
 namespace {
 
-// Does a keyword of a table, `$SECTOR` or `$PROD:`, begin a word, or is it the word?
+// Does a table's keyword (`$SECTOR` or `$PROD:`) match a word? Without a colon, it need only be the
+// beginning of the word.
 bool is_meant(std::string_view shown, std::string_view name) {
     const bool is_start = shown.starts_with('$') && !shown.ends_with(':');
     if (shown.ends_with(':')) shown.remove_suffix(1);
     return shown == name || (is_start && name.starts_with(shown));
 }
 
-// Is the name one of those in back quotes in the first cell of a row?
+// Is the name one of those in backticks in the first cell of a row?
 bool has_name(std::string_view row, std::string_view name) {
     std::string_view cell = row.substr(1, row.find('|', 1) - 1);
     while (cell.find('`') != std::string_view::npos) {

@@ -6,9 +6,9 @@
 
 namespace orvex::frontend {
 
-// The row of a table for a label or a keyword, "Q" or "$PROD", as a list of Markdown: each cell
-// that has a text after the head of its column, which terminals show better than a table. Empty
-// where there is none.
+// The row of a table for a label or a keyword, "Q" or "$PROD", as a Markdown list, which terminals
+// show better than a table: each cell that is not empty, after the heading of its column. Empty if
+// there is no such row.
 std::string guide_row(std::string_view name);
 
 }  // namespace orvex::frontend

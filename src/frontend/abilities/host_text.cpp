@@ -12,7 +12,7 @@ namespace {
 
 using std::string_view;
 
-// Calls `take` with each line of the program, as long as it returns true.
+// Calls `take` with each line of the program until it returns false.
 template <typename Take>
 void each_host_line(const Document& document, const Take& take) {
     const Tree& tree = document.source.tree;
@@ -28,26 +28,26 @@ void each_host_line(const Document& document, const Take& take) {
     }
 }
 
-// A quote that is not closed in its line is an apostrophe.
+// A quote that is not closed on its line is an apostrophe.
 bool is_apostrophe(string_view line, std::size_t at, const Lexeme& next) {
     return next.kind == TokenKind::string && (next.end == at + 1 || line[next.end - 1] != line[at]);
 }
 
-// What is part of a number, of a macro or of "it's" is not a word.
+// Is this a word of its own, not part of a number, of a macro or of "it's"?
 bool is_apart(string_view line, std::size_t begin, std::size_t end) {
     const char before = begin > 0 ? line[begin - 1] : ' ';
     if (is_name_byte(before) || before == '%' || before == '\'') return false;
     return end == line.size() || line[end] != '%';
 }
 
-// Calls `take` with each word of the line, as long as it returns true. Returns what it did last.
+// Calls `take` with each word of the line until it returns false. Returns the last result.
 template <typename Take>
 bool each_word(string_view bytes, Range range, const Take& take) {
     const string_view line = text_of(bytes, range);
     for (std::size_t at = 0; at < line.size();) {
         Lexeme next = next_lexeme(line, at);
         if (is_apostrophe(line, at, next)) next = {TokenKind::symbol, at + 1};
-        // After ".." begins an equation.
+        // An equation begins after "..".
         const bool opens =
             next.kind == TokenKind::attribute && at > 0 && line[at - 1] == '.' && at + 1 < next.end;
         const std::size_t begin = opens ? at + 1 : at;
@@ -62,7 +62,7 @@ bool each_word(string_view bytes, Range range, const Take& take) {
     return true;
 }
 
-// Calls `take` with each place of a name, as long as it returns true.
+// Calls `take` with each place of a name until it returns false.
 template <typename Take>
 void each_place(const Document& document, string_view name, const Take& take) {
     const string_view bytes = document.source.bytes;

@@ -1,4 +1,4 @@
-// The words of the host's program around the models.
+// The words of the host program around the models.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -9,15 +9,15 @@
 
 namespace orvex::frontend {
 
-// Where a name is a word of the host's program, in the order of the text: outside of models,
-// comments, control lines ("$" in column 1), quotes and "%X%", and not an attribute such as ".L".
-// Its case does not matter. Precondition: the document is read.
+// Where a name is a word of the host program, in the order of the text: outside models, comments,
+// control lines ("$" in column 1), quotes and "%X%", and not an attribute such as ".L". Its case
+// does not matter. Precondition: the document has been read.
 std::vector<Range> host_words(const Document& document, std::string_view name);
 
 // The first of them.
 std::optional<Range> first_host_word(const Document& document, std::string_view name);
 
-// The word of the host's program that is at an offset or ends there.
+// The word of the host program that contains an offset or ends there.
 std::optional<Range> host_word_at(const Document& document, Offset offset);
 
 }  // namespace orvex::frontend

@@ -34,7 +34,7 @@ std::vector<int> lines_of_loops(const Document& document, const Model& model, In
     return lines;
 }
 
-// What the label before a use says about it.
+// What the label before a use means for it.
 std::string text_of_label(const Document& document, const Use& use) {
     const std::string label = label_before(document, use.record, use.range.begin);
     const std::string row = label.empty() ? std::string() : guide_row(label);

@@ -1,4 +1,4 @@
-// What an editor tells of the word under the pointer.
+// What an editor shows about the word under the pointer.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -13,7 +13,7 @@ struct Hover {
     std::string text;  // Markdown
 };
 
-// Of a name, a label or a keyword; nothing for another place. Precondition: the document is read.
+// About a name, a label or a keyword; nothing elsewhere. Precondition: the document has been read.
 std::optional<Hover> hover_at(const Document& document, Offset offset);
 
 // Kind, sets, description and uses of a name, as Markdown.

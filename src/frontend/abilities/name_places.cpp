@@ -25,7 +25,7 @@ bool is_owned(const Symbol& symbol) {
     return symbol.is_declared || is_variable(symbol.kind) || symbol.kind == Kind::report;
 }
 
-// The number of models that have the name, and of those that own it.
+// How many models use the name, and how many of those own it.
 struct Shared {
     int users = 0;
     int owners = 0;
@@ -59,7 +59,7 @@ Target target_of_use(const Document& document, const UsePlace& place) {
             owned ? place.model : no_index, no_index, use.range};
 }
 
-// The token of a label that is at an offset or ends there; an empty range where there is none.
+// The label token that contains an offset or ends there; an empty range if there is none.
 Range label_at(const Tree& tree, Index record, Offset offset) {
     for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
          ++token) {
@@ -182,7 +182,7 @@ std::vector<NamedPlace> places_of(const Document& document, const Target& target
     std::stable_sort(places.begin(), places.end(), [](const NamedPlace& a, const NamedPlace& b) {
         return a.range.begin < b.range.begin;
     });
-    // None of them may be changed twice.
+    // Nothing may be changed twice, so overlapping places are removed.
     const auto end = std::unique(
         places.begin(), places.end(),
         [](const NamedPlace& a, const NamedPlace& b) { return b.range.begin < a.range.end; });

@@ -12,7 +12,7 @@ namespace {
 
 using std::string_view;
 
-// A nest and, in parentheses, the one that it is part of.
+// A nest and, in parentheses, its parent nest.
 void add_opened(string_view bytes, Range label, std::vector<NestLabel>& labels) {
     const string_view text = text_of(bytes, label);
     const std::size_t open = std::min(text.find('('), text.size());

@@ -1,4 +1,4 @@
-// Where the labels of nests are, and sets in labels such as "R.TL".
+// Where labels of nests are, and sets in labels such as "R.TL".
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -13,15 +13,14 @@ struct NestLabel {
     bool opens = false;  // in the block's opening record, not in parentheses
 };
 
-// The labels of a block's nests, in the order of the text: those that open a nest, in parentheses
-// those that one is part of, and those by which an entry gets into one. Precondition: the document
-// is read.
+// The labels of a block's nests, in the order of the text: those that open a nest, their parents in
+// parentheses, and those that put an entry into a nest. Precondition: the document has been read.
 std::vector<NestLabel> nest_labels_of(const Document& document, const Model& model, Index block);
 
-// The set in a label that is made of its elements: "R" of "R.TL"; else an empty range.
+// The set in a label made from its elements: "R" in "R.TL"; otherwise an empty range.
 Range set_in_label(std::string_view bytes, Range label);
 
-// Where a set is in the labels of a model. Its case does not matter.
+// Where a set occurs in the labels of a model. Its case does not matter.
 std::vector<Range> labels_of_set(const Document& document, const Model& model,
                                  std::string_view set);
 

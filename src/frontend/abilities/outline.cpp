@@ -50,7 +50,7 @@ class Outline {
         return range_of(tree_, tree_.records[record].token);
     }
 
-    // "$SECTORS", "$PROD:Y(S)": without a condition, fields and comments.
+    // "$SECTORS", "$PROD:Y(S)": without condition, fields and comments.
     std::string head_of(Index record) const {
         std::string head;
         for (Index token = tree_.records[record].token; token < tree_.records[record + 1].token;
@@ -82,7 +82,7 @@ class Outline {
         if (is_listed) items.push_back(std::move(item));
     }
 
-    // The names that are declared before a record, from the last one on.
+    // The names declared before a record and not yet added.
     void add_names(Index end, std::vector<OutlineItem>& items) {
         for (; next_ < model_.declared.size(); ++next_) {
             const Index number = model_.declared[next_];

@@ -12,17 +12,17 @@ namespace orvex::frontend {
 struct OutlineItem {
     std::string name;    // "$SECTORS", "$PROD:Y(S)", "PY(S)"; never empty
     std::string detail;  // the description of a name
-    // What it is: a name of a kind, or a block about names of a kind; nothing for a model, and for
-    // a block of declarations or reports.
+    // The kind of the name, or of the names that a block is about; nothing for a model, and for a
+    // block of declarations or reports.
     std::optional<Kind> kind;
     bool is_model = false;
-    Range range;      // of all of it
-    Range selection;  // of its name, within the range
+    Range range;      // of the whole item
+    Range selection;  // of its name, within `range`
     std::vector<OutlineItem> items;
 };
 
 // The models in the order of the text, their blocks within them, and the names that these declare.
-// Precondition: the document is read.
+// Precondition: the document has been read.
 std::vector<OutlineItem> outline_of(const Document& document);
 
 }  // namespace orvex::frontend

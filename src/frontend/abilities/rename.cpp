@@ -51,7 +51,7 @@ string refusal_of_token(TokenKind kind, string_view text) {
     }
 }
 
-// A word that is a name of one model, or of the host in a model, can be renamed.
+// Refuses a word that no model owns, or that several models own.
 string refusal_in_host_text(const Document& document, Offset offset) {
     const auto word = host_word_at(document, offset);
     const string_view name = word ? text_of(document.source.bytes, *word) : string_view();
@@ -61,7 +61,7 @@ string refusal_in_host_text(const Document& document, Offset offset) {
     return "several models use the name " + quoted(name) + ": rename it in a model";
 }
 
-// Why nothing at an offset can be renamed: what is there, or ends there.
+// Why the thing at an offset, or ending there, cannot be renamed.
 string refusal_at(const Document& document, Offset offset) {
     const Tree& tree = document.source.tree;
     const auto after = std::upper_bound(tree.tokens.begin(), tree.tokens.end() - 1, offset,
@@ -89,7 +89,7 @@ bool is_among(const std::vector<NamedPlace>& places, Range range) {
     return after != places.begin() && (after - 1)->range.end >= range.end;
 }
 
-// The first place of a name in a token that is not among the known ones.
+// The first occurrence of a name in a token that is not among the known places.
 std::optional<Range> unknown_in_token(string_view bytes, Range token, string_view name,
                                       const std::vector<NamedPlace>& places) {
     const string_view text = text_of(bytes, token);
@@ -154,7 +154,7 @@ string refusal_of_target(const Document& document, const Target& target) {
     return {};
 }
 
-// New names that cannot be.
+// New names that cannot be used.
 
 string refusal_of_form(string_view name) {
     if (!is_plain_name(name)) {
@@ -169,7 +169,7 @@ string refusal_of_form(string_view name) {
     return is_operator_word(word) || is_function(word) ? refusal_of_word(word) : "";
 }
 
-// A name that one of the models uses, or a word of the host's program.
+// Refuses a name already used by one of the models, or as a word of the host program.
 string refusal_of_known(const Document& document, const Target& target, string_view name) {
     for (const Model& model : document.models) {
         if (same_when_read(model.name, name)) return quoted(name) + " is the name of a model";
@@ -190,7 +190,7 @@ string refusal_of_new_name(const Document& document, const Target& target, strin
     return refusal_of_known(document, target, name);
 }
 
-// What the new name makes of the text.
+// What the new name does to the text.
 
 string renamed(string_view bytes, const std::vector<NamedPlace>& places, string_view name) {
     string text;
@@ -203,7 +203,8 @@ string renamed(string_view bytes, const std::vector<NamedPlace>& places, string_
     return text.append(bytes.substr(end));
 }
 
-// The line that is longer than what is read of it, or would be; 0 where there is none.
+// The number of a changed line that does not fit the columns read, before or after; 0 if there is
+// none.
 Index cut_line(const Tree& before, const Tree& after) {
     for (Index record = 0; record < line_count(before); ++record) {
         const Range old = line_range(before, record);
@@ -231,7 +232,7 @@ bool same_uses(const Model& before, const Model& after) {
                       });
 }
 
-// Why a model would not be the same with the new name; empty where it would.
+// How a model would change with the new name; empty if it would not.
 string difference(const Model& before, const Model& after) {
     const auto [old, now] = std::mismatch(
         before.errors.begin(), before.errors.end(), after.errors.begin(), after.errors.end(),
@@ -265,7 +266,7 @@ string refusal_of_result(const Document& document, const std::vector<NamedPlace>
     return {};
 }
 
-// What can be renamed at an offset, and all its places. Without a target there is a refusal.
+// What can be renamed at an offset, and all its places. If there is no target, there is a refusal.
 struct Found {
     std::optional<Target> target;
     std::vector<NamedPlace> places;

@@ -1,4 +1,4 @@
-// Giving a name of the model, or of the host's program, another name.
+// Renaming a name of a model or of the host program.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -11,20 +11,21 @@ namespace orvex::frontend {
 
 struct RenamedPlace {
     Range range;
-    bool in_host_text = false;  // where a word may be something else
+    bool in_host_text = false;  // where a word may mean something else
 };
 
 struct Renaming {
-    std::string refusal;               // why it cannot be done; empty where it can
-    Range name;                        // at the offset
-    std::vector<RenamedPlace> places;  // in the order of the text, without those that are right
+    std::string refusal;  // why it cannot be renamed; empty if it can
+    Range name;           // at the offset
+    std::vector<RenamedPlace>
+        places;  // in text order, without those that already have the new name
 };
 
-// Can what is named at an offset get another name? Precondition: the document is read.
+// Can the name at an offset be renamed? Precondition: the document has been read.
 Renaming prepare_rename(const Document& document, Offset offset);
 
-// The places that must change for it. Afterwards the models of the file mean the same: a new name
-// with which they would not is refused. Precondition: the document is read.
+// The places that must change. Afterwards the models of the file mean the same: a new name that
+// would change their meaning is refused. Precondition: the document has been read.
 Renaming rename_at(const Document& document, Offset offset, std::string_view new_name);
 
 }  // namespace orvex::frontend

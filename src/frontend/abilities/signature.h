@@ -1,4 +1,4 @@
-// The sets of a name within whose parentheses one writes.
+// The sets of the name in whose parentheses the user is typing.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -12,13 +12,13 @@ namespace orvex::frontend {
 
 struct Signature {
     std::string text;                            // "PY(R,S)"
-    std::vector<std::pair<int, int>> arguments;  // the places of the sets in it
-    int active = 0;                              // the argument that is being written
+    std::vector<std::pair<int, int>> arguments;  // the places of the sets in `text`
+    int active = 0;                              // the argument being typed
     std::string description;
 };
 
-// Nothing where the offset is in no list, or the name has no sets. Precondition: the document is
-// read.
+// Nothing if the offset is not in an argument list, or the name has no sets. Precondition: the
+// document has been read.
 std::optional<Signature> signature_at(const Document& document, Offset offset);
 
 }  // namespace orvex::frontend

@@ -98,7 +98,7 @@ class Parts {
         }
     }
 
-    // A record with those that continue it.
+    // A record with its continuations.
     void add_entry(Index record) {
         const auto continues = [&](Index at) {
             return at < line_count(tree_) && tree_.records[at].kind == RecordKind::continuation;

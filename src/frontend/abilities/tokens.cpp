@@ -51,7 +51,7 @@ Type type_of(Kind kind) {
     return parameter_type;
 }
 
-// What a token is that is not a use of a name.
+// The type of a token that is not a use of a name.
 std::optional<Type> type_of(TokenKind kind, std::string_view text) {
     switch (kind) {
     case TokenKind::keyword: return keyword_type;
@@ -74,7 +74,7 @@ std::optional<Type> type_of(TokenKind kind, std::string_view text) {
     }
 }
 
-// Goes through the tokens of a text and the uses in them, which both are in their order.
+// Goes through the tokens of a text and the uses in them, both in text order.
 class Collector {
   public:
     Collector(const Document& document, Range range) : document_(document), range_(range) {}
@@ -109,7 +109,7 @@ class Collector {
         if (type) found_.push_back({token, *type, false});
     }
 
-    // A token can hold more uses than one where it is an expression that is not taken apart.
+    // A token can contain several uses if it is an expression that is not split further.
     bool take_uses(Range token) {
         bool found = false;
         Offset end = token.begin;

@@ -1,4 +1,4 @@
-// What each part of a text is, for an editor that colours it.
+// The type of each part of a text, for syntax highlighting in an editor.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -16,11 +16,10 @@ struct ColouredToken {
     bool is_declaration = false;
 };
 
-// The names of the types, as the protocol has them; ColouredToken::type is an index.
+// The names of the types in the protocol; ColouredToken::type is an index.
 std::span<const std::string_view> token_types();
 
-// The tokens that are, in part at least, in a range of the text, in their order. Precondition: the
-// document is read.
+// The tokens that overlap a range of the text, in order. Precondition: the document has been read.
 std::vector<ColouredToken> coloured_tokens(const Document& document, Range range);
 
 }  // namespace orvex::frontend
