@@ -1,4 +1,4 @@
-// What balancing a model has found, as findings.
+// The results of balancing a model, as findings.
 #pragma once
 
 #include "frontend/accounts/balance.h"
@@ -19,7 +19,7 @@ constexpr std::string_view gap_code = "account-unbalanced";
 constexpr std::string_view open_demands_code = "demand-quantity-missing";
 constexpr std::string_view price_code = "price-mismatch";
 
-// The words of a finding: the variant of its message and what is in its places.
+// The words of a finding: the variant of its message and the values for its placeholders.
 struct FindingWords {
     std::string_view variant;
     Values values;
@@ -29,7 +29,7 @@ FindingWords words_of_gap(const Account& account);
 FindingWords words_of_open_demands(const Account& consumer);
 FindingWords words_of_price(const PriceGap& price);
 
-// What a note at the likely entry says.
+// The text of a note at the likely entry.
 constexpr std::string_view likely_note =
     "this may be the wrong entry: no other belongs to all unbalanced accounts";
 

@@ -7,7 +7,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Of each kind of finding about lines. Further ones are counted.
+// Findings of each kind about lines that are kept; further ones are counted.
 constexpr std::size_t most_kept = 100;
 
 void keep_price(ModelAccounts& model, const Transaction& entry, double expected) {
@@ -21,7 +21,7 @@ void keep_price(ModelAccounts& model, const Transaction& entry, double expected)
     }
 }
 
-// That the text is a model explains all other faults.
+// If the text is a model, that explains all other faults.
 void keep_fault(std::vector<PrintedFault>& faults, const PrintedFault& fault) {
     const bool is_explained = !faults.empty() && faults.front().variant == model_fault;
     if (is_explained || faults.size() == most_kept) return;
@@ -29,7 +29,7 @@ void keep_fault(std::vector<PrintedFault>& faults, const PrintedFault& fault) {
     faults.push_back(fault);
 }
 
-// The first pass: all amounts are posted.
+// The first pass: posts all amounts.
 class Poster {
   public:
     Poster(const BalanceSettings& settings, std::vector<ModelAccounts>& models)
@@ -44,7 +44,7 @@ class Poster {
                 [this](const PrintedFault& fault) { keep_fault(current().faults, fault); }};
     }
 
-    // After the last entry of the model.
+    // Called after the last entry of the model.
     void end_model() {
         if (models_.size() == first_) return;
         settle(current().books, posting_);
@@ -88,7 +88,7 @@ Suspects suspects_of(const ModelAccounts& model, const BalanceSettings& settings
     return suspects;
 }
 
-// An entry with a wrong price has a wrong number, so it comes before all others.
+// An entry with a wrong price contains a wrong number, so it takes precedence.
 std::optional<Transaction> likely_in(const ModelAccounts& model, const Suspects& suspects) {
     if (!has_gap(model)) return std::nullopt;
     if (model.prices.size() == 1) {

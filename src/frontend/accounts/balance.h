@@ -1,5 +1,6 @@
-// Printed models, balanced: a pass over the text makes the accounts, and where some have a gap, a
-// second one looks for the entry that may be wrong. What is kept grows with the accounts alone.
+// Balancing printed models. A first pass over the text builds the accounts; if some have a gap, a
+// second pass looks for the entry that may be wrong. Memory use depends only on the number of
+// accounts.
 #pragma once
 
 #include "frontend/accounts/books.h"
@@ -28,25 +29,25 @@ struct PriceGap {
 
 struct ModelAccounts {
     std::string name;
-    LinePlace line = 0;  // of $MODEL:
+    LinePlace line = 0;  // of the line with $MODEL:
     Books books;
     Gaps gaps;
     std::optional<Transaction> likely;     // the entry that may be wrong
     std::map<LinePlace, PriceGap> prices;  // the first ones, by the line of the price
-    std::size_t more_prices = 0;           // lines of further ones
-    std::vector<PrintedFault> faults;      // the first ones; with any, no account has been judged
-    Matrix matrix;                         // where it is wanted
+    std::size_t more_prices = 0;           // lines with further ones
+    std::vector<PrintedFault> faults;      // the first ones; if any, no account has been judged
+    Matrix matrix;                         // if wanted
 };
 
 struct BalanceSettings {
     Levels levels;
     double tolerance = usual_tolerance;
     bool wants_matrix = false;
-    bool has_rows = false;  // places are those of rows, which can be printed for many elements
+    bool has_rows = false;  // a place is a row, which can be printed for many elements
 };
 
-// A pass over the lines of a printed text, each with its number, or with that of the line of the
-// model that it comes from. False, with errno set, where they cannot be read.
+// A pass over the lines of a printed text, each with its line number, or with the place in the
+// model that it comes from. False, with errno set, if they cannot be read.
 using LineSink = std::function<void(std::string_view text, LinePlace line)>;
 using LinePass = std::function<bool(const LineSink& sink)>;
 
@@ -54,7 +55,7 @@ using LinePass = std::function<bool(const LineSink& sink)>;
 ModelAccounts balance_transactions(std::span<const Transaction> entries,
                                    const BalanceSettings& settings);
 
-// Appends the accounts of all models of the text. False where a pass failed.
+// Appends the accounts of all models of the text. False if a pass failed.
 bool balance_text(const LinePass& pass, const BalanceSettings& settings,
                   std::vector<ModelAccounts>& models);
 

@@ -10,7 +10,7 @@ namespace {
 
 using notation::Meaning;
 
-// Without a level an activity or a price is 1, and an auxiliary variable 0.
+// If no level is given, an activity or a price is 1, and an auxiliary variable 0.
 constexpr double usual_level = 1;
 constexpr double usual_variable = 0;
 
@@ -23,7 +23,7 @@ AccountKind owner_kind(Meaning flow) {
     return is_of_sector(flow) ? AccountKind::sector : AccountKind::consumer;
 }
 
-// An endowment without a quantity is nothing, an output or an input one unit.
+// Without a quantity, an endowment is zero, and an output or an input is one unit.
 double quantity_of(const Levels& levels, const Transaction& entry) {
     const double usual = entry.flow == Meaning::endowment ? 0 : 1;
     const double factor = entry.ration.empty() ? 1 : level_of(levels, entry.ration, usual_variable);
@@ -60,7 +60,7 @@ void post_taxes(Books& books, const Levels& levels, const Transaction& entry, Ac
     }
 }
 
-// The commodity of a demand without a quantity waits until all income is known.
+// Remembers the commodity of a demand without a quantity until all income is known.
 void keep_open(Books& books, AccountIndex owner, AccountIndex good) {
     Account& consumer = books.accounts[owner];
     if (consumer.open_count == 0) consumer.open_good = good;
@@ -71,7 +71,7 @@ void keep_open(Books& books, AccountIndex owner, AccountIndex good) {
 }  // namespace
 
 double rounding_of(const Account& account) {
-    constexpr double precision = 1e-12;  // of sums of up to some thousand amounts
+    constexpr double precision = 1e-12;  // for sums of up to some thousand amounts
     return precision * account.turnover;
 }
 

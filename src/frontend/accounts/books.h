@@ -1,7 +1,8 @@
-// The accounts of a model: what each sector, commodity and consumer receives and pays. An amount is
-// received by one account and paid by another, as in a table of accounts (row, column): an output
-// is received by its sector and paid by the commodity, an input received by the commodity and paid
-// by the sector. What a commodity receives is its demand, what it pays its supply.
+// The accounts of a model: what each sector, commodity and consumer receives and pays. One account
+// receives an amount and another pays it, as in a table of accounts (row, column): a sector
+// receives the value of its output and the commodity pays it; a commodity receives the value of an
+// input and the sector pays it. What a commodity receives is its demand, what it pays is its
+// supply.
 #pragma once
 
 #include "frontend/accounts/line_place.h"
@@ -31,25 +32,25 @@ struct Account {
     double level = 1;  // activity of a sector, price of a commodity
     double received = 0;
     double paid = 0;
-    double taxes = 0;            // of a sector: a part of `paid`
-    double turnover = 0;         // all amounts without their signs
+    double taxes = 0;            // of a sector: included in `paid`
+    double turnover = 0;         // the sum of the absolute amounts
     LinePlace place = 0;         // where the account is declared, or first used
-    unsigned open_count = 0;     // demands of a consumer without a quantity
-    AccountIndex open_good = 0;  // commodity of the first of them
-    bool takes_rest = false;     // of a commodity: one of such a demand
+    unsigned open_count = 0;     // of a consumer: its demands without a quantity
+    AccountIndex open_good = 0;  // the commodity of the first of them
+    bool takes_rest = false;     // of a commodity: some consumer demands it without a quantity
 };
 
 // What a sector pays for its inputs.
 inline double cost_of(const Account& sector) { return sector.paid - sector.taxes; }
 
-// What the sums of an account may be wrong by because numbers have a limited precision.
+// The largest rounding error that the sums of an account may have.
 double rounding_of(const Account& account);
 
 struct TextHash : std::hash<std::string_view> {
     using is_transparent = void;
 };
 
-// The activity, price or value of a variable by its printed name in capitals; null where it is not
+// The activity, price or value of a variable by its printed name in capitals; null if none is
 // given. An empty function gives none.
 using Levels = std::function<const double*(std::string_view name)>;
 
@@ -57,34 +58,34 @@ struct Books {
     std::vector<Account> accounts;  // in the order in which they were opened
     std::array<std::unordered_map<std::string, AccountIndex, TextHash, std::equal_to<>>,
                account_kind_count>
-        names;  // of each kind
+        names;  // one for each kind
 };
 
-// Is called with the accounts that receive and pay an amount.
+// Called with the accounts that receive and pay an amount.
 using Posting = std::function<void(AccountIndex row, AccountIndex column, double amount)>;
 
-// The account of that kind and name, opened at its level where there is none yet.
+// The account with that kind and name; opens it at its level if there is none yet.
 AccountIndex open_account(Books& books, const Levels& levels, AccountKind kind,
                           std::string_view name, LinePlace place);
 
-// The account of that kind and name, if there is one.
+// The account with that kind and name, if there is one.
 std::optional<AccountIndex> find_account(const Books& books, AccountKind kind,
                                          std::string_view name);
 
 // All accounts: sectors, then commodities, then consumers.
 std::vector<AccountIndex> by_kind(const Books& books);
 
-// Enters an entry into all its accounts. Each amount is also given to `posting` where that is set.
+// Enters an entry into all its accounts. If `posting` is set, it is called with each amount.
 void post_entry(Books& books, const Levels& levels, const Transaction& entry,
                 const Posting& posting = {});
 
-// After the last entry of a model: gives each consumer's single demand without a quantity the
-// income that is left.
+// Call after the last entry of a model: gives each consumer's single demand without a quantity the
+// remaining income.
 void settle(Books& books, const Posting& posting = {});
 
 // The accounts of an entry: its owner's, its commodity's and those of the receivers of its taxes.
-// With `follow`, also the commodity that takes what is left of the income of one of them.
-// Precondition: the entry was posted.
+// With `follow`, also the commodity on which one of them spends its remaining income. Precondition:
+// the entry was posted.
 std::vector<AccountIndex> accounts_of(const Books& books, const Transaction& entry, bool follow);
 
 // The sum of all rates of an entry.

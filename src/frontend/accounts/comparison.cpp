@@ -75,7 +75,7 @@ class TableReader {
     std::set<std::string> rows_;
 };
 
-// Two tables, cell by cell.
+// Compares two tables, cell by cell.
 class Comparison {
   public:
     Comparison(const AccountTable& table, const Books& books, const Matrix& matrix)
@@ -132,7 +132,7 @@ class Comparison {
 
     const AccountTable& table_;
     std::set<std::string> own_names_;
-    std::map<CellPlace, std::pair<double, double>> cells_;  // of the model, of the table
+    std::map<CellPlace, std::pair<double, double>> cells_;  // in the model, in the table
     std::vector<Finding> findings_;
 };
 

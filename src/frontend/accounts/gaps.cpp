@@ -9,7 +9,7 @@ namespace {
 
 using notation::Meaning;
 
-// Those of the accounts that have a gap.
+// The accounts among these that have a gap.
 std::set<AccountIndex> with_gap(const Suspects& suspects, const std::vector<AccountIndex>& all) {
     std::set<AccountIndex> found;
     for (const AccountIndex account : all) {

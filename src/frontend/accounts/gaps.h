@@ -1,5 +1,5 @@
-// What does not balance: accounts whose two sides differ, and reference prices that differ from
-// those that the taxes make.
+// Accounts that do not balance because their two sides differ, and reference prices that do not
+// match the taxes.
 #pragma once
 
 #include "frontend/accounts/books.h"
@@ -13,17 +13,17 @@
 
 namespace orvex::frontend {
 
-constexpr double usual_tolerance = 1e-6;  // of the larger side
+constexpr double usual_tolerance = 1e-6;  // relative to the larger side
 
 // Do two numbers agree within a tolerance relative to the larger one?
 bool agree(double one, double other, double tolerance);
 
-// Revenue less cost and taxes, supply less demand, income less spending; 0 where that is a rounding
+// Revenue less cost and taxes, supply less demand, income less spending; 0 if that is a rounding
 // error.
 double gap_of(const Account& account);
 
-// Which accounts of settled books have a gap, and which cannot be judged, since a consumer has
-// several demands without a quantity.
+// The accounts of settled books that have a gap, and those that cannot be judged because a consumer
+// has several demands without a quantity.
 struct Gaps {
     std::vector<AccountIndex> accounts;      // ascending
     std::vector<AccountIndex> undetermined;  // the consumers
@@ -34,12 +34,12 @@ Gaps find_gaps(const Books& books, double tolerance);
 // Can an account not be judged?
 bool is_unknown(const Account& account, const Gaps& gaps);
 
-// Of the entries with one place, which may be one row of a model for many elements: the first one,
-// and the accounts with a gap that belong to any of them.
+// The entries with one place, which may be one row of a model for many elements: the first of them,
+// and the accounts with a gap that any of them belongs to.
 struct SuspectedRow {
     Transaction first;
     std::set<AccountIndex> direct;
-    std::set<AccountIndex> by_income;  // also through what is left of an income
+    std::set<AccountIndex> by_income;  // also through remaining income
 };
 
 // How many entries, or rows, belong to all accounts with a gap, and the first of them.
@@ -48,10 +48,10 @@ struct Suspicion {
     Transaction first;
 };
 
-// The one entry that belongs to all accounts with a gap, found in a pass over all entries.
+// The single entry that belongs to all accounts with a gap, found in a pass over all entries.
 struct Suspects {
     std::vector<AccountIndex> gaps;  // ascending
-    bool has_rows = false;           // several entries can have one place
+    bool has_rows = false;           // several entries can have the same place
     Suspicion direct;
     Suspicion by_income;
     std::map<LinePlace, SuspectedRow> rows;  // by their places
@@ -59,14 +59,14 @@ struct Suspects {
 
 void suspect(Suspects& suspects, const Books& books, const Transaction& entry);
 
-// Where a single entry belongs to all accounts with a gap, that one; else a single row. None where
-// there are several, or none.
+// The single entry that belongs to all accounts with a gap, or else the single row. None if there
+// are several, or none at all.
 std::optional<Transaction> likely_entry(const Suspects& suspects);
 
 // Does the entry, or its row, belong to all accounts with a gap?
 bool is_suspected(const Suspects& suspects, const Books& books, const Transaction& entry);
 
-// The reference price that an entry should have, where its own is another one.
+// The reference price that an entry should have, if its own differs.
 std::optional<double> wrong_price(const Books& books, const Levels& levels,
                                   const Transaction& entry, double tolerance);
 

@@ -1,5 +1,5 @@
-// Where a printed line comes from: the number of the line, or what its maker likes, such as two
-// offsets.
+// Where a printed line comes from: its line number, or a value chosen by the caller, such as two
+// packed offsets.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The table of accounts: a row and a column for each account, and in a cell what that of the row
-// receives from that of the column.
+// The table of accounts: a row and a column for each account; a cell contains what the account of
+// the row receives from the account of the column.
 #pragma once
 
 #include "frontend/accounts/books.h"
@@ -11,11 +11,11 @@
 
 namespace orvex::frontend {
 
-// By row and column; cells that are not there are 0.
+// By row and column; missing cells are 0.
 using Matrix = std::map<std::pair<AccountIndex, AccountIndex>, double>;
 
 // As CSV with the names in the first row and column: sectors, then commodities, then consumers.
-// `corner` is its first cell.
+// `corner` is the first cell.
 std::string matrix_csv(const Books& books, const Matrix& matrix, std::string_view corner);
 
 }  // namespace orvex::frontend

@@ -40,7 +40,7 @@ void end_model(PrintedReader& reader) {
     reader.section = Opens::end;
 }
 
-// The name that a field gives, or an empty one with a report where that cannot be a name.
+// The name in a field. If it is not valid, that is reported and the result is empty.
 std::string name_in(const PrintedReader& reader, std::string_view text, LinePlace line) {
     std::string name = printed_name(text);
     const bool is_name = !name.empty() && name.find(label_mark) == std::string::npos;
@@ -66,7 +66,7 @@ void open_block(PrintedReader& reader, std::string_view name, LinePlace line) {
                              reader.owner, line);
 }
 
-// A line that begins with "$": options do not change where its entries belong.
+// A line that begins with "$". Options do not change which block the next entries belong to.
 void read_keyword(PrintedReader& reader, std::string_view text, LinePlace line) {
     const std::size_t colon = text.find(label_mark);
     const std::string word = in_capitals(text.substr(1, colon - 1));
@@ -98,7 +98,7 @@ void read_declared(PrintedReader& reader, std::string_view text, LinePlace line)
     if (!name.empty() && reader.declares) reader.parts.declaration(*reader.declares, name, line);
 }
 
-// What a label and its value are, in one line.
+// A label and its value, on one line.
 struct PrintedField {
     Meaning meaning = Meaning::none;
     notation::TypeCode type = notation::no_type;
@@ -121,7 +121,7 @@ std::optional<PrintedField> field_in(std::string_view text, LinePlace line) {
     return field;
 }
 
-// The first field of an entry. One that is not a flow of its block is skipped.
+// The first field of an entry. A field that is not a flow of its block is skipped.
 void begin_entry(PrintedReader& reader, const PrintedField& field) {
     end_entry(reader);
     const bool is_flow = reader.section == Opens::production ? is_of_sector(field.meaning)
@@ -164,7 +164,7 @@ void take_number(const PrintedReader& reader, const PrintedField& field, Transac
     entry.price_place = field.line;
 }
 
-// A label without a value is a nest, whatever its name.
+// A label without a value is a nest, whatever it is called.
 void take_field(const PrintedReader& reader, const PrintedField& field, Transaction& entry) {
     if (field.value.empty()) return;
     const bool is_name = field.meaning == Meaning::tax_receiver ||

@@ -1,5 +1,5 @@
-// The printed form of models, as a solver reads it: a field a line, those after the first of an
-// entry with "+" before their labels. What a host prints has blanks around names and numbers.
+// The printed form of models, as a solver reads it: one field per line, with "+" before the labels
+// of all fields of an entry but the first. A host prints blanks around names and numbers.
 #pragma once
 
 #include "frontend/accounts/books.h"
@@ -15,18 +15,18 @@
 
 namespace orvex::frontend {
 
-// The variant of a fault that says that the text is a model.
+// The variant of a fault for a text that is a model.
 constexpr std::string_view model_fault = "model";
 
-// A line that cannot be read: "number", "name", "line", "label" (no entry or block is open there),
-// "long" or "model" (the text is a model, not a printed one).
+// A line that cannot be read: "number", "name", "line", "label" (no block is open there), "long" or
+// "model" (the text is a model, not a printed one).
 struct PrintedFault {
     std::string_view variant;
     std::string text;
     LinePlace line = 0;
 };
 
-// What is called with the parts of the text, in their order.
+// The functions called with the parts of the text, in order.
 struct PrintedParts {
     std::function<void(std::string_view name, LinePlace line)> model;
     std::function<void(AccountKind kind, std::string_view name, LinePlace line)> declaration;
@@ -37,22 +37,22 @@ struct PrintedParts {
 struct PrintedReader {
     const PrintedParts& parts;
     bool in_model = false;
-    notation::Opens section = notation::Opens::end;  // of the keyword read last
+    notation::Opens section = notation::Opens::end;  // of the last keyword read
     std::optional<AccountKind> declares = {};        // in a declaration; none for other variables
     std::string owner = {};                          // of the block
-    std::optional<Transaction> entry = {};           // until its last field is read
+    std::optional<Transaction> entry = {};           // until its last field has been read
 };
 
-// Takes one line, without its end.
+// Takes one line, without its line end.
 void read_printed(PrintedReader& reader, std::string_view text, LinePlace line);
 
-// After the last line.
+// Call after the last line.
 void end_printed(PrintedReader& reader);
 
 // A name with its elements, in capitals and without blanks around its parts.
 std::string printed_name(std::string_view text);
 
-// A number as hosts and this program print it; EPS is 0. None for anything else.
+// A number as hosts and this program print it; EPS is 0. None for any other text.
 std::optional<double> printed_number(std::string_view text);
 
 }  // namespace orvex::frontend

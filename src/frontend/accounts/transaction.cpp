@@ -21,7 +21,7 @@ void add_rate(Tax& tax, const TaxField& field) {
     }
 }
 
-// The number of the receiver to which the rate at `place` belongs, or one past the last.
+// The number of the receiver that the rate at `place` belongs to; past the last if there is none.
 std::size_t nearest_receiver(std::span<const TaxField> fields, std::size_t place) {
     const auto before = static_cast<std::size_t>(std::count_if(
         fields.begin(), fields.begin() + static_cast<std::ptrdiff_t>(place), is_receiver));
