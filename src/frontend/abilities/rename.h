@@ -15,10 +15,9 @@ struct RenamedPlace {
 };
 
 struct Renaming {
-    std::string refusal;  // why it cannot be renamed; empty if it can
-    Range name;           // at the offset
-    std::vector<RenamedPlace>
-        places;  // in text order, without those that already have the new name
+    std::string refusal;               // why it cannot be renamed; empty if it can
+    Range name;                        // at the offset
+    std::vector<RenamedPlace> places;  // in text order; not those that have the new name already
 };
 
 // Can the name at an offset be renamed? Precondition: the document has been read.
