@@ -12,7 +12,7 @@ constexpr char quote = '"';
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::string_view blanks = " \t";
 
-// The text with one quote in the place of two.
+// The text with each pair of quotes replaced by one.
 std::string with_single_quotes(std::string_view text) {
     std::string single;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -45,7 +45,7 @@ void CsvReader::end_line() {
     if (at_ < bytes_.size() && bytes_[at_] == '\n') ++at_;
 }
 
-// Is a comma, a line end or the end of the file next?
+// Does a comma, a line end or the end of the file come next?
 bool CsvReader::ends_cell() const {
     if (at_ >= bytes_.size() || bytes_[at_] == ',' || bytes_[at_] == '\n') return true;
     return bytes_[at_] == '\r' && (at_ + 1 == bytes_.size() || bytes_[at_ + 1] == '\n');
@@ -73,7 +73,7 @@ bool CsvReader::read_cell(CsvRow& row) {
     return true;
 }
 
-// A quote in quotes is written twice.
+// A quote inside quotes is doubled.
 bool CsvReader::read_quoted(CsvRow& row) {
     const std::size_t begin = at_ + 1;
     bool has_quotes = false;

@@ -1,5 +1,5 @@
-// Comma-separated values (RFC 4180): cells between commas, in quotes where they hold commas, quotes
-// or line ends. A line ends with LF or CR LF; empty lines are no rows.
+// Comma-separated values (RFC 4180): cells separated by commas, in quotes if they contain commas,
+// quotes or line ends. A line ends with LF or CR LF; empty lines are not rows.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace orvex::frontend {
 
-// A cell to be written, in quotes where it needs them.
+// A cell as written to a file, in quotes if needed.
 std::string csv_cell(std::string_view text);
 
 struct CsvRow {
@@ -20,14 +20,14 @@ struct CsvRow {
 
 class CsvReader {
   public:
-    // `unquoted` takes the texts of cells with quotes in them. Both must outlive the rows.
+    // `unquoted` stores the texts of cells that contain quotes. Both must outlive the rows.
     CsvReader(std::string_view bytes, std::deque<std::string>& unquoted);
 
-    // The next row; false at the end, or where the file is malformed.
+    // Reads the next row; false at the end, or if the file is malformed.
     bool read(CsvRow& row);
 
-    // Why the file is malformed, as the name of a variant of the message, and where; empty where it
-    // is not.
+    // Why the file is malformed, as the name of a variant of the message; empty if it is not. And
+    // where.
     std::string_view fault() const { return fault_; }
     std::size_t fault_offset() const { return fault_offset_; }
 

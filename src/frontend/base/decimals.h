@@ -1,4 +1,4 @@
-// Numbers as texts.
+// Numbers as text.
 #pragma once
 
 #include <optional>
@@ -7,10 +7,10 @@
 
 namespace orvex::frontend {
 
-// The shortest text that is read back as the same number: "100", "1e+05", "0.1". That of -0 is "0".
+// The shortest text that is read back as the same number: "100", "1e+05", "0.1". For -0 it is "0".
 std::string shortest_decimal(double number);
 
-// At most `digits` significant digits, for people: "0.333333".
+// At most `digits` significant digits, for readers: "0.333333".
 std::string rounded_decimal(double number, int digits);
 
 // The number that the whole text is: "-1.5", ".5", "1e-3"; too small a number is 0. None for

@@ -32,7 +32,7 @@ bool read_all(int descriptor, std::string& bytes, std::size_t most) {
     struct stat status {};
     const bool sized = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     const std::size_t enough = most == no_limit ? most : most + 1;
-    // One byte more than the file has, so that the second read finds its end.
+    // One byte more than the size of the file, so that the second read finds its end.
     const auto room = sized ? static_cast<std::uintmax_t>(status.st_size) + 1 : least_room;
     bytes.resize(static_cast<std::size_t>(std::min<std::uintmax_t>(room, enough)));
     std::size_t used = 0;
@@ -63,7 +63,7 @@ bool write_all(int descriptor, std::string_view text) {
 
 bool close_written(int descriptor, bool good) {
     const int error = errno;
-    // After an interruption the descriptor is closed all the same, and nothing is lost.
+    // Even if close() was interrupted, the descriptor is closed and nothing is lost.
     if (::close(descriptor) != 0 && good && errno != EINTR) return false;
     errno = error;
     return good;

@@ -30,7 +30,7 @@ bool has_text(const std::string& path, std::string_view text) {
     return same && count == 0 && text.empty();
 }
 
-// Where a path leads in the end, even where nothing is there yet.
+// Where a path finally leads, even if there is no file yet.
 std::string followed(const std::string& path) {
     constexpr int most_links = 40;
     fs::path target = path;
@@ -43,8 +43,8 @@ std::string followed(const std::string& path) {
     return target.string();
 }
 
-// Opens a device or pipe, which must have a reader by now. -1, with errno set, where it cannot be
-// opened. Writing to it waits, as ever.
+// Opens a device, or a pipe that already has a reader. -1, with errno set, if it cannot be opened.
+// Writes to it block as usual.
 int open_at_once(const std::string& path) {
     const int file = open_file(path, O_WRONLY | O_NOCTTY | O_NONBLOCK);
     if (file == -1) return -1;
@@ -54,8 +54,8 @@ int open_at_once(const std::string& path) {
     return -1;
 }
 
-// A new hidden file in the folder of the target, of at most this mode. -1, with errno set, where
-// there can be none.
+// Makes a hidden file in the folder of the target, with at most this mode. -1, with errno set, if
+// that fails.
 int open_temporary(PendingWrite& pending, mode_t mode) {
     static std::atomic<unsigned> counter = 0;
     const std::size_t slash = pending.target.rfind('/');
@@ -63,7 +63,7 @@ int open_temporary(PendingWrite& pending, mode_t mode) {
                               ".orvex-" + std::to_string(::getpid()) + "-";
     int file = -1;
     do {
-        // One of that name may be left of a killed run that had the same number.
+        // A killed run with the same process number may have left a file with that name.
         pending.temporary = start + std::to_string(counter++);
         file = open_file(pending.temporary, O_WRONLY | O_CREAT | O_EXCL, mode);
     } while (file == -1 && errno == EEXIST);
@@ -125,7 +125,7 @@ bool prepare(const std::string& path, std::string_view text, PendingWrite& pendi
     }
     if (exists && ::access(path.c_str(), W_OK) != 0) return false;
     pending.target = followed(path);
-    // Nobody may read the text on its way who could not read the older file.
+    // Even while being written, the text is not readable by more users than the old file.
     const int file = open_temporary(pending, exists ? found.st_mode & 0777U : 0666U);
     if (file == -1) return false;
     bool good = write_all(file, text);

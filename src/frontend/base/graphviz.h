@@ -8,8 +8,8 @@ namespace orvex::frontend {
 
 enum class Drawing { done, failed, too_slow };
 
-// Draws a dot text as SVG. Where Graphviz cannot be run or fails, the reason is set; where it takes
-// longer than the limit it is ended.
+// Draws a dot text as SVG. If Graphviz cannot be run or fails, the reason is set; if it takes
+// longer than the limit, it is ended.
 Drawing draw_svg(const std::string& dot, std::chrono::milliseconds limit, std::string& svg,
                  std::string& reason);
 

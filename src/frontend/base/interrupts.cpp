@@ -9,11 +9,11 @@ namespace {
 
 constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
 
-// Signals have no other way to tell the program that they came.
+// The only way in which a signal handler can tell the program about a signal.
 volatile std::sig_atomic_t noted = 0;
 
-// A signal that comes between a look at `noted` and a system call that waits would be missed: the
-// alarm interrupts the call a second later, and again until the program has ended.
+// A signal between a check of `noted` and a blocking system call would be missed. So the alarm
+// interrupts the call a second later, and again until the program has ended.
 extern "C" void note_interrupt(int signal);
 extern "C" void note_interrupt(int signal) {
     const int error = errno;
@@ -48,7 +48,7 @@ bool is_passing_interruption() { return errno == EINTR && noted == 0; }
 
 InterruptsHeld::InterruptsHeld() {
     sigset_t held;
-    sigemptyset(&held);  // a macro on some systems, so without ::
+    sigemptyset(&held);  // a macro on some systems, hence no ::
     for (const int signal : interrupts) sigaddset(&held, signal);
     sigaddset(&held, SIGALRM);
     ::pthread_sigmask(SIG_BLOCK, &held, &before_);

@@ -1,23 +1,23 @@
-// The signals INT, TERM and HUP. They are noted, so that the program can clean up before it ends by
-// them.
+// The signals INT, TERM and HUP. They are noted, so that the program can clean up before they end
+// it.
 #pragma once
 
 #include <csignal>
 
 namespace orvex::frontend {
 
-// Notes these signals from now on, but those that the program was started to ignore. A system call
-// of the main thread that waits is interrupted by them.
+// Notes these signals from now on, except those that the program was started to ignore. They
+// interrupt blocking system calls of the main thread.
 void catch_interrupts();
 
-// The first of them that has come, or 0.
+// The first of these signals received, or 0.
 int interrupt_signal();
 
-// Of a system call that has just failed: was it interrupted, but by none of these signals?
+// Was the system call that just failed interrupted, but by none of these signals?
 bool is_passing_interruption();
 
-// While one of these is there, the thread does not take the signals, nor do threads that it starts:
-// they are left to the main thread.
+// While an object of this class exists, the thread blocks the signals, and so do threads that it
+// starts: they are left to the main thread.
 class InterruptsHeld {
   public:
     InterruptsHeld();

@@ -13,15 +13,15 @@ namespace orvex::frontend {
 
 namespace {
 
-// Results that may wait for an earlier one, for each thread: what bounds the memory of a long run.
+// Results per thread that may wait for an earlier one. This bounds the memory of a long run.
 constexpr std::size_t ahead = 4;
 
-// What the threads share. Everything is guarded by the mutex.
+// The data shared by the threads. Everything is guarded by the mutex.
 struct Line {
     std::mutex mutex;
     std::condition_variable changed;
     std::size_t next = 0;     // the first index that no thread has taken
-    std::size_t taken = 0;    // done() was called for all below
+    std::size_t taken = 0;    // done() was called for all indices below
     std::vector<char> ready;  // a ring of the indices from `taken` on
     std::exception_ptr failure;
 };
@@ -49,7 +49,7 @@ void work_on(Line& line, std::size_t count, int worker,
     }
 }
 
-// On the calling thread.
+// Runs on the calling thread.
 void hand_over(Line& line, std::size_t count, const std::function<void(std::size_t)>& done) {
     std::unique_lock lock(line.mutex);
     while (line.taken < count) {
@@ -101,7 +101,7 @@ void in_order(std::size_t count, int jobs, const std::function<void(std::size_t,
             threads.emplace_back([&, worker] { work_on(line, count, worker, work); });
         }
     } catch (const std::system_error&) {
-        // The system gives no more threads: those that there are do the work.
+        // The system provides no more threads: those that exist do the work.
         if (threads.empty()) {
             one_by_one(count, work, done);
             return;

@@ -11,12 +11,12 @@ namespace orvex::frontend {
 
 namespace {
 
-// Appends to the start of a line what has room there.
+// Appends to the start of a line as much of a part as there is room for.
 void append_part(std::string& line, std::string_view part) {
     line.append(part.substr(0, longest_line - std::min(line.size(), longest_line)));
 }
 
-// Hands on all lines that end in the piece, and keeps the start of the next one.
+// Passes on all lines that end in the piece, and keeps the start of the next one.
 void take_piece(std::string_view piece, std::string& kept,
                 const std::function<void(std::string_view)>& work) {
     for (std::size_t end = piece.find('\n'); end != std::string_view::npos;

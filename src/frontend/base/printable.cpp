@@ -15,9 +15,9 @@ struct Interval {
     char32_t first, last;
 };
 
-// What would change the terminal, the order of what it shows, or nothing that anybody sees: control
-// characters, those that set the direction of writing, and those without a width. Joiners, which
-// letters of some languages need, are shown.
+// Characters that would change the terminal or the order of what it shows, or that are invisible:
+// control characters, those that set the writing direction, and those without a width. Joiners,
+// which the scripts of some languages need, are shown.
 constexpr Interval hidden_characters[] = {
     {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},
     {0x180E, 0x180E}, {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E},

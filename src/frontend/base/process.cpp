@@ -27,7 +27,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Milliseconds after which a wait looks for a signal.
+// Milliseconds after which a wait checks for a signal.
 constexpr int slice = 100;
 
 [[noreturn]] void fail(const std::string& what, int error) {
@@ -42,7 +42,7 @@ void fail_if_interrupted() {
     if (interrupt_signal() != 0) fail("the run was stopped", EINTR);
 }
 
-// The end of the time that a program has.
+// When a program must have finished.
 class Deadline {
   public:
     Deadline(std::chrono::milliseconds limit, const std::atomic<bool>* stop)
@@ -60,7 +60,7 @@ class Deadline {
 
 void pause(int milliseconds) { ::poll(nullptr, 0, milliseconds); }
 
-// Descriptors that another thread's program must not get.
+// The descriptors must not be inherited by another thread's program.
 bool make_pipe(int (&ends)[2]) {
 #ifdef __linux__
     return ::pipe2(ends, O_CLOEXEC) == 0;
@@ -71,8 +71,8 @@ bool make_pipe(int (&ends)[2]) {
 #endif
 }
 
-// What a program says on one of its standard streams. A pipe, because a file would have to be made
-// and removed, which takes longer than the translation of a small model.
+// The output of a program on one of its standard streams. A pipe, because making and removing a
+// file takes longer than the translation of a small model.
 class Pipe {
   public:
     Pipe() {
@@ -94,7 +94,7 @@ class Pipe {
         ends_[1] = -1;
     }
 
-    // Adds what is there to the text. False at the end.
+    // Appends what is available to the text. False at the end.
     bool take_some(std::string& text) const {
         char bytes[4096];
         const ssize_t count = read_some(ends_[0], bytes, sizeof bytes);
@@ -107,7 +107,7 @@ class Pipe {
     int ends_[2] = {-1, -1};
 };
 
-// Reads both streams to their ends, in whatever order something comes. False at the deadline.
+// Reads both streams to their ends, as output arrives. False at the deadline.
 bool read_streams(Pipe& out, Pipe& err, const Deadline& deadline, Ended& ended) {
     out.close_writer();
     err.close_writer();
@@ -124,7 +124,7 @@ bool read_streams(Pipe& out, Pipe& err, const Deadline& deadline, Ended& ended) 
     return true;
 }
 
-// A program that was started. It ends with the object.
+// A running program. The destructor ends it.
 class Child {
   public:
     explicit Child(pid_t process) : process_(process) {}
@@ -138,7 +138,7 @@ class Child {
 
     // Waits for its end. False at the deadline.
     bool wait(const Deadline& deadline, int& status) {
-        // A program closes its streams a moment before it ends, so it is worth to try some more.
+        // A program closes its streams a moment before it ends, so a few more tries are worth it.
         constexpr int tries = 20;
         for (int round = 0; !has_ended(status); ++round) {
             fail_if_interrupted();
@@ -161,7 +161,7 @@ class Child {
         return true;
     }
 
-    // By the signal that ends this program, and by force where that does not end it soon.
+    // Sends the signal that ends this program, and kills the program if it does not end soon.
     void end() const {
         constexpr int tries = 50;
         int status = 0;
@@ -178,7 +178,7 @@ class Child {
     pid_t process_;
 };
 
-// What the new process does before it becomes the program.
+// What the new process does before it executes the program.
 class SpawnPlan {
   public:
     SpawnPlan(const Program& program, const Pipe& out, const Pipe& err) {
@@ -195,7 +195,7 @@ class SpawnPlan {
         check(::posix_spawn_file_actions_adddup2(&actions_, out.writer(), STDOUT_FILENO));
         check(::posix_spawn_file_actions_adddup2(&actions_, err.writer(), STDERR_FILENO));
         sigset_t signals;
-        sigemptyset(&signals);  // a macro on some systems, so without ::
+        sigemptyset(&signals);  // a macro on some systems, hence no ::
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
         for (const int ignored : {SIGPIPE, SIGXFSZ}) sigaddset(&signals, ignored);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
@@ -241,8 +241,8 @@ pid_t start(Program& program, const Pipe& out, const Pipe& err) {
 
 #ifdef __linux__
 
-// Makes the new process the program. Until then it may only do what a copy of a program with
-// threads may. Returns where it fails, with errno set.
+// Turns the new process into the program. Until then it may only do what is allowed after a fork in
+// a process with threads. Returns only on failure, with errno set.
 void become(char* const* arguments, const Program& program, const Pipe& out, const Pipe& err,
             pid_t parent) {
     sigset_t none;
@@ -258,10 +258,10 @@ void become(char* const* arguments, const Program& program, const Pipe& out, con
     if (is_joined) ::execvp(arguments[0], arguments);
 }
 
-// posix_spawn has no way to ask for the signal that a process gets when its parent ends.
+// posix_spawn cannot request a signal on the death of the parent.
 pid_t start_tied(Program& program, const Pipe& out, const Pipe& err) {
     const std::vector<char*> arguments = arguments_of(program.words);
-    Pipe report;  // the errno of a failure; closed without one when the program runs
+    Pipe report;  // the errno of a failure; closed without one once the program runs
     const pid_t parent = ::getpid();
     const pid_t process = ::fork();
     if (process < 0) fail("cannot start a process", errno);
@@ -294,7 +294,7 @@ pid_t start_tied(Program& program, const Pipe& out, const Pipe& err) {
 }  // namespace
 
 Ended run_process(Program program) {
-    // Whoever started this program may have told it to ignore the end of its children.
+    // This program's parent may have made it ignore SIGCHLD.
     static const auto before = std::signal(SIGCHLD, SIG_DFL);
     static_cast<void>(before);
     const Deadline deadline(program.limit, program.stop);

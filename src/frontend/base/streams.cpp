@@ -50,7 +50,8 @@ bool use_colour(const Stream& stream, Colour colour) {
 }
 
 void guard_streams() {
-    // A stand-in of the wrong direction: reading or writing it fails as it does on a closed one.
+    // Placeholders opened in the wrong direction: reading or writing fails as on a closed
+    // descriptor.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) continue;
         if (::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY) == -1) return;

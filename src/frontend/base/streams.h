@@ -1,4 +1,4 @@
-// Standard output and standard error, with their failures.
+// Standard output and standard error, with error handling.
 #pragma once
 
 #include <string>
@@ -17,23 +17,22 @@ struct Stream {
 };
 
 void put(Stream& stream, std::string_view text);
-bool flush(Stream& stream);  // false where a write has failed
+bool flush(Stream& stream);  // false if a write has failed
 
-// What there is to say of a stream that has failed, as a line.
+// The error message for a failed standard output, as a line.
 std::string failure_line(const Stream& stream);
 
 bool is_terminal(const Stream& stream);
 
-// Whether text on the stream is to have colours: as the option says, else on a terminal that knows
-// them where NO_COLOR is not set.
+// Whether to colour text on the stream: as the option says, else only on a capable terminal without
+// NO_COLOR.
 bool use_colour(const Stream& stream, Colour colour);
 
-// Puts something in place of closed standard descriptors, so that no file takes their number. A
-// write to a closed pipe, or past the largest size that a file may have, fails from now on instead
-// of ending the program.
+// Opens placeholders for closed standard descriptors, so that no file gets their numbers. From now
+// on, a write to a closed pipe, or past the file size limit, fails instead of ending the program.
 void guard_streams();
 
-// What the system says of an errno.
+// The system's message for an errno.
 std::string system_message(int error);
 
 }  // namespace orvex::frontend

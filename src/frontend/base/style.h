@@ -1,4 +1,4 @@
-// Colours of a terminal.
+// Terminal colours.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@ namespace orvex::frontend {
 
 enum class Style { plain, bold, red, yellow, green, cyan, blue };
 
-// The text in a colour, all of them bold; unchanged where `colour` is off.
+// The text in a colour and bold; unchanged if `colour` is false.
 std::string styled(Style style, const std::string& text, bool colour);
 
 }  // namespace orvex::frontend

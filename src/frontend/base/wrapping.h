@@ -1,4 +1,4 @@
-// Texts in lines of a terminal.
+// Wraps text to terminal lines.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace orvex::frontend {
 
-// The words of a text in lines of at most this width; one empty line for a text without words. A
-// longer word has a line of its own.
+// The words of a text in lines of at most this width; a text without words gives one empty line. A
+// longer word gets its own line.
 std::vector<std::string> wrapped(std::string_view text, std::size_t width);
 
 }  // namespace orvex::frontend
