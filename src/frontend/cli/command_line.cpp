@@ -20,12 +20,13 @@ namespace {
 // The words of a command line, and the options that CLI11 found in it.
 struct Words {
     std::vector<std::string> plain;    // the command and its files
-    std::vector<std::string> unknown;  // options that there are not
+    std::vector<std::string> unknown;  // unknown options
     std::vector<std::pair<std::string, std::vector<std::string>>> options;  // long name, values
-    std::string wrong;                                                      // what CLI11 says
+    std::string wrong;                                                      // CLI11's error message
 };
 
-// Whether an option can be in the command line: to make each known to CLI11 takes a tenth of a run.
+// Whether an option may be on the command line. Registering all of them with CLI11 takes a tenth of
+// a run.
 bool may_occur(const OptionRow& row, const std::vector<std::string>& arguments) {
     const std::string name = long_name(row);
     const char letter = row.names[1] == '-' ? '\0' : row.names[1];
@@ -37,7 +38,7 @@ bool may_occur(const OptionRow& row, const std::vector<std::string>& arguments) 
 
 using KnownOptions = std::vector<std::pair<std::string, CLI::Option*>>;
 
-// Options that are in the table twice, for different commands, are one to CLI11.
+// Options that are in the table twice, for different commands, are one option for CLI11.
 KnownOptions add_options(CLI::App& app, const std::vector<std::string>& arguments) {
     KnownOptions known;
     for (const OptionRow& row : option_table()) {
@@ -55,7 +56,7 @@ KnownOptions add_options(CLI::App& app, const std::vector<std::string>& argument
     return known;
 }
 
-// Sorts what is left over into options that are unknown and plain words.
+// Splits the remaining words into unknown options and plain words.
 void sort_rest(const std::vector<std::string>& rest, Words& words) {
     bool options_end = false;
     for (const std::string& word : rest) {
@@ -117,7 +118,7 @@ void refuse(ParsedCommandLine& parsed, std::string text, std::string hint = "") 
                                                  " --help` lists the options";
 }
 
-// The values of an option, also where the rest of the command line is wrong.
+// The values of an option, even if the rest of the command line is wrong.
 std::vector<std::string> asked_values(const std::vector<std::string>& arguments,
                                       const std::string& name) {
     std::vector<std::string> values;
@@ -131,7 +132,7 @@ std::vector<std::string> asked_values(const std::vector<std::string>& arguments,
     return values;
 }
 
-// Wrong use is reported in the format that is asked for.
+// Usage errors are reported in the requested format.
 Format asked_format(const std::vector<std::string>& arguments) {
     Format format = Format::text;
     for (const std::string& value : asked_values(arguments, "--format"))
@@ -139,8 +140,8 @@ Format asked_format(const std::vector<std::string>& arguments) {
     return format;
 }
 
-// Wrong use is reported in the files of --report, too. Any word may be one of the input files,
-// which must not be among them.
+// Usage errors also go to the files of --report. Any word may be an input file, and input files
+// must not be overwritten.
 void take_reports(const std::vector<std::string>& arguments, Options& options) {
     constexpr std::string_view name = "--report";
     options.files = arguments;
@@ -206,7 +207,8 @@ void take_option(ParsedCommandLine& parsed, const std::string& name,
            "`" + name + "` is not an option of `" + row_of(parsed.options.command).name + "`");
 }
 
-// A shell takes "--data a.json b.csv" for one file of data: others are known by their endings.
+// With "--data a.json b.csv" only the first file belongs to the option: further data files are
+// recognised by their extensions.
 void move_data_files(Options& options) {
     const auto data =
         std::stable_partition(options.files.begin(), options.files.end(),
@@ -215,7 +217,7 @@ void move_data_files(Options& options) {
     options.files.erase(data, options.files.end());
 }
 
-// What is wrong with the command line as a whole.
+// Finds errors of the command line as a whole.
 void check_command_line(ParsedCommandLine& parsed) {
     const Options& options = parsed.options;
     const bool serves = options.command == Command::lsp && !options.self_check;
@@ -243,8 +245,8 @@ bool was_given(const Words& words, std::string_view name) {
                        [&](const auto& option) { return option.first == name; });
 }
 
-// Of a command that there is, "--help" anywhere counts, even where another option would take it for
-// its value.
+// With a known command, "--help" counts anywhere, even where another option would take it as its
+// value.
 bool asks_for_help(const std::vector<std::string>& arguments, const Words& words) {
     const auto end = std::find(arguments.begin(), arguments.end(), "--");
     return was_given(words, "--help") || std::any_of(arguments.begin(), end, [](const auto& word) {
@@ -252,7 +254,7 @@ bool asks_for_help(const std::vector<std::string>& arguments, const Words& words
            });
 }
 
-// An option such as "--model=" would take the next word for its value.
+// An option such as "--model=" would take the next word as its value.
 std::string option_without_value(const std::vector<std::string>& arguments) {
     for (const std::string& word : arguments) {
         if (word == "--") break;
@@ -263,7 +265,7 @@ std::string option_without_value(const std::vector<std::string>& arguments) {
     return "";
 }
 
-// Takes the options and files of the command, or finds what is wrong with them.
+// Takes the options and files of the command, or finds out what is wrong with them.
 void read_options(const std::vector<std::string>& arguments, const Words& words,
                   ParsedCommandLine& parsed) {
     Options& options = parsed.options;

@@ -7,22 +7,22 @@
 
 namespace orvex::frontend {
 
-// What a command line comes to: options, or a text to print and the status to end with.
+// The result of parsing a command line: options, or a text to print and an exit status.
 struct ParsedCommandLine {
     Options options;
     // Print and end.
     bool done = false;
-    // 0: help or version on standard output; 2: wrong use.
+    // 0: help or version on standard output; 2: usage error.
     int status = 0;
-    // Help, version, or the message of a wrong use (without "error: ").
+    // Help, version, or the message of a usage error (without "error: ").
     std::string text;
-    // Of a wrong use: what to do instead.
+    // After a usage error: what to do instead.
     std::string hint;
 };
 
-// Options may come before or after the command; --help wins over every error but an unknown
-// command. Of a wrong use the options say at least the command, where that is known, and the format
-// that is asked for.
+// Options may come before or after the command; --help takes precedence over every error except an
+// unknown command. After a usage error the options have at least the command, if known, and the
+// requested format.
 ParsedCommandLine parse_command_line(int argc, char** argv);
 
 }  // namespace orvex::frontend

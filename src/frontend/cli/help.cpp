@@ -9,7 +9,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// A line of an option: its names, and its text from a fixed column on.
+// A line for an option: its names, and its text starting at a fixed column.
 std::string option_line(std::string_view names, std::string_view value, std::string_view text) {
     constexpr std::size_t text_column = 28;
     std::string line = "  ";

@@ -7,7 +7,7 @@
 
 namespace orvex::frontend {
 
-// Of a command and its options, or, for none, of the program.
+// For a command and its options or, if it is none, for the program.
 std::string help_of(Command command);
 
 }  // namespace orvex::frontend

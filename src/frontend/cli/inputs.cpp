@@ -19,8 +19,8 @@ bool is_model_file(const fs::path& path) {
     return extension == ".ZLM";
 }
 
-// The files of one folder go to `found`, and its folders to `folders`. What cannot be read is
-// found, too: the reading of it then says why.
+// Adds the files of one folder to `found`, and its folders to `folders`. An unreadable folder is
+// added to `found`, too: reading it later reports why.
 void look_into(const fs::path& folder, std::vector<fs::path>& folders,
                std::vector<std::string>& found) {
     std::error_code error;
@@ -38,8 +38,7 @@ void look_into(const fs::path& folder, std::vector<fs::path>& folders,
     if (error) found.push_back(folder.string());
 }
 
-// Nothing where no path matches; the pattern itself where that cannot be said, as a folder cannot
-// be read.
+// Empty if no path matches; the pattern itself if that is unknown because a folder cannot be read.
 std::vector<std::string> matches(const std::string& pattern) {
     glob_t found{};
     std::vector<std::string> paths;

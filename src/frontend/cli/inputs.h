@@ -1,4 +1,4 @@
-// The files of a command line.
+// The files on a command line.
 #pragma once
 
 #include <string>
@@ -6,26 +6,26 @@
 
 namespace orvex::frontend {
 
-// Something that was asked for and cannot be done as it was asked for.
+// A request that cannot be fulfilled as given.
 struct UsageError {
     std::string text;
     std::string hint;
 };
 
-// The paths with those that match in place of one that is no file but has "*", "?" or "[", as a
-// shell has them that is not kept from it by quotes. Throws UsageError where nothing matches. A
-// pattern of a folder that cannot be read is kept as it is, to be reported as unreadable.
+// The paths, each one that is not a file but contains "*", "?" or "[" replaced by the paths that
+// match it, as in a shell. Throws UsageError if nothing matches. If the pattern's folder cannot be
+// read, the pattern is kept, to be reported as unreadable.
 std::vector<std::string> expand_patterns(const std::vector<std::string>& paths);
 
-// The files as given, with all *.zlm files of its folders, sorted by path, in place of a folder;
-// the case of "zlm" does not matter. Hidden files and folders are passed over, and links to folders
-// are not followed. Throws UsageError for a folder without such a file. A folder that cannot be
-// read is kept as it is, to be reported as unreadable.
+// The files as given, with each folder replaced by all *.zlm files in it, sorted by path; the case
+// of "zlm" does not matter. Hidden files and folders are skipped, and links to folders are not
+// followed. Throws UsageError for a folder without such files. A folder that cannot be read is
+// kept, to be reported as unreadable.
 std::vector<std::string> expand_folders(const std::vector<std::string>& paths);
 
 bool is_folder(const std::string& path);
 
-// Can reading the file wait for somebody, as with standard input ("-"), a pipe or a terminal?
+// Can reading the file block, as for standard input ("-"), a pipe or a terminal?
 bool may_wait(const std::string& path);
 
 }  // namespace orvex::frontend

@@ -6,8 +6,8 @@ namespace orvex::frontend {
 
 namespace {
 
-// The level of a code, or that of all warnings; what a rule reports as a note, or not at all, has a
-// level of its own.
+// The level set for the code, else the one set for all. The latter applies only to warnings, except
+// that "off" also drops notes.
 Severity level_of(const Options& options, const std::string& code, Severity level) {
     const auto of_code = options.levels.find(code);
     if (of_code != options.levels.end()) return of_code->second;

@@ -90,8 +90,8 @@ constexpr int most_jobs = 256;
 constexpr int most_errors = 1'000'000;
 constexpr int most_depth = 1'000'000;
 constexpr int most_elements = 1'000'000;
-constexpr int most_models_before = 98;  // generated names show a model's number with two digits
-constexpr int most_constraints_before = 998;  // and a constraint's with three
+constexpr int most_models_before = 98;        // generated names have two digits for a model
+constexpr int most_constraints_before = 998;  // and three for a constraint
 
 // "a, b or c".
 std::string listed(const std::vector<std::string>& names) {
@@ -108,7 +108,7 @@ std::string did_you_mean(std::string_view word, const std::vector<std::string>& 
     return name.empty() ? "" : ": did you mean `" + name + "`?";
 }
 
-// These take values of options, as the rows of the table do.
+// These parse values of options for the rows of the table.
 std::string take_name(const std::string& value, const std::vector<std::string>& names,
                       std::size_t& index) {
     const auto found = std::find(names.begin(), names.end(), value);
@@ -136,7 +136,7 @@ std::string take_text(const std::string& value, std::string& text) {
     return "";
 }
 
-// A text that becomes a line of the control file.
+// A text that goes on a line of the control file.
 std::string take_control_text(const std::string& value, std::string& text) {
     const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
     if (std::any_of(value.begin(), value.end(), is_control)) {

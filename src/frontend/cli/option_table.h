@@ -1,4 +1,4 @@
-// The commands and their options: what the help shows and the command line may hold.
+// The commands and their options, for the help texts and the command line.
 #pragma once
 
 #include "frontend/cli/options.h"
@@ -12,7 +12,7 @@ namespace orvex::frontend {
 struct CommandRow {
     Command command;
     const char* name;
-    // What follows the name.
+    // The usage text after the name.
     const char* usage;
     const char* summary;
     const char* text;
@@ -21,29 +21,28 @@ struct CommandRow {
 // In the order of the help.
 std::span<const CommandRow> command_table();
 
-// The row of a command other than none.
+// The row of a command, which must not be none.
 const CommandRow& row_of(Command command);
 
 struct OptionRow {
     // "-j,--jobs"
     const char* names;
-    // What its value is called; empty for a flag.
+    // The name of its value in the help; empty for a flag.
     const char* value;
-    // Those that have it, a bit for each.
+    // The commands that have it, one bit for each.
     unsigned commands;
     const char* text;
-    // Takes the value, and says what is wrong with it, after the option's name; nothing where all
-    // is well.
+    // Takes the value. Returns an error message to put after the option's name; empty if all is
+    // well.
     std::string (*take)(Options&, const std::string&);
 };
 
-// In the order of the help. An option that is not the same for all its commands has a row for each
-// kind.
+// In the order of the help. An option that differs between commands has several rows.
 std::span<const OptionRow> option_table();
 
 bool has_option(Command command, const OptionRow& row);
 
-// Whether --format takes the value: that of the command or, without one, that of findings.
+// Is the value allowed for the command's --format or, without a command, for that of findings?
 bool is_format(Command command, std::string_view value);
 
 // "--jobs" of "-j,--jobs".

@@ -30,7 +30,7 @@ enum class Command {
 
 struct Options {
     Command command = Command::none;
-    // As given; explain: the codes.
+    // As given; for explain, the codes.
     std::vector<std::string> files;
 
     // How findings are shown.
@@ -40,34 +40,34 @@ struct Options {
     std::vector<std::pair<Format, std::string>> reports;
     Colour colour = Colour::automatic;
     bool quiet = false;
-    // For each file; 0: no limit.
+    // Per file; 0: no limit.
     std::size_t max_errors = 20;
     // --warn CODE=LEVEL; "all" for --warn LEVEL.
     std::map<std::string, Severity> levels;
     bool error_on_warnings = false;
-    // Counts for each code, after the findings.
+    // Counts per code, after the findings.
     bool statistics = false;
-    // Status 0 in spite of findings.
+    // Status 0 despite findings.
     bool exit_zero = false;
 
     // What check does to files.
 
     bool fix = false;
-    // Fixes that may be wrong, too.
+    // Also fixes that may be wrong.
     bool unsafe_fixes = false;
     bool add_allow = false;
-    // Shows what would be changed, and changes nothing; fmt: the same.
+    // Shows what would be changed, and changes nothing; also for fmt.
     bool diff = false;
 
-    // fmt: names what would be changed, and changes nothing.
+    // fmt: names the files that would be changed, and changes nothing.
     bool check_only = false;
 
     // How files are read and translated.
 
-    // Files at once.
+    // Files processed at once.
     int jobs = 1;
     std::string stdin_filename = "<stdin>";
-    // Only the model of this name.
+    // Only the model with this name.
     std::string model;
     // --translator: path of orvexpp.
     std::string program;
@@ -89,10 +89,10 @@ struct Options {
     std::vector<std::string> data;
     // --set NAME=N, names in capitals.
     std::map<std::string, std::uint64_t> set_sizes;
-    // How large the model is, in place of its text.
+    // The size of the model instead of its text.
     bool summary = false;
 
-    // lsp: the files are asked about instead of serving an editor; where to write the log.
+    // lsp: ask about the files instead of serving an editor; the path of the log.
 
     bool self_check = false;
     std::string log;
@@ -109,7 +109,7 @@ struct Options {
 
     // text, json, csv, sam
     std::string table = "text";
-    // Relative to the larger of two numbers.
+    // Relative to the larger of the two numbers.
     double tolerance = 1e-6;
     // Path of a table of accounts to compare with.
     std::string against;

@@ -17,7 +17,8 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-// Progress is for work that takes longer than a moment, and changes no faster than it can be read.
+// Progress is shown only for work that takes longer than a moment, and updated no faster than it
+// can be read.
 constexpr milliseconds moment{1000};
 constexpr milliseconds step{100};
 
@@ -25,7 +26,7 @@ constexpr std::string_view erase_line = "\r\x1b[K";
 
 int status_of(std::string_view code) { return is_failure(code) ? 2 : 1; }
 
-// Does a command that changes files print a text: a diff, or what becomes of standard input?
+// Does a command that changes files print text: a diff, or the new text of standard input?
 bool prints_text(const Options& options) {
     const auto& files = options.files;
     const bool has_stdin = std::find(files.begin(), files.end(), "-") != files.end();
@@ -33,8 +34,8 @@ bool prints_text(const Options& options) {
     return options.diff || ((options.fix || options.add_allow || formats) && has_stdin);
 }
 
-// Findings are what check is for; the other commands have another product, or none, on standard
-// output.
+// For check, the findings are the output; the other commands have another output, or none, on
+// standard output.
 Stream& findings_stream(Reporter& reporter) {
     const Command command = reporter.options.command;
     const bool has_product = command == Command::translate || command == Command::info ||
@@ -68,7 +69,7 @@ std::string tail(const Report& report, const Summary& summary) {
 
 bool for_people(Format format) { return format == Format::text || format == Format::brief; }
 
-// "1 error, 2 warnings in 3 files"; empty where there is nothing to say.
+// "1 error, 2 warnings in 3 files"; empty if there is nothing to report.
 std::string verdict(const Reporter& reporter) {
     const Summary& summary = reporter.summary;
     const std::string files = counted(summary.files, "file");
@@ -113,7 +114,7 @@ void count(Reporter& reporter, const Finding& finding) {
     }
 }
 
-// What the options make of the summary.
+// Applies the options to the summary.
 void complete(Reporter& reporter) {
     Summary& summary = reporter.summary;
     if (reporter.options.exit_zero && summary.status == 1) summary.status = 0;
@@ -124,7 +125,7 @@ void complete(Reporter& reporter) {
                      [](const CodeCount& a, const CodeCount& b) { return a.count > b.count; });
 }
 
-// The files that a command line may mean, also those in its folders.
+// All files that the command line may refer to, including those in its folders.
 FileSet possible_inputs(const Options& options) {
     FileSet inputs;
     add_file(inputs, options.depfile);
@@ -140,7 +141,7 @@ FileSet possible_inputs(const Options& options) {
     return inputs;
 }
 
-// Takes away the files of --report that are inputs: wrong use must not write over them.
+// Drops --report files that are inputs: a usage error must not overwrite them.
 void drop_inputs(Options& options) {
     FileSet reports;
     for (const auto& [format, path] : options.reports) add_file(reports, path);
