@@ -26,7 +26,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// All models so far, and the data for them.
+// All models so far, and their data.
 struct Work {
     const Options& options;
     CommandData data;
@@ -35,7 +35,7 @@ struct Work {
     std::size_t models = 0;
 };
 
-// The table of --against.
+// Reads the table of --against.
 void read_against(Work& work) {
     DataText& file = work.table.file;
     file.path = work.options.against;
@@ -61,7 +61,7 @@ void move_to(std::vector<Finding>& findings, std::vector<Finding>& from) {
     from.clear();
 }
 
-// Shows a model that could be read.
+// Shows the accounts of a model that could be read.
 void take_accounts(Work& work, const std::string& path, const ModelAccounts& model,
                    std::string& output, std::vector<Finding>& findings) {
     if (work.models == 0) output += balance_head(work.options);
@@ -85,14 +85,14 @@ void take_model(Work& work, const GeneratedModel& generated, File& file) {
     if (model) take_accounts(work, file.source->path, *model, file.output, file.checked.findings);
 }
 
-// What begins the closing line.
+// The start of the closing line.
 std::string closing_words(const Work& work, const Summary& summary) {
     return work.models > 0 && summary.errors == 0 ? "all accounts balance" : "";
 }
 
 int balance_models(Work& work) {
     Options quiet = work.options;
-    // Nothing to balance is an error.
+    // It is an error if there is nothing to balance.
     quiet.levels = {{"all", Severity::off}, {"model-missing", Severity::error}};
     Steps steps;
     steps.wanted.models = true;

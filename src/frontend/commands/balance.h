@@ -1,4 +1,4 @@
-// orvex balance: do the accounts of models balance?
+// orvex balance: checks whether the accounts of models balance.
 #pragma once
 
 #include "frontend/cli/options.h"

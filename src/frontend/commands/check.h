@@ -1,4 +1,4 @@
-// orvex check: what is wrong with models.
+// orvex check: finds errors in models.
 #pragma once
 
 #include "frontend/cli/options.h"

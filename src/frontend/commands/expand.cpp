@@ -17,17 +17,17 @@ namespace orvex::frontend {
 
 namespace {
 
-// Standard output is closed.
+// Thrown when standard output is closed.
 struct Closed {};
 
 struct Work {
     const Options& options;
     CommandData data;
-    // Of the present file, in their order.
+    // For the current file, in order.
     std::vector<std::unique_ptr<Expansion>> ready;
 };
 
-// Is there no finding that keeps the model from being printed?
+// Do the findings allow the model to be printed?
 bool is_good(const Options& options, const std::vector<Finding>& findings) {
     return std::none_of(findings.begin(), findings.end(), [&](const Finding& finding) {
         return finding.severity == Severity::error ||
@@ -39,7 +39,7 @@ std::string shown(const Options& options, const ModelSize& size) {
     return options.format == Format::json ? size_json(size) : size_text(size);
 }
 
-// Makes a model ready to be printed, or adds its size to the output.
+// Prepares a model for printing, or adds its size to the output.
 void take_model(Work& work, const GeneratedModel& generated, File& file) {
     const Options& options = work.options;
     std::vector<Finding> findings;
@@ -74,12 +74,12 @@ void print(Work& work, Reporter& reporter) {
     try {
         for (const auto& expansion : work.ready) expand(*expansion, stop_if_interrupted, put_line);
     } catch (const Closed&) {
-        // The session finds that its output is closed.
+        // The session notices that its output is closed.
     }
     work.ready.clear();
 }
 
-// Has all been read that may use a name: every model, and everything in them?
+// Has everything that may use a name been read: every model, and everything in it?
 bool has_read_all(const Reporter& reporter) {
     constexpr std::string_view harmless[] = {"data-missing", "data-malformed", "value-not-finite"};
     return std::all_of(reporter.counts.begin(), reporter.counts.end(), [&](const auto& row) {
@@ -94,7 +94,7 @@ bool has_read_all(const Reporter& reporter) {
 int run_expand(const Options& options) {
     Options quiet = options;
     quiet.levels["all"] = Severity::off;
-    // Nothing to print is an error, unless the user has given it a level.
+    // It is an error if there is nothing to print, unless the user has set its level.
     quiet.levels.try_emplace("model-missing", Severity::error);
     Work work{options, {}, {}};
     Steps steps;

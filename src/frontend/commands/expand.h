@@ -1,4 +1,4 @@
-// orvex expand: models as the solver reads them.
+// orvex expand: prints models as the solver reads them.
 #pragma once
 
 #include "frontend/cli/options.h"

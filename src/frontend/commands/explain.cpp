@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t text_width = 80;
 
-// The blocks of an entry that are shown, and the line above them.
+// The blocks of an entry that are shown, and the line above each.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 8> shown_blocks{{
     {"wrong", "Wrong:"},
     {"wrong-command", "Wrong, as a command that prints the model:"},
@@ -29,7 +29,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 8> shown_blo
     {"corrected-control", "Corrected control file:"},
 }};
 
-// A paragraph in lines that fit a terminal.
+// A paragraph wrapped to the terminal.
 std::string paragraph(std::string_view text) {
     std::string lines;
     for (const std::string& line : wrapped(text, text_width)) lines += line + '\n';

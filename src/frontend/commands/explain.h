@@ -1,4 +1,4 @@
-// explain and codes.
+// orvex explain and orvex codes.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace orvex::frontend {
 
-// The entry of a code as text for a terminal, with its examples; empty where there is no such code.
+// The entry of a code as text for a terminal, with its examples; empty if the code is unknown.
 std::string explain(std::string_view code, bool colour);
 
 // All codes, each with its message on one line.

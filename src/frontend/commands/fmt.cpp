@@ -19,13 +19,13 @@ namespace orvex::frontend {
 
 namespace {
 
-// What came of all files.
+// The totals over all files.
 struct Totals {
-    std::size_t files = 0;    // that are, or would be, changed
+    std::size_t files = 0;    // files that are, or would be, changed
     std::size_t skipped = 0;  // models with an error
 };
 
-// The edits of all models without an error.
+// The edits of all models without errors.
 std::vector<Edit> layout_of_file(const File& file) {
     std::vector<Edit> edits;
     for (const Model& model : file.checked.models) {
@@ -36,7 +36,7 @@ std::vector<Edit> layout_of_file(const File& file) {
     return edits;
 }
 
-// What --check says of a file: where it would change first.
+// The finding of --check about a file: the first place that would change.
 Finding difference(const Source& source, bool is_stdin, const Edit& first) {
     return failure("layout-differs", {{"path", is_stdin ? "-" : source.path}},
                    record_span(source, line_of(source.tree, static_cast<Offset>(first.begin))));

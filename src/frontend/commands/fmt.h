@@ -1,4 +1,4 @@
-// orvex fmt: models are laid out in the one way.
+// orvex fmt: lays models out in the standard way.
 #pragma once
 
 #include "frontend/cli/options.h"

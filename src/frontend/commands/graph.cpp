@@ -17,13 +17,13 @@ namespace orvex::frontend {
 
 namespace {
 
-// A picture that takes longer is too large to be read.
+// A picture that takes longer to draw is too large to be read.
 constexpr std::chrono::seconds time_limit(20);
 
 struct Pictures {
     std::size_t count = 0;
-    std::vector<std::string> names;  // of the models in which --focus finds nothing
-    std::string single;              // the one picture, until all files are read
+    std::vector<std::string> names;  // of nodes in models without the --focus name
+    std::string single;              // the only picture, until all files are read
 };
 
 void put_svg(const std::string& dot, File& file) {
@@ -37,8 +37,8 @@ void put_svg(const std::string& dot, File& file) {
                                    : failure("graphviz-timeout", {{"seconds", seconds}}, span));
 }
 
-// The graph of a model, or of what is around the name of --focus; false where that is not in it.
-// A second svg picture is going to be refused, so Graphviz does not draw it.
+// Draws the graph of a model, or of the surroundings of the --focus name; false if the model does
+// not have that name. A second svg picture will be refused, so Graphviz does not draw it.
 bool draw_model(const Options& options, bool is_first, File& file, const Model& model) {
     Graph graph = make_graph(*file.source, model);
     if (!options.focus.empty() && !focus(graph, options.focus, options.depth)) return false;
@@ -65,7 +65,7 @@ void draw_file(const Options& options, File& file, Pictures& pictures) {
     }
 }
 
-// What shows these pictures takes one from a file.
+// Viewers of these formats expect one picture per file.
 bool is_single(const std::string& picture) { return picture == "svg" || picture == "mermaid"; }
 
 void hold_back(const Options& options, File& file, Pictures& pictures) {

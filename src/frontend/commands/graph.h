@@ -1,4 +1,4 @@
-// orvex graph: models as pictures.
+// orvex graph: draws models.
 #pragma once
 
 #include "frontend/cli/options.h"

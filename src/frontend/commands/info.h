@@ -1,4 +1,4 @@
-// orvex info: the names of models.
+// orvex info: lists the names of models.
 #pragma once
 
 #include "frontend/cli/options.h"

@@ -18,7 +18,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// One header path can take the header of one model only.
+// One header path can take the header of only one model.
 void check_header(const Options& options, const std::vector<File>& files) {
     if (options.header.empty()) return;
     std::size_t models = 0;
@@ -70,7 +70,7 @@ std::string summary_line(const Placed& placed) {
 
 int run_translate(const Options& given) {
     Options options = given;
-    // Nothing to translate is an error, unless the user has given it a level.
+    // It is an error if there is nothing to translate, unless the user has set its level.
     options.levels.try_emplace("model-missing", Severity::error);
     Placed placed;
     Steps steps;

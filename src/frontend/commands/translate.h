@@ -1,4 +1,4 @@
-// orvex translate: the generator and header files of models.
+// orvex translate: writes the generator and header files of models.
 #pragma once
 
 #include "frontend/cli/options.h"
