@@ -1,4 +1,5 @@
-// orvex, the program for people: it checks and translates ORVEX models and shows what is in them.
+// orvex, the user-facing program: it checks and translates ORVEX models and shows what they
+// contain.
 #include "frontend/base/spelling.h"
 #include "frontend/base/streams.h"
 #include "frontend/cli/command_line.h"
