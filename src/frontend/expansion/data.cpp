@@ -7,7 +7,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// The elements of "Y.AGR.NORTH", after the name; an element may have points in it.
+// The elements after the name in "Y.AGR.NORTH"; an element may contain points.
 bool split_place(const NameTable& elements, std::string_view text, std::vector<Index>& place,
                  std::size_t width) {
     if (width == 0) return text.empty();
@@ -28,7 +28,7 @@ bool split_place(const NameTable& elements, std::string_view text, std::vector<I
 
 const DataSet* find_set(const Data& data, const std::string& name) {
     std::string target = name;
-    // An alias of an alias has no more steps than there are aliases.
+    // A chain of aliases has no more steps than there are aliases.
     for (std::size_t step = 0; step <= data.aliases.size(); ++step) {
         const auto alias = data.aliases.find(target);
         if (alias == data.aliases.end()) break;

@@ -19,7 +19,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Longer lines are not shown with a finding.
+// Findings do not show longer lines.
 constexpr std::size_t longest_shown = 400;
 
 bool has_ending(std::string_view path, std::string_view ending) {
@@ -48,7 +48,7 @@ bool read_one(const std::string& path, DataFiles& files, std::vector<Finding>& f
     return is_json(text) ? read_json_data(files, findings) : read_csv_data(files, findings);
 }
 
-// The first row may say what the columns are.
+// The first row may name the columns.
 bool is_header(const CsvRow& row) { return in_small_letters(row.cells.front()) == "name"; }
 
 class CsvRows {

@@ -18,7 +18,7 @@ namespace {
 
 using std::string_view;
 
-// Where a text is in a line, as a whole word where it is one.
+// Where a text is in a line; a word is found only as a whole word.
 std::size_t find_text(string_view line, string_view text) {
     const bool is_word = is_name_byte(text.front());
     for (std::size_t at = line.find(text); at != string_view::npos; at = line.find(text, at + 1)) {
@@ -32,9 +32,9 @@ std::size_t find_text(string_view line, string_view text) {
     return string_view::npos;
 }
 
-// The part of the model that a place of the generator file is made of: its text, in the line whose
-// number the generator file has, or in the nearest one before, since an entry is written only when
-// the next line has been read.
+// The part of the model that a place of the generator file comes from: its text, in the line whose
+// number the generator file has, or in the nearest line before that, since an entry is written only
+// after the next line has been read.
 Span model_place(const GeneratedModel& generated, Range place) {
     const Source& source = generated.source;
     const ModelText& model = source.models[generated.model.node];
@@ -52,8 +52,8 @@ Span model_place(const GeneratedModel& generated, Range place) {
     return record_span(source, last);
 }
 
-// A value that guards its entry is evaluated at two places of the generator file, for one place of
-// the model.
+// A value that guards its entry is evaluated at two places of the generator file, but has one place
+// in the model.
 bool is_same(const Finding& a, const Finding& b) {
     return a.code == b.code && a.message == b.message && a.span.begin == b.span.begin &&
            a.span.line == b.span.line;

@@ -1,4 +1,4 @@
-// A model as the host prints it for the solver: its generator file, run with the data.
+// A model as the host prints it for the solver: runs its generator file with the data.
 #pragma once
 
 #include "frontend/expansion/data.h"
@@ -16,12 +16,12 @@
 
 namespace orvex::frontend {
 
-// A model of a file, and what the translator made of it.
+// A model of a file, and the translator's output for it.
 struct GeneratedModel {
     const Source& source;
     const Model& model;
     std::string_view generator;
-    // The lines that the translator had read before this model.
+    // The lines that the translator read before this model.
     int lines_before = 0;
 };
 
@@ -33,42 +33,42 @@ struct Expansion {
     std::vector<std::uint64_t> passes;
 };
 
-// Called between passes of a long run. What it throws ends the run.
+// Called between passes of a long run. An exception from it ends the run.
 using Pause = std::function<void()>;
 
-// Takes one line, without its line end, and the place in the generator text of what begins it. What
-// it throws ends the run.
+// Takes one line, without its line end, and the place in the generator text of whatever begins it.
+// An exception from it ends the run.
 using TakeLine = std::function<void(std::string_view line, Range place)>;
 
 // Reads the generator text, finds its data in the files, and evaluates everything once without
-// printing. Adds what is wrong to the findings, as places in the model and in the data files. False
-// where the model cannot be printed.
+// printing. Adds findings with places in the model and in the data files. False if the model cannot
+// be printed.
 bool prepare_expansion(const GeneratedModel& generated, DataFiles& files, const Pause& pause,
                        Expansion& expansion, std::vector<Finding>& findings);
 
-// Prints the model, line by line. Memory does not grow with the lines. Precondition:
+// Prints the model, line by line. Memory use does not grow with the number of lines. Precondition:
 // prepare_expansion has returned true.
 void expand(const Expansion& expansion, const Pause& pause, const TakeLine& take_line);
 
-// What a flaw of the program means for the model: an error, or a warning where the code has that
-// level.
+// What a flaw of the program means for the model: an error, or a warning if that is the level of
+// its code.
 Finding finding_of(const GeneratedModel& generated, const Flaw& flaw);
 
-// Adds the findings of flaws, each once.
+// Adds a finding for each flaw, without duplicates.
 void add_findings(const GeneratedModel& generated, const std::vector<Flaw>& flaws,
                   std::vector<Finding>& findings);
 
-// The part of the file from which a place of the generator file comes: the same text or, where that
-// is not found, the whole record.
+// The part of the file that a place of the generator file comes from: the same text or, if that is
+// not found, the whole record.
 Span span_of_place(const GeneratedModel& generated, Range place);
 
-// The line of the file from which a place of the generator file comes.
+// The line of the file that a place of the generator file comes from.
 int line_of_place(const GeneratedModel& generated, Range place);
 
 // The variables that a model declares.
 Variables variables_of(const Model& model);
 
-// The model uses the names in its constraints, though only the host evaluates those.
+// Counts the names in a model's constraints as used, though only the host evaluates those.
 void note_names_in_constraints(const Model& model, DataFiles& files);
 
 }  // namespace orvex::frontend

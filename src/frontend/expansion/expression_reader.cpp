@@ -17,10 +17,10 @@ namespace {
 
 using std::string_view;
 
-// Deeper than the columns of a statement can hold.
+// Deeper than the columns of a statement allow.
 constexpr int most_levels = 300;
 
-// From the operators that bind least to those that bind most.
+// From the weakest to the strongest binding.
 constexpr int level_of_not = 2;
 constexpr int level_of_signs = 4;
 constexpr int level_of_operands = 8;
@@ -58,7 +58,7 @@ constexpr Operator operators[] = {
 struct Function {
     string_view name;
     Operation operation;
-    std::size_t least;  // arguments
+    std::size_t least;  // least number of arguments
     std::size_t most;
 };
 
@@ -77,7 +77,7 @@ const Operator* find_operator(string_view text) {
     return found == std::end(operators) ? nullptr : found;
 }
 
-// The operator at the present word, which can be two symbols without a blank between them.
+// The operator at the current word; it can be two symbols without a blank between them.
 const Operator* operator_at(const Words& words, string_view text) {
     if (words.word().kind != TokenKind::symbol && !words.is_name()) return nullptr;
     if (!words.is_name() && words.is_joined()) {
@@ -143,7 +143,7 @@ Index ExpressionReader::read_value() {
     return is_negative ? add_operation(Operation::negative, {operand}, begin) : operand;
 }
 
-// Operators of one level are taken from left to right.
+// Operators of one level are left-associative.
 Index ExpressionReader::read_level(int level) {
     if (level == level_of_operands) return read_operand();
     const Offset begin = words_.word().range.begin;
@@ -157,7 +157,7 @@ Index ExpressionReader::read_level(int level) {
     }
 }
 
-// The first operand of a level, with the sign or NOT that can be before it.
+// The first operand of a level, with an optional sign or NOT before it.
 Index ExpressionReader::read_prefixed(int level) {
     const Offset begin = words_.word().range.begin;
     if (level == level_of_not && words_.is_name("NOT")) {
@@ -199,7 +199,7 @@ Index ExpressionReader::read_number() {
     return add(node, begin);
 }
 
-// Attributes are the host's: nothing is known of them here.
+// Attributes belong to the host: nothing is known about them here.
 Index ExpressionReader::read_name() {
     const Range place = words_.word().range;
     const string_view name = words_.text();
@@ -286,7 +286,7 @@ void ExpressionReader::open_loops(Index& first, Index& count) {
     program_.loops = std::max(program_.loops, static_cast<Index>(open_.size()));
 }
 
-// The host refuses to loop over a set that is looped over already.
+// The host refuses to loop over a set that already has a loop.
 void ExpressionReader::open_loop() {
     if (!words_.is_name()) refuse();
     const Index name = name_of(words_.text(), words_.word().range);
@@ -333,7 +333,7 @@ Index ExpressionReader::read_reference(Range name) {
     return add(node, name.begin);
 }
 
-// What has another name in parentheses than that of a set may be an unknown function.
+// If the name in the parentheses is not that of a set, this may be an unknown function.
 void ExpressionReader::check_argument(Range name) const {
     if (!words_.is_name()) return;
     const Index argument = program_.names.find(words_.text());

@@ -10,8 +10,8 @@
 
 namespace orvex::frontend {
 
-// What cannot be evaluated is thrown, as a Flaw. A word that is not understood is still the present
-// one then.
+// Anything that cannot be evaluated throws a Flaw. A word that is not understood is then still the
+// current one.
 class ExpressionReader {
   public:
     // Both must outlive the object.
@@ -19,27 +19,27 @@ class ExpressionReader {
 
     Index read() { return read_level(0); }
 
-    // A number, name or expression in parentheses, with a sign or without: what PUT takes.
+    // A number, name or expression in parentheses, with or without a sign: what PUT takes.
     Index read_value();
 
-    // The set of a loop; or the sets of one in parentheses. They are open until close_loops.
+    // The set of a loop, or the sets in parentheses. They stay open until close_loops.
     void open_loops(Index& first, Index& count);
     void close_loops(Index count);
 
-    // How many loops are open; and closes what a Flaw has left open beyond that.
+    // The number of open loops; and recover closes those that a Flaw left open beyond that number.
     std::size_t loops() const { return open_.size(); }
     void recover(std::size_t loops);
 
-    // The number of the loop over the set that the present word names. Takes the word.
+    // The number of the loop over the set named by the current word. Consumes the word.
     Index read_looped();
 
-    // "T+1" of T.TE(T+1), with the parenthesis after it.
+    // "T+1" of T.TE(T+1), with the closing parenthesis.
     ElementArgument read_shifted();
 
-    // Takes the symbol.
+    // Consumes the symbol.
     void expect(std::string_view symbol);
 
-    // Throws that the present word is not understood, or what is read of the place.
+    // Throws a Flaw: the current word, or the text read at `place`, is not understood.
     [[noreturn]] void refuse(std::string_view variant = {}) const;
     [[noreturn]] void refuse(std::string_view variant, Range place) const;
 
@@ -64,7 +64,7 @@ class ExpressionReader {
 
     Words& words_;
     GeneratorProgram& program_;
-    std::vector<Index> open_;  // names of the sets that are looped over
+    std::vector<Index> open_;  // the sets with an open loop
     int depth_ = 0;
 };
 

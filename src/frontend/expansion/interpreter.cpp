@@ -16,13 +16,13 @@ namespace {
 
 using Kind = ElementArgument::Kind;
 
-// More flaws of values say nothing new.
+// Further flaws in values would add nothing new.
 constexpr std::size_t most_flaws = 20;
 
-// So many passes take a moment.
+// This many passes take a moment.
 constexpr std::uint64_t pause_passes = std::uint64_t{1} << 16U;
 
-// The value of what has a flaw.
+// The value of an expression with a flaw.
 constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
 
 double truth(bool is_true) { return is_true ? 1 : 0; }
@@ -68,7 +68,7 @@ double of_one(Operation operation, double a) {
     }
 }
 
-// A place in a set that is looped over.
+// The current position in a set that is looped over.
 struct Pass {
     const DataSet* set = nullptr;
     Index position = 0;
@@ -124,7 +124,7 @@ class Interpreter {
         }
     }
 
-    // Calls the body for each combination of elements of the sets; once where there are no sets.
+    // Calls the body for each combination of elements of the sets; once if there are no sets.
     template <typename Body>
     void each_pass(Index first, Index count, const Body& body) {
         if (count == 0) return body();
@@ -179,7 +179,7 @@ class Interpreter {
         line_.clear();
     }
 
-    // The element of an argument; no_index beyond the end of a set, and for what no data have.
+    // The element of an argument; no_index past the end of a set, or if the data do not have it.
     Index element_of(const ElementArgument& argument) {
         if (argument.kind == Kind::element) return element_[argument.name];
         const Pass& pass = loops_[argument.loop];
@@ -231,7 +231,7 @@ class Interpreter {
         return truth(members.size() > 0 && members.find(place) != no_index);
     }
 
-    // What is before "$" is not evaluated where the condition does not hold.
+    // The operand before "$" is evaluated only if the condition holds.
     double only_if(const Expression& node) {
         const double condition = evaluate(program_.operands[node.first + 1]);
         if (std::isnan(condition)) return unknown;
@@ -260,7 +260,7 @@ class Interpreter {
         return value;
     }
 
-    // The value, or that it is unknown. `is_known`: the flaw of an operand has been reported.
+    // The value, or `unknown`. `is_known`: the flaw of an operand has already been reported.
     double checked(Index index, double value, bool is_known) {
         if (std::isfinite(value) && !is_known) return value;
         if (!is_known) add_flaw(index, "value-not-finite", {});
@@ -277,13 +277,13 @@ class Interpreter {
     const GeneratorProgram& program_;
     const NameTable& elements_;
     const Pause& pause_;
-    std::vector<const DataSet*> sets_;  // of the program's names, as the following two
+    std::vector<const DataSet*> sets_;  // for the program's names, like the next two
     std::vector<const DataValues*> values_;
     std::vector<Index> element_;
     std::vector<Pass> loops_;
     Passes counts_;
     std::uint64_t passes_ = 0;
-    std::vector<Index> place_;  // arguments of the references that are being evaluated
+    std::vector<Index> place_;  // arguments of the references being evaluated
     std::string line_;
     Range line_place_;  // of its first text
     const TakeLine* take_line_ = nullptr;

@@ -11,12 +11,11 @@
 
 namespace orvex::frontend {
 
-// How often each statement of a program is run: of a loop and a condition the passes of what is in
-// them.
+// How often each statement of a program runs; for a loop or a condition, the passes of its body.
 using Passes = std::vector<std::uint64_t>;
 
-// Evaluates everything once and prints nothing. Adds values that are not finite to the flaws, each
-// place once. Precondition for this and run_program: check_data has found no flaw.
+// Evaluates everything once without printing. Adds values that are not finite to the flaws, once
+// per place. Precondition for this and run_program: check_data has found no flaw.
 Passes try_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                    std::vector<Flaw>& flaws);
 
@@ -24,8 +23,7 @@ Passes try_program(const GeneratorProgram& program, const Data& data, const Paus
 void run_program(const GeneratorProgram& program, const Data& data, const Pause& pause,
                  const TakeLine& take_line);
 
-// A number as it is printed: as short as it can be without being another number; never "-0".
-// Precondition: it is finite.
+// A number as printed: the shortest text that denotes it; never "-0". Precondition: it is finite.
 void append_number(std::string& text, double value);
 
 }  // namespace orvex::frontend

@@ -17,10 +17,10 @@ namespace {
 using Json = nlohmann::json;
 using Kind = DataRow::Kind;
 
-// A name with more elements than any name of a model.
+// More elements than any name of a model has.
 constexpr std::size_t most_elements = 20;
 
-// The bytes of a file; where it is read is told outside.
+// Iterates over the bytes of a file; the position is also stored outside the iterator.
 class Bytes {
   public:
     using iterator_category = std::input_iterator_tag;
@@ -50,7 +50,7 @@ const std::vector<std::string>& section_names() {
 
 constexpr Kind section_kinds[] = {Kind::set, Kind::alias, Kind::parameter, Kind::level};
 
-// Takes the parts of a file as they are read; false ends the reading.
+// Takes the parts of a file as they are read; a false result ends the reading.
 class Taker : public nlohmann::json_sax<Json> {
   public:
     explicit Taker(DataFiles& files)
@@ -127,7 +127,7 @@ class Taker : public nlohmann::json_sax<Json> {
     }
 
   private:
-    // The byte before the one that comes next.
+    // The offset of the last byte read.
     std::size_t offset() const {
         return read_ == begin_ ? 0 : static_cast<std::size_t>(read_ - begin_) - 1;
     }
@@ -166,7 +166,7 @@ class Taker : public nlohmann::json_sax<Json> {
         files_.rows.push_back(row);
     }
 
-    // A row of the elements after the name.
+    // Adds a row with the elements after the name.
     void add_row(double value = 0) {
         DataRow row = new_row();
         row.cell_count = static_cast<Index>(keys_.size()) - 1;
@@ -211,7 +211,7 @@ class Taker : public nlohmann::json_sax<Json> {
     std::size_t depth_ = 0;    // of objects
     int array_ = 0;            // of arrays
     Kind kind_ = Kind::set;    // of the section
-    std::vector<Index> keys_;  // the name and elements that lead to the present value
+    std::vector<Index> keys_;  // the name and elements that lead to the current value
     std::string_view fault_;
     Values values_;
     std::size_t fault_offset_ = 0;

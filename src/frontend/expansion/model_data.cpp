@@ -21,11 +21,12 @@ namespace {
 using std::string_view;
 using Kind = DataRow::Kind;
 
-// Scalars of the header file, and their values there.
+// Scalars of the header file, with their values there.
 constexpr std::array<std::pair<string_view, double>, 2> header_scalars{
     {{"ORVEPS", 1e-8}, {"ORVREPORT", 1}}};
 
-// More findings about the data say nothing new, and a search for the near name takes time.
+// Further findings about the data would add nothing new, and searching for similar names takes
+// time.
 constexpr std::size_t most_findings = 20;
 
 std::optional<double> number_of(string_view text) {
@@ -37,7 +38,7 @@ std::span<const Index> cells_of(const DataFiles& files, const DataRow& row) {
     return std::span(files.cells).subspan(row.first_cell, row.cell_count);
 }
 
-// How the program uses a name; a name that it does not use has a use that says so.
+// How the program uses a name; an empty NameUse if it does not.
 NameUse use_of(const GeneratorProgram& program, const std::string& name) {
     const Index found = program.names.find(name);
     return found == no_index ? NameUse() : program.uses[found];
@@ -78,7 +79,7 @@ class Maker {
         if (!is_new && alias->second != target) refuse(row, "alias", target);
     }
 
-    // A set is wanted under its own name or that of an alias.
+    // A set is needed under its own name or that of an alias.
     NameUse wanted_use(const std::string& name) const {
         const auto found = alias_uses_.find(name);
         return found == alias_uses_.end() ? use_of(program_, name) : found->second;
@@ -125,7 +126,7 @@ class Maker {
         }
     }
 
-    // A variable of another model may have the same name, and other sets.
+    // A variable of another model may have the same name, but other sets.
     void take_level(const DataRow& row, std::size_t width) {
         if (row.cell_count != width && !row.is_empty) {
             files_.misfits.insert(row.name);
@@ -135,7 +136,7 @@ class Maker {
         if (!row.is_empty) take_value(row, data_.levels[name_of(row)]);
     }
 
-    // A row of a name that the model uses as a set or a parameter.
+    // Takes a row for a name that the model uses as a set or a parameter.
     void take_wanted(const DataRow& row, const NameUse& use) {
         if (row.kind == Kind::parameter) return take_value(row, data_.parameters[name_of(row)]);
         const std::size_t columns = row.cell_count + std::size_t{2};
@@ -192,7 +193,7 @@ class Maker {
         values.values.push_back(value);
     }
 
-    // A row with too many or too few columns, once for a name.
+    // Reports a row with too many or too few columns, once for each name.
     void refuse_width(const DataRow& row, std::size_t width, std::size_t columns) {
         if (!refused_.emplace(row.name).second) {
             ++faults_;
@@ -221,12 +222,12 @@ class Maker {
     const Variables& variables_;
     Data& data_;
     std::vector<Finding>& findings_;
-    std::map<std::string, NameUse> alias_uses_;  // of the sets that aliases lead to
+    std::map<std::string, NameUse> alias_uses_;  // for the sets that aliases refer to
     std::set<Index> refused_;
     std::size_t faults_ = 0;
 };
 
-// The value of what a reference names, and how many elements it has.
+// The value of a reference, and how many elements it has.
 struct Meaning {
     const DataSet* set = nullptr;
     const DataValues* values = nullptr;
@@ -310,7 +311,7 @@ class ElementFinder {
         has_sets_ = std::find(is_known_.begin(), is_known_.end(), true) != is_known_.end();
     }
 
-    // Whether there is something to say of the element, and that has not been said.
+    // Should the element be reported, and has it not been reported yet?
     bool is_unsaid(Index element) {
         const bool is_unknown = element == no_index || !is_known_[element];
         if (!has_sets_ || !is_unknown || files_.unknown.size() >= most_findings) return false;
@@ -326,7 +327,7 @@ class ElementFinder {
     }
 
   private:
-    // What a row of CSV is that no model wants cannot be told: it may list an element of a set.
+    // A CSV row that no model uses may list an element of a set, so its element counts as known.
     void note_unused_sets() {
         for (const DataRow& row : files_.rows) {
             const bool may_be_member = row.kind == Kind::csv && row.cell_count == 0;
@@ -338,7 +339,7 @@ class ElementFinder {
     }
 
     DataFiles& files_;
-    std::vector<bool> is_known_;  // of the names that are elements of a set
+    std::vector<bool> is_known_;  // for each name: it is an element of a set
     bool has_sets_ = false;
 };
 

@@ -19,7 +19,7 @@ using std::string_view;
 using Kind = Statement::Kind;
 using Part = Statement::Part;
 
-// More than the indentation of a line can show.
+// More levels than the indentation of a line can show.
 constexpr int most_levels = 1000;
 
 class Reader {
@@ -39,7 +39,7 @@ class Reader {
     }
 
   private:
-    // Statements up to the ")" that closes what they are in.
+    // Reads statements up to the ")" that closes the level they are in.
     void read_statements() {
         while (!words_.at_end() && !words_.is_symbol(")")) read_statement();
     }
@@ -56,8 +56,8 @@ class Reader {
         }
     }
 
-    // A line that cannot be understood. What is in the levels that it may open is read all the
-    // same.
+    // Refuses a line that cannot be understood. The statements in any level that it opens are still
+    // read.
     void refuse_line() {
         try {
             expressions_.refuse();
@@ -67,7 +67,7 @@ class Reader {
         words_.skip_line();
     }
 
-    // Returns whether the statement has been understood.
+    // Returns whether the statement was understood.
     template <typename Step>
     bool attempt(const Step& step) {
         try {
@@ -151,7 +151,7 @@ class Reader {
         }
     }
 
-    // The file to which the first statement prints.
+    // Skips the file that the first statement prints to.
     void skip_file() {
         const string_view next = text_of(program_.text, words_.following().range);
         if (words_.is_name() && next == ",") words_.advance();
@@ -178,7 +178,7 @@ class Reader {
         return item;
     }
 
-    // An element in quotes is printed with the point before it.
+    // A quoted element is printed with the point before it.
     void add_element(Range text) {
         const string_view printed = text_of(program_.text, text);
         if (printed.size() < 2 || printed.front() != '.') return;
@@ -209,7 +209,7 @@ class Reader {
         return text_of(program_.text, program_.items[item].text);
     }
 
-    // What begins with a keyword begins a block, or is an option.
+    // A text that begins with a keyword begins a block, or is an option.
     void classify(Statement& put) {
         const Index end = put.first + put.count;
         bool begins_line = false;

@@ -1,6 +1,6 @@
-// What a generator file does, as a tree: statements that print, loop and ask, and the expressions
-// in them. It says nothing about data: names are numbers in a table, and a set that is looped over
-// is known by the number of its loop, counted from the outermost one.
+// The contents of a generator file as a tree: the statements that print, loop and test, and the
+// expressions in them. It does not depend on data: names are numbers in a table, and a set that is
+// looped over is identified by the number of its loop, counted from the outermost one.
 #pragma once
 
 #include "frontend/findings/pattern.h"
@@ -46,7 +46,7 @@ enum class Operation : std::uint8_t {
     sum,
 };
 
-// An expression. Its operands are others, in GeneratorProgram::operands.
+// An expression. Its operands are other expressions, in GeneratorProgram::operands.
 struct Expression {
     Operation operation = Operation::number;
     Range place;  // in the generator text
@@ -70,13 +70,13 @@ struct ElementArgument {
     Index offset = no_index;  // of a lead or lag: the expression after its operator
 };
 
-// A set that is looped over, in a loop of its own.
+// A set that is looped over, and the number of its loop.
 struct LoopedSet {
     Index name = 0;
     Index loop = 0;
 };
 
-// What a PUT statement prints.
+// An item that a PUT statement prints.
 struct Item {
     enum class Kind : std::uint8_t { text, line_end, element, value };
 
@@ -86,10 +86,10 @@ struct Item {
     ElementArgument element;
 };
 
-// A statement, followed by those that are in it.
+// A statement, followed by the statements inside it.
 struct Statement {
     enum class Kind : std::uint8_t { put, loop, condition };
-    // What the line is that a PUT statement begins.
+    // What kind of line a PUT statement begins.
     enum class Part : std::uint8_t { other, head, entry, field };
 
     Kind kind = Kind::put;
@@ -98,7 +98,7 @@ struct Statement {
         0;  // of a PUT statement in GeneratorProgram::items, of a loop in GeneratorProgram::sets
     Index count = 0;
     Index condition = no_index;
-    Index end = 0;           // after the statements that are in it
+    Index end = 0;           // after the statements inside it
     Index block = no_index;  // of a PUT statement, in GeneratorProgram::blocks
 };
 
@@ -112,17 +112,17 @@ struct PrintedBlock {
 struct NameUse {
     bool is_set = false;  // it is looped over or counted
     bool is_looped = false;
-    int arguments = -1;  // -1 where it has no reference
+    int arguments = -1;  // -1 if there is no reference to it
     Range place;         // the first one
 };
 
-// An element that the model names.
+// An element named in the model.
 struct UsedElement {
     Index name = 0;
     Range place;
 };
 
-// Something wrong with a program or its values; the code of docs/messages.md.
+// Something wrong with a program or its values; the code is one of docs/messages.md.
 struct Flaw {
     std::string_view code;
     std::string_view variant;
@@ -133,7 +133,7 @@ struct Flaw {
 struct GeneratorProgram {
     std::string_view text;      // the generator file
     NameTable names;            // of sets, parameters and elements
-    std::vector<NameUse> uses;  // of the names; an element has one that says nothing
+    std::vector<NameUse> uses;  // of the names; an element's use is empty
     std::vector<Expression> nodes;
     std::vector<Index> operands;
     std::vector<ElementArgument> arguments;
@@ -142,14 +142,14 @@ struct GeneratorProgram {
     std::vector<Statement> statements;
     std::vector<PrintedBlock> blocks;
     std::vector<UsedElement> elements;
-    Index loops = 0;  // as many as are open at once, at most
+    Index loops = 0;  // the largest number open at once
 };
 
-// Reads a generator file. Adds what cannot be run to the flaws. The text must outlive the program.
+// Reads a generator file. Adds flaws for what cannot be run. The text must outlive the program.
 GeneratorProgram read_program(std::string_view generator, std::vector<Flaw>& flaws);
 
-// The number of the line of the model that is written before the line of the generator file in
-// which the place is; 0 where it cannot be told.
+// The number of the model's line, as written before the line of the generator file that contains
+// the place; 0 if unknown.
 int listed_line(std::string_view generator, Offset place);
 
 }  // namespace orvex::frontend

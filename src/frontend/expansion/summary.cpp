@@ -49,7 +49,7 @@ ModelSize sized(const GeneratedModel& generated, const GeneratorProgram& program
     return size;
 }
 
-// The passes of each statement where everything in a loop is run.
+// The passes of each statement if everything in a loop is run.
 class Bounder {
   public:
     Bounder(const GeneratorProgram& program, const Data& data, const SetSizes& sizes)
@@ -60,7 +60,7 @@ class Bounder {
         return std::move(passes_);
     }
 
-    // The sets whose size nobody knows.
+    // The sets whose size is unknown.
     const std::vector<Flaw>& flaws() const { return flaws_; }
 
   private:
@@ -110,7 +110,7 @@ BlockSize total_of(const ModelSize& size) {
     return total;
 }
 
-// The block with the most lines; null where there is none.
+// The block with the most lines; null if there is none.
 const BlockSize* dominant_of(const ModelSize& size) {
     const auto found = std::max_element(
         size.blocks.begin(), size.blocks.end(),
@@ -130,7 +130,7 @@ Row row_of(const BlockSize& block) {
             std::to_string(block.fields)};
 }
 
-// The first column is aligned to the left, the others to the right.
+// The first column is left-aligned, the others right-aligned.
 std::string table_of(const std::vector<Row>& rows) {
     std::array<std::size_t, 5> widths{};
     for (const Row& row : rows) {

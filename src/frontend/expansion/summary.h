@@ -1,4 +1,4 @@
-// How large a model is for the solver: what each of its blocks becomes.
+// How large a model is for the solver: the size of each of its blocks when printed.
 #pragma once
 
 #include "frontend/expansion/expand.h"
@@ -10,10 +10,11 @@
 
 namespace orvex::frontend {
 
-// Numbers of elements that are assumed for sets, by their names in capitals.
+// Assumed numbers of elements of sets, by their names in capitals.
 using SetSizes = std::map<std::string, std::uint64_t>;
 
-// What a block of the model becomes: a block for each element, with entries and further fields.
+// The printed size of a block of the model: a block for each element, with entries and further
+// fields.
 struct BlockSize {
     std::string name;  // "$PROD:Y"
     int line = 0;      // in the file
@@ -25,7 +26,7 @@ struct BlockSize {
 struct ModelSize {
     std::string path;
     std::string model;
-    int line = 0;           // of $MODEL:
+    int line = 0;           // of the line with $MODEL:
     bool is_bound = false;  // all conditions and guards are assumed to be true
     std::vector<BlockSize> blocks;
 };
@@ -33,9 +34,9 @@ struct ModelSize {
 // The size of a model that has been prepared.
 ModelSize size_of(const GeneratedModel& generated, const Expansion& expansion);
 
-// An upper bound, with so many elements in the sets; for sets without a number as many as the data
-// have. False, with findings, where there is neither, or the generator text cannot be read.
-// Numbers too large to be counted stay at the largest one.
+// An upper bound, with the given numbers of elements in the sets; a set without one has as many as
+// the data have. False, with findings, if a set has neither, or the generator text cannot be read.
+// Numbers too large to count stay at the maximum.
 bool bound_size(const GeneratedModel& generated, DataFiles& files, const SetSizes& sizes,
                 ModelSize& size, std::vector<Finding>& findings);
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t first_size = 16;
 
-// FNV-1a, of the numbers of the elements.
+// FNV-1a over the numbers of the elements.
 std::uint64_t hash_of(std::span<const Index> tuple) {
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const Index element : tuple) hash = (hash ^ element) * 0x100000001B3U;

@@ -1,4 +1,4 @@
-// Lists of elements of one length: the members of a set, the places of a parameter.
+// Lists of elements of one length: the members of a set, or the places of a parameter.
 #pragma once
 
 #include "frontend/syntax/tree.h"
@@ -9,13 +9,12 @@
 
 namespace orvex::frontend {
 
-// A table from lists of `width` elements to numbers from 0 on, in the order in which they are
-// added.
+// A table from lists of `width` elements to numbers, counted from 0 in the order of insertion.
 class Tuples {
   public:
     explicit Tuples(std::size_t width = 0);
 
-    // The number of a list, which is added if it is new. Precondition: it has `width` elements.
+    // The number of a list, which is added if new. Precondition: it has `width` elements.
     Index add(std::span<const Index> tuple);
 
     // The number of a list, or no_index.
@@ -31,8 +30,8 @@ class Tuples {
 
     std::size_t width_;
     Index size_ = 0;
-    std::vector<Index> elements_;  // of all lists, one after another
-    std::vector<Index> slots_;     // a power of two of them, at least half of them no_index
+    std::vector<Index> elements_;  // of all lists, concatenated
+    std::vector<Index> slots_;     // a power of two, at least half of them no_index
 };
 
 }  // namespace orvex::frontend

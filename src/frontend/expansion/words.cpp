@@ -12,8 +12,8 @@ namespace {
 
 using std::string_view;
 
-// Which part of a line holds a statement. The number of the model's line before it is a comment,
-// and a line without one holds a statement only where it prints.
+// Where the statement in a line begins. The number of the model's line before it is a comment; a
+// line without such a number has a statement only if it prints.
 std::size_t begin_of_statement(string_view line) {
     if (line.starts_with('{')) return std::min(line.find('}'), line.size() - 1) + 1;
     const bool prints = line.starts_with("PUT") && line.find(".INTEGER1 = ") == string_view::npos &&

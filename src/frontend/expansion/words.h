@@ -1,4 +1,4 @@
-// The words of a generator file, one after another.
+// The words of a generator file, in order.
 #pragma once
 
 #include "frontend/syntax/tree.h"
@@ -16,11 +16,11 @@ struct Word {
     Index line = 0;  // counted from 0
 };
 
-// The words of all lines that hold statements. Lines of the host's compiler, comments, and
+// The words of all lines that have statements. Lines for the host's compiler, comments, and
 // statements that print nothing are left out.
 std::vector<Word> words_of(std::string_view generator);
 
-// The words, with a place in them. Beyond the last one there is an empty symbol.
+// The words, with a current position. After the last one there is an empty symbol.
 class Words {
   public:
     Words(std::string_view text, std::vector<Word> words);
@@ -31,7 +31,7 @@ class Words {
     std::string_view text() const { return text_of(text_, word().range); }
     bool is(std::string_view text) const { return this->text() == text; }
 
-    // Is the present word the symbol or the name, and no string that looks like it?
+    // Is the current word this symbol or name, and not a string that looks like it?
     bool is_symbol(std::string_view symbol) const;
     bool is_name(std::string_view name) const;
     bool is_name() const { return word().kind == TokenKind::word; }
@@ -41,13 +41,13 @@ class Words {
 
     void advance();
 
-    // Where the word before the present one ends.
+    // Where the previous word ends.
     Offset end_before() const;
 
-    // Goes to the next line. True where the statement of this line ends in it with ");".
+    // Goes to the next line. True if the statement on this line ends there with ");".
     bool skip_line();
 
-    // Goes back to the ")" of the ");" that ends the line before, if there is one.
+    // Goes back to the ")" of the ");" at the end of the previous line, if there is one.
     void return_to_close();
 
   private:
