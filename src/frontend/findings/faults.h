@@ -1,4 +1,4 @@
-// The faults of the notation as codes of docs/messages.md.
+// The codes in docs/messages.md for the faults of the notation.
 #pragma once
 
 #include "notation/fault.h"

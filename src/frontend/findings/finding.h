@@ -1,4 +1,4 @@
-// What the front end has to say about a file. Every format shows the same findings.
+// The front end's findings about a file. Every format shows the same findings.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// A finding that is off is shown only where --warn gives it a level.
+// A finding that is off is shown only if --warn gives it a level.
 enum class Severity { off, help, note, warning, error };
 
 std::string severity_name(Severity severity);
@@ -22,20 +22,20 @@ struct Span {
     int end_column = 1;
     std::size_t begin = 0;
     std::size_t end = 0;
-    // The line, without its end.
+    // The line, without its line end.
     std::string text;
 };
 
-// A further remark: a note, mostly with a second place, or help.
+// A further remark: a note, usually with a second place, or help.
 struct Remark {
     Severity severity = Severity::note;
     std::string message;
-    // Without a path where there is no place.
+    // Its path is empty if there is no place.
     Span span;
 };
 
-// Bytes of the file that are replaced by a text; the end exclusive. An empty range inserts. Lines
-// and columns are those of both ends.
+// Replaces bytes of the file by a text; the end is exclusive. An empty range inserts. Lines and
+// columns are those of both ends.
 struct Edit {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -46,14 +46,14 @@ struct Edit {
     int end_column = 0;
 };
 
-// How sure it is that edits are what the author means: certain, may be wrong, or with places that
-// the author has to fill.
+// How sure it is that edits do what the author means: certain, maybe wrong, or with placeholders
+// that the author has to fill in.
 enum class Confidence { certain, maybe, placeholders };
 
-// "machine-applicable", "maybe-incorrect" or "has-placeholders": what formats for programs call it.
+// "machine-applicable", "maybe-incorrect" or "has-placeholders": the name in formats for programs.
 std::string confidence_name(Confidence confidence);
 
-// What corrects a finding: edits in the order of the file, apart from one another.
+// The correction of a finding: edits in the order of the file that do not touch one another.
 struct Fix {
     Confidence confidence = Confidence::maybe;
     std::vector<Edit> edits;
@@ -61,9 +61,9 @@ struct Fix {
 
 struct Finding {
     Severity severity = Severity::error;
-    // Of docs/messages.md.
+    // One of docs/messages.md.
     std::string code;
-    // Lower case, no full stop, names in back quotes.
+    // Lower case, no full stop, names in backticks.
     std::string message;
     Span span;
     std::vector<Remark> remarks;

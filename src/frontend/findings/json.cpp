@@ -24,7 +24,7 @@ std::string dumped(const Json& json) {
 
 // JSON lines.
 
-// A list of one span, or of none. The file as a whole is shown as the start of its first line.
+// A list with one span or none. The whole file is shown as the start of its first line.
 Json spans_of(const Span& span, bool primary) {
     Json spans = Json::array();
     if (span.path.empty()) return spans;
@@ -66,8 +66,8 @@ Json fix_of(const Fix& fix) {
 
 // SARIF.
 
-// A message object. In its text {0} is the place of an argument, and [a](b) a link: braces are
-// doubled, and brackets get a backslash.
+// A message object. In its text {0} is a placeholder for an argument, and [a](b) is a link, so
+// braces are doubled and brackets get a backslash.
 Json message_of(std::string_view text) {
     std::string escaped;
     std::size_t backslashes = 0;
@@ -91,8 +91,8 @@ void append_encoded(std::string& uri, char c) {
     }
 }
 
-// A path relative to the current folder where it lies below that, as those who show a report refuse
-// others.
+// The path relative to the current folder if it is inside that: viewers of reports reject other
+// paths.
 std::string relative_path(const std::string& path) {
     std::error_code none;
     std::string folder = path.starts_with('/') ? std::filesystem::current_path(none).string() : ".";
@@ -100,7 +100,7 @@ std::string relative_path(const std::string& path) {
     return path.starts_with(folder) ? path.substr(folder.size()) : path;
 }
 
-// A finding without a path is about the run, and gets the current folder: each result has a
+// A finding without a path is about the run and gets the current folder, since each result needs a
 // place.
 std::string uri_of(const std::string& path) {
     const std::string relative = relative_path(path);
@@ -119,7 +119,7 @@ Json location_of(const Span& span) {
              {{"artifactLocation", {{"uri", uri_of(span.path)}}}, {"region", region}}}};
 }
 
-// A fix says what it is for in the words of the help.
+// The help text also describes the fix.
 Json fixes_of(const Finding& finding) {
     Json replacements = Json::array();
     for (const Edit& edit : finding.fix->edits) {
@@ -140,7 +140,8 @@ Json fixes_of(const Finding& finding) {
     return Json::array({fix});
 }
 
-// A number that stays when the finding moves to another line of its file (64 bits, FNV-1a).
+// A number that stays the same when the finding moves to another line of its file (64 bits,
+// FNV-1a).
 std::string fingerprint(const Finding& finding) {
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const std::string& part :

@@ -1,4 +1,4 @@
-// The two formats that are JSON: one object a line (docs/findings.schema.json), and SARIF 2.1.0.
+// The two JSON formats: one object per line (docs/findings.schema.json), and SARIF 2.1.0.
 #pragma once
 
 #include "frontend/findings/finding.h"

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view whole_run = "orvex";
 
-// Whether XML may hold the character as itself.
+// Does XML allow the character itself?
 bool is_allowed(char32_t code) {
     const bool is_control = code < 0x20 || (code >= 0x7F && code < 0xA0);
     return !is_control && code != 0xFFFE && code != 0xFFFF;
@@ -30,8 +30,8 @@ void append_character(std::string& xml, std::string_view character, char32_t cod
     }
 }
 
-// A text as an element holds it. Bytes that are not UTF-8 and characters that XML
-// forbids become U+FFFD.
+// A text for the content of an element. Bytes that are not UTF-8 and characters that XML forbids
+// become U+FFFD.
 std::string escaped(std::string_view text) {
     std::string xml;
     while (!text.empty()) {
@@ -43,7 +43,7 @@ std::string escaped(std::string_view text) {
     return xml;
 }
 
-// Blanks in place of line ends: readers of attributes put them there anyway.
+// Blanks replace line ends: readers of attributes do that anyway.
 std::string attribute(std::string_view name, std::string_view value) {
     std::string text = escaped(value);
     std::replace_if(
@@ -61,7 +61,7 @@ std::string test_start(std::string_view name, std::string_view suite) {
     return "<testcase" + attribute("name", name) + attribute("classname", suite);
 }
 
-// A text that belongs to a test which passes.
+// The output of a test that passes.
 std::string output(std::string_view text) {
     return "><system-out>" + escaped(text) + "</system-out></testcase>\n";
 }
@@ -73,7 +73,7 @@ JunitSuite& suite_of(JunitReport& report, std::string_view path) {
     return report.suites[place->second];
 }
 
-// Tests of one suite are told apart by their names.
+// Tests of one suite are distinguished by their names.
 std::string test_name(const Finding& finding) {
     if (finding.span.line == 0) return finding.code;
     return finding.code + " at " + std::to_string(finding.span.line) + ':' +

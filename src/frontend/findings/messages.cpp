@@ -52,7 +52,7 @@ std::string block_of(const MessageEntry& entry, std::string_view kind) {
     return {};
 }
 
-// An entry of the page, from after the "## " of its heading.
+// An entry of the page, starting after the "## " of its heading.
 MessageEntry read_entry(std::string_view text) {
     MessageEntry entry;
     entry.text = "## " + std::string(text);
@@ -82,7 +82,7 @@ MessageEntry read_entry(std::string_view text) {
     return entry;
 }
 
-// Entries begin with "## " and end at the next heading; lines of an example are no headings.
+// Entries begin with "## " and end at the next heading; lines of an example are not headings.
 std::vector<MessageEntry> read_page(std::string_view page) {
     std::vector<MessageEntry> entries;
     std::size_t begin = std::string_view::npos;
@@ -106,7 +106,7 @@ std::vector<MessageEntry> read_page(std::string_view page) {
     return entries;
 }
 
-// The lines of a message, or the first of them, in the form of an entry.
+// Do the lines match all messages of an entry, or the first of them?
 bool matches(const MessageEntry& entry, const std::vector<std::string_view>& lines, Values& values,
              std::size_t& fit) {
     if (lines.size() > entry.messages.size()) return false;

@@ -11,7 +11,7 @@ namespace {
 bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-// The length of a place "<name>" or "<name:20>" at the start of a text; 0 where there is none.
+// The length of a placeholder "<name>" or "<name:20>" at the start of a text; 0 if there is none.
 std::size_t place_length(std::string_view text) {
     if (!text.starts_with('<')) return 0;
     std::size_t at = 1;

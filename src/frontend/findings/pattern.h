@@ -1,5 +1,5 @@
-// The messages of the index as patterns: fixed texts, and <name> or <name:20> for what differs from
-// case to case.
+// The messages of the index as patterns: fixed texts, and <name> or <name:20> for the parts that
+// vary.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace orvex::frontend {
 
-// A fixed text of a pattern, and the name of what follows it; the last one has none.
+// A fixed text of a pattern, and the name of the placeholder after it; the last piece has none.
 struct Piece {
     std::string_view literal;
     std::string_view name;
@@ -18,13 +18,13 @@ struct Piece {
 
 std::vector<Piece> pieces_of(std::string_view pattern);
 
-// What is in the places of a message, by their names, trimmed.
+// The values for the placeholders of a message, by name, trimmed.
 using Values = std::map<std::string, std::string>;
 
-// Whether a line has the form of the pattern. `values` gets what is in its places.
+// Does a line match the pattern? `values` gets the texts of its placeholders.
 bool matches(const std::vector<Piece>& pieces, std::string_view line, Values& values);
 
-// What makes one pattern fit better than another: its fixed characters.
+// How specific a pattern is: the number of its fixed characters.
 std::size_t weight(const std::vector<Piece>& pieces);
 
 }  // namespace orvex::frontend

@@ -14,7 +14,7 @@ struct Place {
     int column = 1;
 };
 
-// The end of a text that is empty or ends with a line end is in a line of its own.
+// If a text is empty or ends with a line end, its end is on a line of its own.
 Place place_at(const Source& source, std::size_t offset) {
     const std::string_view bytes = source.bytes;
     offset = std::min(offset, bytes.size());
@@ -25,7 +25,7 @@ Place place_at(const Source& source, std::size_t offset) {
     return {line, column_of(line_text(source, line), offset - start)};
 }
 
-// Do lines end with CR LF there? The last one may have no end: then the one before it counts.
+// Do lines there end with CR LF? If the last line has no end, the previous one decides.
 bool has_carriage_return(std::string_view bytes, std::size_t offset) {
     std::size_t end = bytes.find('\n', offset);
     if (end == std::string_view::npos) end = bytes.rfind('\n');

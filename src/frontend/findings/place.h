@@ -8,18 +8,18 @@
 
 namespace orvex::frontend {
 
-// The file as a whole.
+// The whole file.
 Span whole_file(std::string path);
 
 // A part of one line of the file. An empty one is shown as a place between two characters.
 Span span_of(const Source& source, Range range);
 
-// The whole record of a line: from its first character that is not blank to its last, a comment
-// after "!" left out unless it is all there is.
+// The whole record of a line: from its first non-blank character to its last, without a comment
+// after "!" unless there is nothing else.
 Span record_span(const Source& source, int line);
 
-// Gives the edits of a fix their lines and columns, and the lines that they put in the line ends of
-// the file where they have LF alone.
+// Sets the lines and columns of a fix's edits, and replaces LF in their texts by the line end of
+// the file.
 void place_fix(const Source& source, Fix& fix);
 
 }  // namespace orvex::frontend

@@ -15,7 +15,8 @@ namespace {
 
 // The layout of a finding.
 
-// The longest line that is shown whole, and what is shown of a longer one, in characters.
+// The longest line that is shown whole, and the size of the part shown of a longer one, in
+// characters.
 constexpr std::size_t longest_line = 160;
 constexpr std::size_t window = 154;
 constexpr std::size_t window_before = 50;  // before the place
@@ -64,7 +65,7 @@ std::string excerpt(const Layout& layout, const Span& span, Style style) {
            styled(style, std::string(last - place, '^'), layout.colour);
 }
 
-// The arrow line of a span, and its line where it has one.
+// The arrow line of a span, and its source line if it has one.
 std::string place_of(const Layout& layout, const Span& span, Style style) {
     if (span.path.empty()) return {};
     std::string text = '\n' + margin(layout, "", "--> ") + location(span);
@@ -72,7 +73,8 @@ std::string place_of(const Layout& layout, const Span& span, Style style) {
     return text;
 }
 
-// What `orvex check` can do about a finding, after its help. It fills no placeholders.
+// What `orvex check` can do about a finding, to put after its help. It does not fill in
+// placeholders.
 std::string offer_of(const Finding& finding) {
     if (!finding.fix || finding.fix->confidence == Confidence::placeholders) return {};
     const bool is_certain = finding.fix->confidence == Confidence::certain;
@@ -93,7 +95,7 @@ std::string remark_of(const Layout& layout, const Remark& remark) {
 
 // Annotations.
 
-// Escapes what ends or divides a workflow command.
+// Escapes the characters that end or separate the parts of a workflow command.
 std::string escaped(std::string_view text, std::string_view specials) {
     std::string out;
     for (const char c : text) {
@@ -106,7 +108,7 @@ std::string escaped(std::string_view text, std::string_view specials) {
     return out;
 }
 
-// The message and, a line each, the remarks, which have no window of their own.
+// The message and, on a line each, the remarks, which cannot be annotations of their own.
 std::string annotation_text(const Finding& finding) {
     std::string text = printable(finding.message);
     for (const Remark& remark : finding.remarks) {
@@ -138,7 +140,7 @@ std::string annotation(const Finding& finding) {
 
 // Statistics.
 
-// A line for each code: its count, flush right, its severity and the code.
+// A line for each code: its count, right-aligned, its severity and the code.
 std::string table_of(const std::vector<CodeCount>& counts) {
     constexpr std::size_t severity_width = 7;
     std::size_t width = 0;

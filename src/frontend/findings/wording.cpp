@@ -18,7 +18,7 @@ void make_start_small(std::string& text) {
     if (word) text[0] = static_cast<char>(text[0] - 'A' + 'a');
 }
 
-// Puts value(name) in the place of each {name}.
+// Replaces each {name} by value(name).
 template <typename Value>
 std::string filled(std::string_view text, const Value& value) {
     std::string out;
@@ -38,7 +38,7 @@ std::string filled(std::string_view text, const Values& values) {
     });
 }
 
-// The text of a variant, or the first one; null where there is none.
+// The text of a variant, or else the one without a variant; null if there is neither.
 const Wording* find_wording(const std::vector<Wording>& wordings, std::string_view variant) {
     const Wording* usual = nullptr;
     for (const Wording& wording : wordings) {
