@@ -8,9 +8,9 @@ namespace orvex::frontend {
 
 namespace {
 
-using Taken = std::map<std::size_t, const Edit*>;  // by their beginnings
+using Taken = std::map<std::size_t, const Edit*>;  // by their start
 
-// Two edits that begin at the same place have no order.
+// The order of two edits that begin at the same place would be undefined.
 bool is_free(const Taken& taken, const Edit& edit) {
     const auto next = taken.lower_bound(edit.begin);
     if (next != taken.end() && (next->first == edit.begin || next->first < edit.end)) return false;

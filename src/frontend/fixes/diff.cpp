@@ -12,14 +12,14 @@ namespace {
 
 constexpr std::size_t context = 3;  // lines around a change
 
-// Lines of the text, counted from 0, the end exclusive, and what takes their place.
+// Lines of the text, counted from 0, the end exclusive, and the text that replaces them.
 struct Change {
     std::size_t first = 0;
     std::size_t last = 0;
     std::string text;
 };
 
-// The first line of a text, with its end.
+// The first line of a text, with its line end.
 std::string_view first_line(std::string_view text) {
     return text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
 }
@@ -30,7 +30,7 @@ class Lines {
         for (std::size_t at = 0; at < text.size(); at += first_line(text.substr(at)).size())
             begins_.push_back(at);
         count_ = begins_.size();
-        // After the last line end another line may begin.
+        // Another line may begin after the last line end.
         if (text.empty() || text.ends_with('\n')) begins_.push_back(text.size());
     }
 
@@ -39,7 +39,7 @@ class Lines {
         return first_line(text_.substr(begins_[index]));
     }
 
-    // Edits as changes of whole lines. Those that touch are one.
+    // The edits as changes of whole lines. Adjacent ones are merged.
     std::vector<Change> changes(const std::vector<Edit>& edits) const {
         std::vector<Change> made;
         for (std::size_t i = 0; i < edits.size();) {
@@ -69,8 +69,8 @@ class Lines {
         return text_.substr(begin, end - begin);
     }
 
-    // Where a change ends that is made up to `at`: there, if both its text and the one that it
-    // replaces end with a whole line, or else at the end of the line.
+    // Where a change that is complete up to `at` ends: there, if both its text and the replaced
+    // text end with a whole line; otherwise at the end of the line.
     std::size_t end_of(const Change& change, std::size_t at) const {
         const std::size_t line = line_at(at);
         const bool is_whole = change.text.empty() || change.text.ends_with('\n');
@@ -88,12 +88,12 @@ void put_line(std::string& body, char mark, std::string_view line) {
     if (!line.ends_with('\n')) body += "\n\\ No newline at end of file\n";
 }
 
-// "12,3"; a range without lines is named after the line before it.
+// "12,3"; an empty range is named after the line before it.
 std::string range(std::size_t first, std::size_t count) {
     return std::to_string(count == 0 ? first : first + 1) + "," + std::to_string(count);
 }
 
-// The hunk of some changes. The lines before it are moved by `shift`; it adds its own part.
+// The hunk of some changes. `shift` is how far earlier hunks have moved its lines; it is updated.
 std::string hunk(const Lines& lines, std::span<const Change> changes, std::size_t& shift) {
     const std::size_t first = changes.front().first - std::min(context, changes.front().first);
     const std::size_t last = std::min(changes.back().last + context, lines.count());

@@ -1,4 +1,4 @@
-// Edits as a text that `patch` takes.
+// Edits as a text for `patch`.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -9,7 +9,7 @@
 
 namespace orvex::frontend {
 
-// The unified diff of a text with edits that are in order and apart from one another; empty where
+// The unified diff of a text with edits that are in order and do not touch one another; empty if
 // there are none.
 std::string unified_diff(const std::string& path, std::string_view text,
                          const std::vector<Edit>& edits);

@@ -10,12 +10,12 @@ Revision::Piece Revision::Piece::part(std::size_t from, std::size_t to) const {
     return {0, 0, own.substr(from, to - from), false};
 }
 
-// Goes through pieces from front to back.
+// Goes through pieces from start to end.
 class Revision::Reader {
   public:
     explicit Reader(const std::vector<Piece>& pieces) : pieces_(pieces) {}
 
-    // Reads on to that offset of the text; what is read goes to `taken` unless it is null.
+    // Reads on to an offset of the text; the pieces read go to `taken` unless it is null.
     void read_to(std::size_t offset, std::vector<Piece>* taken) {
         while (at_ < offset && piece_ < pieces_.size()) {
             const Piece& piece = pieces_[piece_];

@@ -1,4 +1,4 @@
-// A text that is edited again and again, as its original with edits.
+// A text that is edited repeatedly, as its original with edits.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -15,17 +15,17 @@ class Revision {
     // The original must outlive the revision.
     explicit Revision(std::string_view original);
 
-    // Precondition: the edits are in order and apart from one another, in offsets of the text as it
-    // is now.
+    // Precondition: the edits are in order and do not touch one another. Offsets are those of the
+    // current text.
     void apply(const std::vector<Edit>& edits);
 
     std::string text() const;
 
-    // The edits that make this text of the original, in its order. Only offsets and texts are set.
+    // The edits that turn the original into this text, in order. Only offsets and texts are set.
     std::vector<Edit> edits() const;
 
   private:
-    // A part of the original, or a text of its own.
+    // A part of the original, or a new text.
     struct Piece {
         std::size_t begin = 0;
         std::size_t end = 0;
@@ -41,7 +41,7 @@ class Revision {
     std::vector<Piece> pieces_;
 };
 
-// The text with edits that are in order and apart from one another.
+// The text after edits that are in order and do not touch one another.
 std::string edited(std::string_view text, const std::vector<Edit>& edits);
 
 }  // namespace orvex::frontend
