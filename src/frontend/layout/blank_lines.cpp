@@ -39,7 +39,7 @@ class BlankLines {
   private:
     RecordKind kind(Index record) const { return tree_.records[record].kind; }
 
-    // A line whose rest the translator does not read stays.
+    // A line that is too long for the translator to read stays.
     bool is_blank(Index record) const {
         return kind(record) == RecordKind::blank && !is_too_long(text_, record);
     }
@@ -49,8 +49,8 @@ class BlankLines {
         return keyword != nullptr && keyword->opens == what;
     }
 
-    // The record after the last one of a constraint, or one after `next` where it has no end of its
-    // own.
+    // The record after the last one of a constraint; if nothing in the block ends it, the one after
+    // `next`.
     Index end_of_body(Index opening, Index next) const {
         for (Index record = opening + 1; record < next; ++record) {
             const std::string_view body = text_of(text_.bytes, record_range(tree_, record));
@@ -60,7 +60,7 @@ class BlankLines {
         return next + 1;
     }
 
-    // Leaves one of the blank lines that follow one another, and no blanks in it.
+    // Leaves one of several consecutive blank lines, and no blanks in it.
     void reduce(Index begin, Index end) {
         for (Index record = begin; record < end; ++record) {
             if (!is_blank(record)) continue;
@@ -71,7 +71,7 @@ class BlankLines {
         }
     }
 
-    // Puts a blank line before a block and the comments over its keyword, which are not before
+    // Puts a blank line before a block, or before the comments above its keyword, as far back as
     // `from`.
     void part(Index block, Index from) {
         Index top = tree_.blocks[block].record;
@@ -82,7 +82,7 @@ class BlankLines {
         add_edit({begin, begin}, std::string(text_of(text_.bytes, {end_before, begin})));
     }
 
-    // Is the block an option, right after another?
+    // Is the block an option that directly follows another one?
     bool continues_options(Index block, Index top) const {
         return opens(block, Opens::option) && kind(top - 1) == RecordKind::opening &&
                opens(block - 1, Opens::option);

@@ -7,8 +7,8 @@
 
 namespace orvex::frontend {
 
-// Adds the edits, in no order, that leave one of several blank lines and put one before each block
-// and the comments over its keyword; options need none between one another, and those of a
+// Adds the edits, in no order, that reduce consecutive blank lines to one and put one before each
+// block and the comments above its keyword. Options need none between them, and those in a
 // constraint stay.
 void set_blank_lines(const Text& text, Index model, std::vector<Edit>& edits);
 

@@ -23,7 +23,7 @@ std::span<const Cell> cells_of(const CellRows& rows, const CellRow& row) {
     return std::span(rows.cells).subspan(row.first, row.count);
 }
 
-// The column, from 0, after the last cell of a row whose cells have that gap.
+// The column, from 0, after the last cell of a row if its cells are separated by this gap.
 std::size_t end_with_gaps(const CellRows& rows, const CellRow& row, std::size_t gap) {
     std::size_t end = row.is_pinned ? 0 : indentation;
     for (const Cell& cell : cells_of(rows, row)) end += cell.width + gap;
@@ -36,8 +36,8 @@ std::size_t description_width(const Text& text, const CellRow& row) {
 
 // Breaking.
 
-// The number of cells from `first` on that fit into a line: at least one does, and a cell that
-// cannot begin a line goes with the one before it.
+// The number of leading cells that fit on a line: at least one, and a cell that cannot begin a line
+// stays with the previous one.
 std::size_t fitting_cells(std::span<const Cell> cells, std::size_t column) {
     std::size_t count = 0;
     for (const Cell& cell : cells) {
@@ -49,7 +49,7 @@ std::size_t fitting_cells(std::span<const Cell> cells, std::size_t column) {
     return count;
 }
 
-// Breaks the last row before its cell `at`. Returns whether there is one.
+// Breaks the last row before its cell `at`. Returns whether there is such a cell.
 bool break_last(CellRows& rows, std::size_t at, bool continues) {
     CellRow rest = rows.rows.back();
     if (at >= rest.count) return false;
@@ -76,15 +76,16 @@ void break_last(CellRows& rows, bool continues) {
 
 // Columns.
 
-// The cell `at` of a row is in this column of its run: what follows a "+" is never in the first.
+// The column, in its run, of the cell `at` of a row: a cell after a "+" is never in the first
+// column.
 std::size_t column_of(const CellRow& row, std::size_t at) { return at + (row.continues ? 1 : 0); }
 
 bool is_broken_or_continued(const CellRows& rows, std::size_t row) {
     return row + 1 < rows.rows.size() && rows.rows[row + 1].continues;
 }
 
-// Adds the cells of a row to the widths of the columns: all that another cell of their entry
-// follows, up to one that is too wide, after which the row is not in the columns any more.
+// Adds the cells of a row to the widths of the columns: all that are followed by another cell of
+// their entry, up to the first that is too wide. After that one, the row is no longer aligned.
 void add_widths(const CellRows& rows, std::size_t index, Columns& widths) {
     const CellRow& row = rows.rows[index];
     const std::span<const Cell> cells = cells_of(rows, row);
@@ -102,7 +103,7 @@ void add_widths(const CellRows& rows, std::size_t index, Columns& widths) {
 struct EntryRows {
     std::size_t first = 0;
     std::size_t end = 0;
-    bool passes = false;  // the last column, where it is lined up
+    bool passes = false;  // it would pass the last column if it were aligned
 };
 
 std::vector<EntryRows> entries_of(const CellRows& rows) {
@@ -114,7 +115,7 @@ std::vector<EntryRows> entries_of(const CellRows& rows) {
     return entries;
 }
 
-// Where each column of a run begins. An entry that is not lined up makes none wider.
+// Where each column of a run begins. An entry that is not aligned does not affect the widths.
 class Starts {
   public:
     Starts(const CellRows& rows, const std::vector<EntryRows>& entries) {
@@ -136,7 +137,7 @@ class Starts {
     Columns starts_;
 };
 
-// The columns, from 0, at which the cells of a row begin, and the one after the last of them.
+// The columns, from 0, at which the cells of a row begin, and the column after the last cell.
 struct Placement {
     Columns begins;
     std::size_t end = 0;
@@ -168,14 +169,14 @@ void place_with_gaps(const CellRows& rows, const CellRow& row, std::size_t gap, 
 
 // Writing.
 
-// Gives the blanks of rows their number.
+// Makes the edits that set the blanks of rows.
 class Writer {
   public:
     Writer(const Text& text, const CellRows& rows, std::vector<Edit>& edits)
         : text_(text), rows_(rows), edits_(edits) {}
 
-    // The description is in this column. A row that would pass the last column that is read gets
-    // narrow gaps instead.
+    // Puts the description in this column. A row that would pass the last column read gets narrow
+    // gaps instead.
     void write(const CellRow& row, const Placement& placed, std::size_t description) {
         if (fits(row, row.description.empty() ? placed.end : description))
             return put(row, placed, description);
@@ -231,7 +232,7 @@ class Writer {
         edits_.push_back(std::move(edit));
     }
 
-    // That of the line, or of the one before it where the line is the last of the file.
+    // The line end of the line or, if it is the last of the file, of the previous line.
     std::string_view line_end(Index record) const {
         const Tree& tree = text_.tree;
         const auto end = [&tree](Index of) {

@@ -18,7 +18,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Does the comment before a line allow findings in it? Broken, the line would be two.
+// Does the comment before a line allow findings in it? Then the line must not be broken into two.
 bool is_allowed(const Text& text, Index record) {
     if (text.tree.records[record - 1].kind != RecordKind::comment) return false;
     const Range comment = line_range(text.tree, record - 1);
@@ -26,7 +26,7 @@ bool is_allowed(const Text& text, Index record) {
     return words.find(allowance_mark) != std::string::npos;
 }
 
-// Adds the rows of a run, broken where they have to be.
+// Adds the rows of a run, broken where necessary.
 void read_rows(const Text& text, const Run& run, CellRows& rows) {
     for (Index record = run.first; record < run.end; ++record) {
         const RecordKind kind = text.tree.records[record].kind;

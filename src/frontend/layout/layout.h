@@ -1,5 +1,5 @@
-// The one way to lay out a model. What changes is blanks, line breaks and the case of letters; what
-// the translator makes of the model does not.
+// The one standard layout of a model. Only blanks, line breaks and the case of letters change; the
+// translator's output does not.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -10,18 +10,18 @@
 
 namespace orvex::frontend {
 
-// Only a model without an error is laid out: what is wrong may be meant otherwise than it is read.
+// Only a model without errors is laid out: text that is wrong may not mean what it is read as.
 bool may_be_laid_out(const Model& model);
 
-// The edits that lay out a model of the file, in their order and apart from one another; only
-// offsets and texts are set. Precondition: it may be laid out.
+// The edits that lay out a model of the file, in order and not touching one another; only offsets
+// and texts are set. Precondition: may_be_laid_out.
 std::vector<Edit> layout_of(const Source& source, const Model& model);
 
-// The edits that lay out some lines of a model, from 1, both inclusive: those of the whole runs of
-// entries and names that the lines touch. The same precondition.
+// The edits that lay out some lines of a model, counted from 1, both inclusive: all runs of entries
+// and names that the lines touch. Same precondition.
 std::vector<Edit> layout_of_lines(const Source& source, const Model& model, int first, int last);
 
-// The edits of the blanks in one line. The same precondition.
+// The edits for the blanks in one line. Same precondition.
 std::vector<Edit> layout_of_line(const Source& source, const Model& model, int line);
 
 }  // namespace orvex::frontend

@@ -36,7 +36,7 @@ void capitalise_record(const Text& text, Index record, std::vector<Edit>& edits)
     }
 }
 
-// Writes the uses of a name as its declaration has it.
+// Writes the uses of a name as in its declaration.
 void set_uses(const Text& text, const Model& model, const Symbol& symbol,
               std::vector<Edit>& edits) {
     const std::string_view name = text_of(text.bytes, symbol.declaration);

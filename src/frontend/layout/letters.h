@@ -1,4 +1,4 @@
-// The letters of a model: keywords and labels in capitals, declared names as they are declared.
+// The letters of a model: keywords and labels in capitals, declared names as in their declaration.
 #pragma once
 
 #include "frontend/layout/rows.h"
@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// Adds the edits of a model's letters, in no order.
+// Adds the edits to the letters of a model, in no order.
 void set_letters(const Text& text, const Model& model, std::vector<Edit>& edits);
 
 }  // namespace orvex::frontend

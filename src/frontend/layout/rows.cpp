@@ -20,7 +20,7 @@ Index first_token(const Tree& tree, Index field) {
     return token;
 }
 
-// Lays out the blanks inside of fields, and puts the fields into cells.
+// Lays out the blanks inside fields, and splits a row into cells.
 class RowReader {
   public:
     RowReader(const Text& text, Index record, CellRows& rows)
@@ -63,8 +63,8 @@ class RowReader {
         rows_.cells.push_back({range, width - saved, !bytes.starts_with('+')});
     }
 
-    // A field with a blank label needs the blanks before its colon, so it goes into the cell before
-    // it.
+    // A field with a blank label needs the blanks before its colon, so it becomes part of the
+    // previous cell.
     void extend(Offset end, std::size_t saved) {
         Cell& cell = rows_.cells.back();
         const std::string_view added = text_of(text_.bytes, {cell.range.end, end});
@@ -73,7 +73,7 @@ class RowReader {
         cell.range.end = end;
     }
 
-    // A keyword, "+Q:5", a name after a "+" in column 1 and a blank label keep their places.
+    // A keyword, "+Q:5", a name after a "+" in column 1 and a blank label stay where they are.
     void pin(Range& range, bool has_blank_label) {
         const Offset line = line_range(tree_, record_).begin;
         const bool is_keyword = tree_.records[record_].kind == RecordKind::opening;
@@ -83,8 +83,8 @@ class RowReader {
         if (row_.is_pinned) range.begin = line;
     }
 
-    // The blanks after the colon of a field go, and those after what is dropped before its label
-    // become one. Returns how much shorter it gets.
+    // Removes the blanks after the colon of a field, and leaves one blank after any dropped text
+    // before its label. Returns how much shorter the field gets.
     std::size_t lay_out_field(Index first, Index end) {
         std::size_t saved = 0;
         Index token = first;
@@ -106,7 +106,7 @@ class RowReader {
         return gap.end - gap.begin - count;
     }
 
-    // Does the row fit into a line with the least gaps? It may have had none at all.
+    // Does the row fit on a line with the least gaps? It may have had none at all.
     bool fits() const {
         std::size_t columns = indentation + row_.more_bytes;
         for (std::size_t at = row_.first; at < rows_.cells.size(); ++at)

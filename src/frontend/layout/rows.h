@@ -1,5 +1,5 @@
-// The lines of a model as rows of cells. A cell is a field, a name, or what cannot be parted from
-// its neighbour; the blanks between cells are what a layout sets.
+// The lines of a model as rows of cells. A cell is a field, a name, or a text that cannot be
+// separated from its neighbour; the layout sets the blanks between cells.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -18,7 +18,7 @@ constexpr std::size_t least_gap = 1;    // where the usual one would pass the la
 
 struct Cell {
     Range range;
-    std::size_t width = 0;        // in characters, once the blanks in it are laid out
+    std::size_t width = 0;        // in characters, after its own blanks are laid out
     bool may_begin_line = false;  // can follow a "+"
 };
 
@@ -28,33 +28,33 @@ struct CellRow {
     std::size_t count = 0;
     bool continues = false;      // after "+"
     bool is_pinned = false;      // its first cell begins in column 1
-    bool begins_line = true;     // false where a line of the file is broken before it,
-    bool ends_line = true;       // and where it is broken after it
+    bool begins_line = true;     // false if a line of the file is broken before it,
+    bool ends_line = true;       // and if it is broken after it
     Range description;           // from "!" on
-    std::size_t more_bytes = 0;  // in the line, than characters
+    std::size_t more_bytes = 0;  // bytes of the line beyond its number of characters
 };
 
 // Rows that are laid out together, in the order of the file.
 struct CellRows {
     std::vector<CellRow> rows;
     std::vector<Cell> cells;
-    std::vector<Edit> edits;  // of the blanks inside of cells
+    std::vector<Edit> edits;  // of the blanks inside cells
 };
 
-// A file that is laid out.
+// A file being laid out.
 struct Text {
     std::string_view bytes;
     const Tree& tree;
 };
 
-// Has the line more columns than the translator reads? It stays as it is.
+// Does the line have more columns than the translator reads? Then it stays unchanged.
 bool is_too_long(const Text& text, Index record);
 
-// Adds the row of a record with fields or names. False where it stays as it is: it has more
+// Adds the row of a record with fields or names. False if it stays unchanged because it has more
 // columns than the translator reads, or would have. Precondition: a record without a fault.
 bool add_row(const Text& text, Index record, CellRows& rows);
 
-// Puts `count` blanks in the place of what is between two cells, unless they are there.
+// Replaces the text between two cells by `count` blanks, unless it already is that.
 void set_blanks(const Text& text, Range gap, std::size_t count, std::vector<Edit>& edits);
 
 }  // namespace orvex::frontend

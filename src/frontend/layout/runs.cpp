@@ -25,8 +25,8 @@ class RunReader {
     RunReader(const Tree& tree, Index model)
         : tree_(tree), next_block_(tree.models[model].block), end_(tree.models[model].end) {}
 
-    // Takes the run that begins with a record. Returns the record after it; that after the given
-    // one if no run begins there.
+    // Takes the run that begins with a record. Returns the record after the run or, if no run
+    // begins there, the next record.
     Index take(Index record) {
         switch (kind(record)) {
         case RecordKind::opening: return take_opening(record);
@@ -55,7 +55,7 @@ class RunReader {
         return has_entries_ ? add(RunKind::opening, record, record + 1) : record + 1;
     }
 
-    // What continues an entry before a comment or a blank line does not line up with the next one.
+    // Continuations after a comment or a blank line are not aligned with the next entry.
     Index take_entries(Index record) {
         is_opening_ = false;
         const bool continues = kind(record) == RecordKind::continuation;
@@ -78,7 +78,7 @@ class RunReader {
     Index next_block_;
     Index end_;
     bool has_entries_ = false;
-    bool is_opening_ = false;  // the opening record may go on
+    bool is_opening_ = false;  // continuations belong to the opening record
 };
 
 }  // namespace
