@@ -44,7 +44,7 @@ Role role_of(string_view label) {
 }
 
 // Goes through a model as the translator does: the same steps in the same order, so that the first
-// error is the one at which it stops.
+// error is the one at which the translator stops.
 class Builder {
   public:
     Builder(string_view bytes, const Tree& tree, Index node, Model& model)
@@ -68,8 +68,8 @@ class Builder {
     }
 
   private:
-    // As much as the lists of a usual model take: to grow them costs more than the rest where a
-    // model has a million lines.
+    // Reserves as much as the lists of a usual model need: in a model with a million lines, growing
+    // them costs more than everything else.
     void reserve() {
         const Index fields = tree_.records[node_.end].field - tree_.records[node_.record].field;
         model_.fields.reserve(fields);
@@ -95,7 +95,7 @@ class Builder {
         }
     }
 
-    // A name in the place of an argument is a set, also where the translator does not enter it.
+    // A name used as an argument is a set, even if the translator does not enter it.
     void find_sets() {
         for (const Use& use : model_.uses) {
             Symbol& symbol = model_.symbols[use.symbol];
@@ -141,7 +141,7 @@ class Builder {
         return range;
     }
 
-    // Its message tells all up to the colon.
+    // The message of the error quotes the text up to the colon.
     void add_keyword_error(Fault fault) {
         const Range token = range_of(tree_, tree_.records[record_].token);
         const Offset begin = token.begin + 1;
@@ -254,7 +254,7 @@ class Builder {
         model_.declared.push_back(field.reference.symbol);
     }
 
-    // The arguments that a name is shown with are those of its declaration, else of its first use.
+    // A name is shown with the arguments of its declaration, or else of its first use.
     void note_arguments(const Field& field) {
         if (field.reference.symbol == no_index || field.faulty) return;
         Symbol& symbol = model_.symbols[field.reference.symbol];
@@ -273,7 +273,7 @@ class Builder {
         return {};
     }
 
-    // Up to the first ";", which ends a description, and without blanks around it.
+    // Up to the first ";", which ends a description, and without surrounding blanks.
     Range trimmed(Range range) const {
         const auto is_blank = [this](Offset at) {
             return notation::as_blank(bytes_[at]) == blank_char;
@@ -329,9 +329,9 @@ class Builder {
         errors_.add(tree_.fields[node].fault, record_range(tree_, record)).record = record;
     }
 
-    // The translator reads the record after an entry of one field, and looks at its first field
-    // where it is a continuation, before it goes on with the entry.
-    // Returns that record if it is a continuation, else no_index.
+    // After an entry with one field, the translator reads the next record and, if that is a
+    // continuation, its first field before it continues with the entry. Returns that record if it
+    // is a continuation, else no_index.
     Index look_ahead() {
         Index next = record_ + 1;
         while (next < node_.end && is_passed_over(tree_.records[next].kind)) ++next;
@@ -345,7 +345,7 @@ class Builder {
         return no_index;
     }
 
-    // The guard of an entry: its own value, or the quantity that is its second field.
+    // The guard of an entry: its own value, or the quantity in its second field.
     void open_guard(const Read& read) {
         if (!read.field.is_name) return statements_.open_guard(read, read.field.text);
         Index record = record_;
@@ -361,7 +361,7 @@ class Builder {
         statements_.open_guard(reader_.read(record, node), value);
     }
 
-    // The value of a quantity as it is written; empty for another field.
+    // The value of a quantity as written; empty for another field.
     Range quantity_at(Index record, Index node) const {
         Index token = tree_.fields[node].token;
         const Index end = end_of_field(tree_, record, node);
@@ -378,7 +378,7 @@ class Builder {
         return kind == RecordKind::blank || kind == RecordKind::comment;
     }
 
-    // The fields of the record from `node` on, which belong to the entry or block before them.
+    // Takes the fields of the record from `node` on, which belong to the current entry or block.
     void take_fields(Index node) {
         for (; node < end_field() && !model_.lost; ++node) take_later_field(node);
     }
@@ -401,8 +401,8 @@ class Builder {
         add_field(field);
     }
 
-    // A label without value is that of a nest where the block opens one of that name, whatever it
-    // means otherwise.
+    // A label without a value is a nest if the block opens one with that name, whatever else it
+    // could mean.
     bool is_in_nest(const Read& read) const {
         if (read.field.row == nullptr || !read.field.text.empty() || model_.opening_is_open ||
             model_.blocks.empty() || read.label == notation::quantity_label)
@@ -412,7 +412,7 @@ class Builder {
         return nest != nullptr && !nest->label.empty();
     }
 
-    // Fields of one entry or opening record follow one another; others are of none.
+    // The fields of one entry or opening record are contiguous; other fields belong to neither.
     void add_field(const Field& field) {
         const auto place = static_cast<Index>(model_.fields.size());
         model_.fields.push_back(field);
@@ -464,7 +464,7 @@ class Builder {
         return field.label.empty() ? record_range(tree_, record_) : field.label;
     }
 
-    // One error of a field is enough.
+    // One error per field is enough.
     void refuse(Fault fault, Range place, Field& field, Range about = {}) {
         if (!field.faulty) errors_.add(fault, place, about);
         field.faulty = true;
@@ -502,7 +502,7 @@ class Builder {
         add_field(field);
     }
 
-    // The field that the record must begin with, where another one has taken its place.
+    // Is this the field that must begin the record, after another field has taken its place?
     bool is_misplaced_first(const Read& read) const {
         const Entry& entry = model_.entries.back();
         const bool is_taken =
@@ -528,7 +528,7 @@ class Builder {
         return range_of(tree_, mark, end);
     }
 
-    // What the translator checks of a field.
+    // What the translator checks about a field.
 
     void check_syntax(const Read& read) {
         if (!read.field.faulty) return;
@@ -554,10 +554,10 @@ class Builder {
         }
     }
 
-    // The sets of a field become active.
+    // Activates the sets of a field.
     void open_loops(const Read& read) {
         const Field& field = read.field;
-        std::string sets = "(";  // those that were not
+        std::string sets = "(";  // those that were not active
         if (field.faulty) activate_words(field);
         for (const auto list :
              {arguments_of(model_, field.reference), extras_of(model_, field.reference)}) {
@@ -571,7 +571,7 @@ class Builder {
         statements_.open(read, sets, condition_text(read));
     }
 
-    // In a field with a fault each word before its condition may be meant for a set.
+    // In a field with a fault, each word before its condition may be meant as a set.
     void activate_words(const Field& field) {
         const Index end = end_of_field(tree_, field.record, field.node);
         string_view words = text(range_of(tree_, tree_.fields[field.node].token, end));
@@ -595,8 +595,8 @@ class Builder {
         }
     }
 
-    // Every own argument that is not quoted must be active. With a blank one, the number of
-    // arguments says nothing.
+    // Every own argument that is not quoted must be active. If one is blank, the number of
+    // arguments is not reliable.
     void check_sets(Field& field) {
         bool has_blank = false;
         for (const Argument& argument : arguments_of(model_, field.reference)) {
@@ -621,7 +621,7 @@ class Builder {
             refuse(Fault::chrfld_long, read.field.text, read.field);
     }
 
-    // Enters the names of a field as its statement is written. False where the name is refused.
+    // Enters the names of a field as its statement is written. False if the name is refused.
     bool enter_field(Read& read, const std::string& condition, Put put) {
         return read.field.is_name ? enter_name(read, read.label, condition, put)
                                   : enter_value(read, condition);
@@ -652,16 +652,15 @@ class Builder {
         return good;
     }
 
-    // Does a field say with how many arguments its name is used? A name that is new there, with a
-    // wrong argument, may have one too many.
+    // Is the number of arguments in a field reliable? A new name with a wrong argument may have one
+    // too many.
     bool is_list_clear(const Field& field) const {
         const bool is_known = model_.symbols[field.reference.symbol].entered;
         return !field.faulty && (is_known || !field.unlooped);
     }
 
-    // Enters the name of a field and its arguments, or checks them. A field with a fault has no
-    // further errors, and does not say with how many arguments a name is used. False where the name
-    // is refused.
+    // Enters the name of a field and its arguments, or checks them. A field with a fault gives no
+    // further errors, and its number of arguments does not count. False if the name is refused.
     bool enter(const Field& field, Kind kind) {
         const Reference& reference = field.reference;
         const int dimension =
@@ -687,11 +686,11 @@ class Builder {
         return true;
     }
 
-    // A declaration after the first report has its error at its keyword.
+    // The error of a declaration after the first report is at its keyword.
     bool declares() const { return tree_.records[record_].kind == RecordKind::names; }
 
-    // A set whose name is too long has its error where its loop is opened, or as one that is not
-    // active.
+    // The error of a set whose name is too long is reported where its loop is opened, or as a set
+    // that is not active.
     static bool is_too_long(const Argument& argument) {
         return argument.kind == notation::ArgumentKind::set &&
                argument.range.end - argument.range.begin > notation::name_columns;
@@ -713,8 +712,8 @@ class Builder {
     Statements statements_;
     Index next_block_ = 0;
     Index record_ = 0;
-    Index looked_at_ = no_index;  // a continuation whose error was found before its turn
-    bool gives_type_ = false;     // the present declarations enter their names
+    Index looked_at_ = no_index;  // a continuation whose error was found early
+    bool gives_type_ = false;     // the current declarations enter their names
     Kind declared_kind_ = Kind::host;
 };
 

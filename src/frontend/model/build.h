@@ -1,4 +1,4 @@
-// From the tree of a file to what its models mean.
+// From the tree of a file to the meaning of its models.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -8,12 +8,12 @@
 
 namespace orvex::frontend {
 
-// Builds a model of the tree of `bytes`. `opening_is_open` says whether the model that the
-// translator has translated before ended within a block's opening record: a model that begins with
-// "+" goes on with that.
+// Builds a model from the tree of `bytes`. `opening_is_open` says whether the model that the
+// translator translated before it ended within a block's opening record: if this model begins with
+// "+", it continues that record.
 Model build_model(std::string_view bytes, const Tree& tree, Index model, bool opening_is_open);
 
-// Builds all models of a file, one after another.
+// Builds all models of a file, in order.
 std::vector<Model> build_models(std::string_view bytes, const Tree& tree);
 
 }  // namespace orvex::frontend

@@ -1,4 +1,4 @@
-// The errors of a model while it is built. One cause in many places is one error.
+// The errors of a model while it is being built. One cause in many places is one error.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -15,25 +15,25 @@ class Errors {
     // Both must outlive the object.
     Errors(std::string_view bytes, Model& model) : bytes_(bytes), model_(model) {}
 
-    // The record that is treated, and the last line that the translator has read by then.
+    // The current record, and the last line that the translator has read by then.
     void start_record(Index record) { record_ = read_ = record; }
     void read_up_to(Index record) { read_ = record; }
     Index read() const { return read_; }
 
-    // Adds an error whose message tells the text of `about`.
+    // Adds an error whose message quotes the text of `about`.
     Error& add(Fault fault, Range place, Range about = {});
 
-    // Adds an error about an argument; one that is wrong in the same way in many fields of a block
-    // is one error.
+    // Adds an error about an argument; if it is wrong in the same way in many fields of a block,
+    // that is one error.
     void add_argument(Fault fault, Range argument, Index symbol);
     void start_block() { of_arguments_.clear(); }
 
-    // Adds an error about a name that is used as a kind with a number of arguments; the same use in
-    // many fields is one error. The message tells the name of the symbol.
+    // Adds an error about a name used as a kind with a number of arguments; the same use in many
+    // fields is one error. The message names the symbol.
     void add_name(Fault fault, Range place, Index symbol, Kind expected, int dimension);
 
   private:
-    // What makes two errors about names or arguments one, and the number of the error.
+    // What identifies errors about names or arguments as the same one, and the number of the error.
     using Cause = std::tuple<Fault, Index, int>;
     using Found = std::map<Cause, std::size_t>;
 
@@ -44,7 +44,7 @@ class Errors {
     Index record_ = 0;
     Index read_ = 0;
     Found of_names_;
-    Found of_arguments_;  // in the present block
+    Found of_arguments_;  // in the current block
 };
 
 }  // namespace orvex::frontend

@@ -39,7 +39,7 @@ void FieldReader::add_uses(Read& read, Role role, bool is_listed) {
     add_words(field.record, condition, parts.end, Role::condition);
 }
 
-// A value that is not a plain name has no name of its own for anybody but the translator.
+// Only the translator takes a value that is not a plain name for a name, so no use is noted for it.
 void FieldReader::add_root(Field& field, Role role, bool is_listed) {
     Reference& reference = field.reference;
     reference.symbol = symbols_.mention(text(reference.name));
@@ -101,7 +101,7 @@ void FieldReader::touch(Index first, Index end) {
     }
 }
 
-// A list that is not closed has the rest of its line in its last argument.
+// The last argument of an unclosed list includes the rest of its line.
 void FieldReader::touch_words(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         const Lexeme next = next_lexeme(text, at);

@@ -15,7 +15,7 @@ class FieldReader {
     FieldReader(std::string_view bytes, const Tree& tree, Model& model, Symbols& symbols)
         : bytes_(bytes), tree_(tree), model_(model), symbols_(symbols) {}
 
-    // A field and what is known of it from its own text: label, and value with its parts.
+    // A field, and what its own text shows: its label, and its value with its parts.
     struct Read {
         Field field;
         FieldParts parts;
@@ -23,8 +23,8 @@ class FieldReader {
     };
     Read read(Index record, Index node) const;
 
-    // Notes the uses of the names in a field, in the order of the file: its name in that role, its
-    // arguments, and the names in expressions. `is_listed`: the translator lists those that it
+    // Notes the uses of the names in a field, in the order of the file: its name with that role,
+    // its arguments, and the names in expressions. `is_listed`: the translator lists those that it
     // knows.
     void add_uses(Read& read, Role role, bool is_listed);
 

@@ -1,7 +1,7 @@
-// What a tree means: the names of a model and each place where they are used, its blocks, entries,
-// nests, constraints and reports, and all for which the translator would stop. It is built for a
-// broken text as well, from what is whole: after a fault the rest is read as if that place were
-// right.
+// The meaning of a tree: the names of a model and each place where they are used, its blocks,
+// entries, nests, constraints and reports, and every error for which the translator would stop. It
+// is built even for a broken text, from the parts that are intact: after a fault the rest is read
+// as if that place were correct.
 #pragma once
 
 #include "frontend/model/names.h"
@@ -23,7 +23,7 @@ enum class Kind { sector, commodity, consumer, auxiliary, parameter, report, set
 
 constexpr int kind_count = 8;
 
-// "sector", "commodity", ...: as messages call it; with its article, "a sector", "an auxiliary
+// "sector", "commodity", ...: the name in messages; or with an article, "a sector", "an auxiliary
 // variable".
 std::string_view kind_name(Kind kind);
 std::string_view kind_with_article(Kind kind);
@@ -36,7 +36,7 @@ Kind kind_of_type(notation::TypeCode type);
 // What a name is used as.
 enum class Role {
     declared,      // in a declaration
-    block,         // whose block it is
+    block,         // as the owner of a block
     produced,      // O:
     used,          // I:
     demanded,      // D:
@@ -48,7 +48,7 @@ enum class Role {
     condition,     // in a condition
     set,           // as an argument
     lead,          // as the set of a lead or lag
-    constraint,    // a constraint's variable, or in its body
+    constraint,    // a constraint's variable, or a name in its body
     report,        // in a report
     other,         // in a field whose label names nothing
 };
@@ -67,13 +67,13 @@ struct Use {
 
 struct Symbol {
     Kind kind = Kind::host;
-    int dimension = -1;    // number of arguments; -1 where it is not known
+    int dimension = -1;    // number of arguments; -1 if unknown
     bool entered = false;  // in the translator's table of symbols
     bool is_declared = false;
-    bool touched = false;  // it is in a part of the text that has a fault: less is known of it
+    bool touched = false;  // it is in a part of the text that has a fault: less is known about it
     Range declaration;     // its name there; for a report variable, in its record
     Index declared_record = no_index;
-    Range description;                   // the text after "!", blanks around it left out
+    Range description;                   // the text after "!", without surrounding blanks
     std::vector<std::string> arguments;  // as declared, or as first used, in capitals
     Index first_use = no_index;
     Index last_use = no_index;
@@ -93,7 +93,7 @@ struct Reference {
     Range name;
     Index first_argument = 0;  // in Model::arguments
     Index argument_count = 0;
-    Index first_extra = 0;  // the further indices after "#"
+    Index first_extra = 0;  // the extra indices after "#"
     Index extra_count = 0;
 };
 
@@ -101,25 +101,25 @@ struct Field {
     const notation::Label* row = nullptr;  // of a label that the notation knows; null for a nest
     Range label;
     Range text;     // the value: "Y0(S)", "GOVT"
-    Range ignored;  // what is dropped after the arguments of a name
-    Range before;   // what is dropped before the label
+    Range ignored;  // dropped text after the arguments of a name
+    Range before;   // dropped text before the label
     Reference reference;
     Index record = 0;
     Index node = 0;        // in Tree::fields
-    bool is_name = false;  // names something; else it has a value
+    bool is_name = false;  // gives a name; otherwise a value
     bool faulty = false;
-    bool unlooped = false;  // has an argument over which it does not loop
+    bool unlooped = false;  // has an argument without a loop over it
 };
 
 struct Entry {
     Field head;
-    Index first_field = 0;  // the other ones, in Model::fields
+    Index first_field = 0;  // of the other fields, in Model::fields
     Index field_count = 0;
-    bool refused = false;  // its name cannot be what it is used as
+    bool refused = false;  // its name cannot be used like this
 };
 
 struct Block {
-    const notation::Keyword* keyword = nullptr;  // as it was meant; null where that is not known
+    const notation::Keyword* keyword = nullptr;  // as it was meant; null if unknown
     Field head;                                  // of a production or demand block
     Index record = 0;
     Index first_field = 0;  // of the opening record
@@ -129,12 +129,12 @@ struct Block {
     bool unclear = false;  // it has a record that cannot be read
 };
 
-// An entry gets into a nest by its label.
+// A nest of a block. An entry belongs to a nest by its label.
 struct Nest {
-    std::string name;  // in capitals, with ".TL" where it ranges over a set
+    std::string name;  // in capitals, with ".TL" if it ranges over a set
     Range label;       // empty for one that every block has
     Index block;
-    Index parent;  // the nest in whose parentheses it is, or no_index
+    Index parent;  // the nest in its parentheses, or no_index
 };
 
 struct Constraint {
@@ -143,35 +143,35 @@ struct Constraint {
     Index record = 0;
 };
 
-// Something for which the translator stops, or would if it came so far.
+// Something for which the translator stops, or would stop if it got that far.
 struct Error {
     Fault fault = Fault::none;
     Range place;
     Index record = 0;
     Index read = 0;    // the last line that the translator has read when it stops
-    std::string text;  // the name, argument, label or keyword that its message tells
+    std::string text;  // the name, argument, label or keyword in its message
     Index symbol = no_index;
     Kind expected = Kind::host;  // what the name is used as
-    int dimension = -1;          // with how many arguments
-    std::vector<Range> also;     // further places of the same cause
+    int dimension = -1;          // and the number of its arguments
+    std::vector<Range> also;     // further places with the same cause
 };
 
-// A statement of the generator file that passes its last column, and so loses its end.
+// A statement of the generator file that passes its last column and so loses its end.
 struct CutStatement {
     enum class Part { value, condition, sets, levels };  // what makes it long
 
     Field field;
     Part part;
     Range place;
-    std::size_t columns;  // that it needs, with its indentation
-    int levels;           // in which it is
+    std::size_t columns;  // needed, including its indentation
+    int levels;           // that it is in
 };
 
 struct Model {
     std::string name;   // in capitals, cut as the translator cuts it
     Index node = 0;     // in Tree::models
-    bool lost = false;  // its end is missing, or a table is full: the rest is not judged
-    NameTable names;    // with a symbol for each
+    bool lost = false;  // its end is missing, or a table is full: the rest is not checked
+    NameTable names;    // the number of a name is that of its symbol
     std::vector<Symbol> symbols;
     std::vector<Use> uses;
     std::vector<Argument> arguments;
@@ -199,15 +199,15 @@ inline const std::string& name_of(const Model& model, Index symbol) {
     return model.names.text(symbol);
 }
 
-// The symbol of that name, or null.
+// The symbol with that name, or null.
 const Symbol* find_symbol(const Model& model, std::string_view name);
 
-// Is a declared name anywhere but in declarations?
+// Is a declared name used anywhere except in declarations?
 bool is_used(const Model& model, const Symbol& symbol);
 
 bool is_opened_by(const Block& block, notation::Opens opens);
 
-// "PY(S,"US")" in capitals; the name alone where it has no arguments.
+// "PY(S,"US")" in capitals; only the name if it has no arguments.
 std::string reference_text(const Model& model, std::string_view bytes, const Reference& reference);
 
 }  // namespace orvex::frontend

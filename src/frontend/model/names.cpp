@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t first_size = 256;
 
-// FNV-1a, of the text as it is read.
+// FNV-1a over the text as it is read.
 std::uint64_t hash_of(std::string_view name) {
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const char c : name) {

@@ -1,4 +1,4 @@
-// The names of a model, each once, whatever the case it is written in.
+// The names of a model, each once, in any case.
 #pragma once
 
 #include "frontend/syntax/tree.h"
@@ -9,12 +9,12 @@
 
 namespace orvex::frontend {
 
-// A table from names to numbers from 0 on, in the order in which they are added.
+// A table from names to numbers, counted from 0 in the order of insertion.
 class NameTable {
   public:
     NameTable();
 
-    // The number of a name, which is added if it is new.
+    // The number of a name, which is added if new.
     Index add(std::string_view name);
 
     // The number of a name, or no_index.
@@ -28,7 +28,7 @@ class NameTable {
     void grow();
 
     std::vector<std::string> texts_;
-    std::vector<Index> slots_;  // a power of two of them, at least half of them no_index
+    std::vector<Index> slots_;  // a power of two, at least half of them no_index
 };
 
 }  // namespace orvex::frontend

@@ -17,10 +17,10 @@ using Read = FieldReader::Read;
 using Part = CutStatement::Part;
 
 constexpr auto columns_of_line = static_cast<std::size_t>(notation::record_columns);
-constexpr int many_levels = 32;          // no field that is short otherwise is to blame
-constexpr std::size_t checked_back = 4;  // statements of one field follow one another closely
+constexpr int many_levels = 32;          // too many for a single field to be the cause
+constexpr std::size_t checked_back = 4;  // statements of one field are close together
 
-// A list of sets as loops have it: it gets its ")" there.
+// A list of sets for a loop, which adds its ")".
 std::string_view without_comma(std::string_view list) { return list.substr(0, list.size() - 1); }
 
 }  // namespace
@@ -40,7 +40,7 @@ bool Statements::surely_fits(std::size_t size) const {
     return size + indent + most_fixed_columns <= columns_of_line;
 }
 
-// One finding for a field is enough, and one for the levels of an entry.
+// One finding per field is enough, and one about the levels of an entry.
 void Statements::check(const Read& read, Part part, Range place, std::size_t columns) {
     columns += static_cast<std::size_t>(2 * levels_);
     if (columns <= columns_of_line || read.field.faulty) return;
@@ -56,7 +56,7 @@ void Statements::check(const Read& read, Part part, Range place, std::size_t col
     model_.cut.push_back({read.field, part, place, columns, levels_});
 }
 
-// Of the sets and the condition that open a loop, the longer one is to blame.
+// The longer one of the sets and the condition that open a loop gets the finding.
 void Statements::check_head(const Read& read, std::string_view sets, std::string_view condition,
                             std::size_t columns) {
     const bool is_condition = condition.size() > sets.size();
@@ -79,7 +79,7 @@ void Statements::open(const Read& read, std::string_view list, std::string_view 
     ++levels_;
 }
 
-// A line of the header file is in no level.
+// A line of the header file is not in any level.
 void Statements::check_line(const Read& read, Part part, std::size_t columns) {
     const int levels = levels_;
     levels_ = 0;
@@ -107,7 +107,7 @@ void Statements::add_report_term(const Read& read, std::string_view condition) {
 }
 
 void Statements::declare_equation(const Read& read, Range variable, Range arguments) {
-    constexpr std::string_view number = "EQ_001";  // whichever it has
+    constexpr std::string_view number = "EQ_001";  // whatever its number is
     LongStatement equation;
     equation.append(number, text(arguments));
     LongStatement statement;
@@ -115,7 +115,7 @@ void Statements::declare_equation(const Read& read, Range variable, Range argume
     check_line(read, Part::sets, statement.view().size());
 }
 
-// As "(S,T": each set once, and leads and lags as they are written.
+// As "(S,T": each set once, leads and lags as written.
 std::string Statements::distinct_sets(const Field& field) const {
     std::vector<std::string_view> sets;
     for (const Argument& argument : arguments_of(model_, field.reference)) {

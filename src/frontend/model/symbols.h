@@ -1,5 +1,5 @@
-// The symbols of a model while it is built: what the translator's table of symbols and its active
-// sets hold at each step, and the uses of each name.
+// The symbols of a model while it is being built: the contents of the translator's symbol table and
+// its active sets at each step, and the uses of each name.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -14,30 +14,31 @@ class Symbols {
     // The model must outlive the object.
     explicit Symbols(Model& model) : model_(model) {}
 
-    // The symbol of a name, which need not be known to the translator.
+    // The symbol of a name, which the translator need not know.
     Index mention(std::string_view name);
 
     // Notes that a name is in a part of the text that has a fault.
     void touch(std::string_view name) { touch(mention(name)); }
     void touch(Index symbol) { model_.symbols[symbol].touched = true; }
 
-    // Notes a use. It is listed on its record if the translator knows the name, and `is_listed`.
+    // Notes a use. It is listed for its record if the translator knows the name and `is_listed` is
+    // true.
     Index add_use(Index symbol, Range range, Index record, Role role, bool is_listed);
 
     // Enters a name, or checks it against its entry. A new one is listed with its use on `record`.
     // Faults: name-too-long, too-many-names, report-name-undeclared, kind-mismatch,
-    // dimension-mismatch. A name that is not declared is entered all the same.
+    // dimension-mismatch. An undeclared name is entered all the same.
     Fault enter(Index symbol, Index use, Kind kind, int dimension, Index record);
 
     // From here on variables must be known.
     void require_declarations() { declarations_required_ = true; }
     bool declarations_required() const { return declarations_required_; }
 
-    // The active sets: those that open loops control. False where there is no room for one more.
+    // The active sets: those that open loops control. activate returns false if there is no room.
     bool is_active(Index symbol) const;
     bool activate(Index symbol);
 
-    // No set is active from here on; the present ones are those of the block; back to these.
+    // Deactivates all sets; keeps the current ones as the block's; goes back to those.
     void close_block();
     void mark_block() { block_mark_ = active_.size(); }
     void return_to_block();

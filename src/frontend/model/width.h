@@ -1,4 +1,4 @@
-// Whether the statement of a field fits the columns that the translator has for it.
+// Whether the statement of a field fits the translator's columns.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -11,19 +11,19 @@
 
 namespace orvex::frontend {
 
-// The condition of a field's own statement, in its parentheses; empty where it has none.
-// `value` includes further indices, `condition` is the text after "$", `has_condition` says whether
-// there is one.
+// The condition of a field's own statement, in its parentheses; empty if it has none. `value`
+// includes extra indices, `condition` is the text after "$", `has_condition` says whether there is
+// one.
 std::string condition_of(std::string_view label, std::string_view value, std::string_view condition,
                          bool has_condition);
 
-// A statement with all that a field can give, in whichever columns.
+// Large enough for a statement with everything that a field can contribute.
 using LongStatement = Text<2048>;
 
-// The columns of a statement but for what the field gives: no statement of a field takes more.
+// The columns of a statement apart from the field's own; no statement of a field needs more.
 constexpr std::size_t most_fixed_columns = 48;
 
-// The statement of a name, and at most how many columns of it the field gives.
+// The statement of a name, and an upper bound of the columns that the field contributes.
 LongStatement name_statement(const Model& model, std::string_view bytes, const Field& field,
                              std::string_view label, std::string_view condition, notation::Put put);
 std::size_t most_columns_of_name(const Model& model, const Field& field, std::string_view label,
