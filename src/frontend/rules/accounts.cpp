@@ -24,7 +24,7 @@ using notation::Meaning;
 
 constexpr std::string_view codes[] = {gap_code, open_demands_code, price_code};
 
-// Quantities up to this one are not printed.
+// Quantities up to this size are not printed.
 constexpr double least_quantity = 1e-8;
 
 // The entries of a model, with the places that they refer to by number.
@@ -39,7 +39,7 @@ bool is_in_model(const Subject& subject, const Finding& finding) {
            finding.span.line < line_of_record(node.end);
 }
 
-// Is another finding in the model? It may have the same cause.
+// Does the model have another finding? It may have the same cause.
 bool has_other_finding(const Subject& subject, const Findings& findings) {
     return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
         const bool is_own =
@@ -65,7 +65,8 @@ bool has_sets(const Subject& subject) {
     return false;
 }
 
-// Has the model names of the host, or variables that the host gives other values than 1 or 0?
+// Does the model have names of the host, or variables to which the host gives values other than 1
+// or 0?
 bool has_host_names(const Subject& subject) {
     const auto& symbols = subject.model->symbols;
     const bool any = std::any_of(symbols.begin(), symbols.end(), [](const Symbol& symbol) {
@@ -74,7 +75,7 @@ bool has_host_names(const Subject& subject) {
     return any || sets_levels(subject.source, *subject.model);
 }
 
-// The value of an expression of numbers alone, as the host prints it.
+// The value of an expression that contains only numbers, as the host prints it.
 std::optional<double> value_of_expression(std::string_view text) {
     const std::string generator = "PUT /,''(" + std::string(text) + ");\n";
     std::vector<Flaw> flaws;
@@ -96,12 +97,12 @@ std::optional<double> plain_number(std::string_view text) {
     return number || !text.starts_with('(') ? number : value_of_expression(text);
 }
 
-// Takes the entries of a model as far as each is plain.
+// Takes the entries of a model as long as they are plain.
 class Taker {
   public:
     Taker(const Subject& subject, PlainEntries& taken) : subject_(subject), taken_(taken) {}
 
-    // False where the row is not plain.
+    // False if the row is not plain.
     bool take(const Row& row) {
         if (row.outside || row.indented || row.stray || row.unclear) return false;
         if (row.entry == nullptr) return true;
@@ -130,7 +131,8 @@ class Taker {
         return taken_.places.size() - 1;
     }
 
-    // A variable that multiplies a quantity mostly has a level of its own, which the text lacks.
+    // A variable that multiplies a quantity usually has its own level, which the text does not
+    // give.
     bool take_field(const Field& field, Transaction& entry) {
         const Meaning meaning = meaning_of(field);
         if (meaning == Meaning::ration) return false;
@@ -175,7 +177,7 @@ std::optional<PlainEntries> read_entries(const Subject& subject) {
     return taken;
 }
 
-// Has every sector and consumer a block, and every commodity a supply and a demand?
+// Does every sector and consumer have a block, and every commodity a supply and a demand?
 bool is_whole(const Subject& subject, const Books& books) {
     const Model& model = *subject.model;
     for (Index index = 0; index < model.symbols.size(); ++index) {

@@ -27,18 +27,18 @@ constexpr std::string_view for_next = "allow";
 constexpr std::string_view for_file = "allow-file";
 constexpr std::string_view blanks = " \t";
 
-// To compare each wrong code with all others would take too long where there are many.
+// Comparing each wrong code with all others would take too long if there are many.
 constexpr std::size_t most_compared = 1000;
 
-// The findings about the comments themselves.
+// The findings about these comments themselves.
 constexpr std::string_view unused_code = "allow-unused";
 
-// Takes the parts of a line one after the other.
+// Takes the parts of a line in order.
 class Words {
   public:
     Words(std::string_view line, Offset begin) : line_(line), begin_(begin) {}
 
-    // The next word, up to one of the bytes of `ends`; empty at the end of the line.
+    // The next word, up to one of the bytes in `ends`; empty at the end of the line.
     Range take(std::string_view ends) {
         skip_blanks();
         const std::size_t start = at_;
@@ -46,7 +46,7 @@ class Words {
         return {begin_ + static_cast<Offset>(start), begin_ + static_cast<Offset>(at_)};
     }
 
-    // Takes a text, whatever its case. False where it is not there.
+    // Takes a text, in any case. False if it is not there.
     bool take_text(std::string_view text) {
         skip_blanks();
         const bool is_there = in_small_letters(line_.substr(at_, text.size())) == text;
@@ -67,7 +67,7 @@ bool is_comment(const Source& source, Index record) {
     return line.starts_with(notation::comment_mark);
 }
 
-// Reads the comments from the end of the file to its start, so that what follows is known.
+// Reads the comments from the end of the file to its start, so that what follows them is known.
 class Reader {
   public:
     explicit Reader(const Source& source)
@@ -132,7 +132,7 @@ class Reader {
 
     const Source& source_;
     Index next_;       // the next record that is neither blank nor a comment
-    Index end_;        // of what it begins
+    Index end_;        // of the record or block that it begins
     Index block_end_;  // where the block of a record ends
     std::vector<Allowance> found_;
 };
@@ -144,7 +144,8 @@ std::vector<std::string> allowable_codes() {
     return codes;
 }
 
-// What allows the findings of one code: for each reach, in the order of the file.
+// The comments that allow the findings of one code: for each kind of reach, in the order of the
+// file.
 using Allowing = std::array<std::vector<Allowance*>, 3>;
 
 Allowance* find_allowing(const Allowing& allowing, int line) {
@@ -152,7 +153,7 @@ Allowance* find_allowing(const Allowing& allowing, int line) {
         const bool has_line = line > 0;
         if (!has_line && &list != &allowing.back()) continue;
         const Index record = has_line ? static_cast<Index>(line) - 1 : 0;
-        // Those that begin later reach less far.
+        // A comment that begins later reaches less far.
         const auto after =
             std::upper_bound(list.begin(), list.end(), record,
                              [](Index at, const Allowance* other) { return at < other->first; });
@@ -163,7 +164,7 @@ Allowance* find_allowing(const Allowing& allowing, int line) {
     return nullptr;
 }
 
-// The code with the comma beside it, or the whole comment if it is the only one.
+// Removes the code with the comma next to it, or the whole comment if it is the only code.
 Edit removal(const Source& source, const std::vector<Allowance>& allowances, std::size_t index) {
     const Allowance& own = allowances[index];
     const auto is_beside = [&](std::size_t other) {
@@ -175,7 +176,7 @@ Edit removal(const Source& source, const std::vector<Allowance>& allowances, std
     return removing(whole_line(source.tree, own.record));
 }
 
-// For each record, the first one of the entry or block that it continues.
+// For each record, the first record of the entry or block that it continues.
 std::vector<Index> heads(const Tree& tree) {
     std::vector<Index> heads;
     Index head = 0;
@@ -282,7 +283,7 @@ AddedComments comments_for(const Source& source, const std::vector<Finding>& fin
     return added;
 }
 
-// The rules about the codes of these comments.
+// The rules about the codes in these comments.
 
 void check_allow_unknown(const Subject& subject, Findings& findings) {
     const std::vector<std::string> known = allowable_codes();

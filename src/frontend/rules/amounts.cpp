@@ -9,7 +9,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Up to the first character that is no digit.
+// Cuts off the leading digits.
 std::string_view cut_digits(std::string_view& text) {
     const auto* const end = std::find_if_not(text.begin(), text.end(), is_digit);
     const std::string_view digits(text.data(), static_cast<std::size_t>(end - text.begin()));

@@ -7,7 +7,7 @@ namespace orvex::frontend {
 
 enum class Amount { unknown, negative, zero, positive };
 
-// What a value is, parentheses around it left out; unknown where it is not a single number.
+// The amount of a value, without parentheses around it; unknown if it is not a single number.
 Amount amount_of(std::string_view value);
 
 }  // namespace orvex::frontend

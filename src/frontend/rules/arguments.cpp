@@ -21,16 +21,16 @@ namespace orvex::frontend {
 
 namespace {
 
-// An element that was to be in double quotes: in single ones, in typographic ones of UTF-8, or a
-// number.
+// An element that should be in double quotes: in single quotes, in typographic quotes of UTF-8, or
+// a number.
 bool is_misquoted(std::string_view argument) {
     return argument.starts_with('\'') || argument.starts_with("\xE2\x80") ||
            (!argument.empty() && std::all_of(argument.begin(), argument.end(), is_name_byte) &&
             is_digit(argument.front()));
 }
 
-// Goes through the loops of a model, those of declarations, blocks, entries and reports, for
-// elements that are looped over. One over which one loops already is not found again.
+// Searches the loops of a model (of declarations, blocks, entries and reports) for elements that
+// are looped over. An element that already has an open loop is not found again.
 class Loops {
   public:
     explicit Loops(const Subject& subject) : subject_(subject) {}
@@ -105,16 +105,16 @@ bool has_error(const Subject& subject, Index record) {
     return false;
 }
 
-// Is the argument read as a set, in a line without errors? An error may be about the set that it
-// was to be.
+// Is the argument read as a set, on a line without errors? An error may be about the set that it
+// was meant to be.
 bool is_judged(const Subject& subject, const Argument& argument) {
     if (argument.kind != notation::ArgumentKind::set) return false;
     const int line = line_of(subject.source.tree, argument.range.begin);
     return !has_error(subject, static_cast<Index>(line - 1));
 }
 
-// Removes the parentheses in an argument, and those at the end of its list that they have led to.
-// Nothing where that makes no name.
+// Removes the parentheses in an argument, and those they required at the end of its list. Nothing
+// if the result is not a name.
 std::optional<Fix> without_parentheses(const Subject& subject, Range argument) {
     const std::string_view bytes = subject.source.bytes;
     std::string name;
@@ -133,7 +133,7 @@ std::optional<Fix> without_parentheses(const Subject& subject, Range argument) {
     return fix;
 }
 
-// The length of the quote with which an argument begins and ends; 0 where it has none.
+// The length of the quote at the start and end of an argument; 0 if it has none.
 Offset quote_length(std::string_view argument) {
     const std::string_view quote = argument.starts_with('\'') ? "'" : "\xE2\x80";
     const std::size_t size = quote == "'" ? 1 : 3;
@@ -149,7 +149,7 @@ std::vector<int> argument_counts(const Model& model) {
     return counts;
 }
 
-// Where it is not the only argument of that text, others have to change with it.
+// If it is not the only argument with that text, others have to change with it.
 Fix in_double_quotes(const Subject& subject, Range argument, bool is_only) {
     const Offset size = quote_length(text_in(subject, argument));
     return {

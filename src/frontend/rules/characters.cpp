@@ -16,7 +16,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// The values of a model in the order of the file: they have findings of their own.
+// The values of a model in the order of the file: they have their own findings.
 std::vector<Range> values_of(const Subject& subject) {
     const Rows& rows = subject.facts->rows;
     std::vector<Range> values;
@@ -56,7 +56,7 @@ class Checker {
     }
 
   private:
-    // In a value, or in a field with an error.
+    // Is it in a value, or in a field with an error?
     bool is_found_otherwise(Offset at) {
         if (!has_values_) values_ = values_of(subject_);
         has_values_ = true;
@@ -80,7 +80,8 @@ class Checker {
         finding.fix = std::move(fix);
     }
 
-    // No name has a "-", and blanks part the names of a declaration.
+    // Names have no "-", and blanks separate the names of a declaration, so there the meaning is
+    // not certain.
     bool is_certain(Offset at, char meant) const {
         const auto record = static_cast<std::size_t>(line_of(tree_, at) - 1);
         if (meant == blank_char) return tree_.records[record].kind != RecordKind::names;
@@ -100,7 +101,7 @@ class Checker {
 
 }  // namespace
 
-// One for each line.
+// One finding per line.
 void check_character(const Subject& subject, Findings& findings) {
     if (subject.model->lost) return;
     const ModelNode& node = subject.source.tree.models[subject.model->node];

@@ -1,4 +1,4 @@
-// The functions of the rules, each beside its like in the file that is named after them.
+// The functions of the rules, grouped by the files that define them.
 #pragma once
 
 #include "frontend/rules/rule.h"

@@ -12,7 +12,7 @@ bool is_part_of_body(RecordKind kind) {
     return kind == RecordKind::body || kind == RecordKind::blank || kind == RecordKind::comment;
 }
 
-// Is the line longer than what is read of it? Its comment may be.
+// Is the line longer than the part that is read? Its comment may be.
 bool is_cut(const Tree& tree, Index record) {
     for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
          ++token) {
@@ -47,7 +47,7 @@ class Reader {
     }
 
   private:
-    // A line that begins with "$" is the host's own.
+    // A line that begins with "$" belongs to the host.
     void take(Body& body, Index record) const {
         const Range range = record_range(source_.tree, record);
         const bool is_of_host =
@@ -72,10 +72,10 @@ class Reader {
 struct Relations {
     std::size_t count = 0;
     std::size_t second = no_part;
-    std::size_t equals = no_part;  // a "=" in the place of one
+    std::size_t equals = no_part;  // a "=" instead of a relation
 };
 
-// Those outside of parentheses. Precondition: parentheses match.
+// The relations outside parentheses. Precondition: parentheses match.
 Relations read_relations(const std::vector<Part>& parts) {
     Relations found;
     for (std::size_t at = 0; at < parts.size(); ++at) {

@@ -20,7 +20,7 @@ std::string name_of(const Subject& subject, const Body& body) {
     return name_of(*subject.model, body.constraint->symbol);
 }
 
-// A finding about the part of an equation that is at fault.
+// Adds a finding about the faulty part of an equation.
 Finding& warn_of_part(const Subject& subject, const Body& body, Findings& findings,
                       std::string_view variant = {}) {
     const Part& part = body.parts[body.at];
@@ -28,14 +28,14 @@ Finding& warn_of_part(const Subject& subject, const Body& body, Findings& findin
                 {{"mark", part.text}, {"name", name_of(subject, body)}}, variant);
 }
 
-// Can nothing but a ";" be meant by the colon at fault?
+// Can the faulty colon only be meant as a ";"?
 bool surely_ends(const Body& body) {
     if (body.is_ended || body.at + 1 != body.parts.size()) return false;
     const std::vector<Part> rest(body.parts.begin(), body.parts.end() - 1);
     return fault_of(rest).fault == BodyFault::none;
 }
 
-// Is a "=" alone what is written in the place of a relation?
+// Is there just a "=" instead of a relation?
 bool is_equals(const Body& body) {
     const auto is_other = [&](std::size_t at) {
         return at < body.parts.size() &&
@@ -70,7 +70,7 @@ void check_heading_groups(const Subject& subject, const Body& body, Findings& fi
          closes_group(parts[at]) ? "closing" : "");
 }
 
-// The numbers of sets with which variables are used in constraints.
+// The numbers of sets that variables are used with in constraints.
 class Dimensions {
   public:
     explicit Dimensions(const Subject& subject) : subject_(subject) {}
@@ -219,7 +219,7 @@ void check_constraint_text(const Subject& subject, Findings& findings) {
     }
 }
 
-// One finding for each variable.
+// One finding per variable.
 void check_constraint_dimension(const Subject& subject, Findings& findings) {
     Dimensions dimensions(subject);
     for (const Body& body : subject.facts->bodies) dimensions.add(body);

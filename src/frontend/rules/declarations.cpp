@@ -22,7 +22,7 @@ void warn_of_repeated(const Subject& subject, const Field& field, Findings& find
         set_fix(finding, Confidence::maybe, {*edit});
 }
 
-// A report variable is declared by the first record that it begins.
+// A report variable is declared by the first record that begins with it.
 bool is_declared_before(const Subject& subject, const Field& head) {
     if (head.reference.symbol == no_index || head.row == nullptr) return false;
     const Symbol& symbol = subject.model->symbols[head.reference.symbol];

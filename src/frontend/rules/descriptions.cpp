@@ -18,19 +18,19 @@ namespace orvex::frontend {
 
 namespace {
 
-// Words that a description may have, and that nobody takes for names.
+// Words that a description may have, but that are not plausible names.
 constexpr std::string_view little_words[] = {"AND", "BY",  "FOR", "FROM", "IN",  "OF",
                                              "ON",  "PER", "THE", "TO",   "WITH"};
 
 bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool is_small(char c) { return c >= 'a' && c <= 'z'; }
 
-// What a line declares, as a name or a word.
+// A name or a word in a line of declarations.
 struct Word {
     std::string_view text;
     Range range;
     bool is_plain = false;
-    bool is_loose = false;   // nothing uses it, or it is declared in another place, too
+    bool is_loose = false;   // nothing uses it, or it is also declared elsewhere
     bool is_unused = false;  // nothing uses it
 };
 
@@ -98,7 +98,8 @@ class Reader {
         return word;
     }
 
-    // Has a text that is no name, such as "price," or "(tons)", no name in it that the model uses?
+    // Does a text that is not a name, such as "price," or "(tons)", contain no name that the model
+    // uses?
     bool mentions_nothing(std::string_view text) const {
         for (std::size_t at = 0; at < text.size();) {
             const Lexeme next = next_lexeme(text, at);
@@ -116,7 +117,7 @@ class Reader {
                            [](const Word& word) { return is_little_word(word.text); });
     }
 
-    // Are the words at the end of the line a text, and not names that nothing uses?
+    // Are the words at the end of the line a text, rather than names that nothing uses?
     bool is_description(std::span<const Word> words) const {
         const bool has_unused = std::any_of(words.begin(), words.end(),
                                             [](const Word& word) { return word.is_unused; });
@@ -124,7 +125,7 @@ class Reader {
         return has_little_word(words) || differ_in_case(words) || are_long(words);
     }
 
-    // Small letters after names in capitals.
+    // Are there lower-case words after names in capitals?
     bool differ_in_case(std::span<const Word> words) const {
         const auto has_small = [](const Word& word) {
             return std::any_of(word.text.begin(), word.text.end(), is_small);
@@ -135,7 +136,7 @@ class Reader {
                std::all_of(words.begin(), words.end(), has_small);
     }
 
-    // Three words or more of nothing but letters.
+    // Are there at least three words, each of at least three letters and nothing else?
     static bool are_long(std::span<const Word> words) {
         constexpr std::size_t fewest = 3;
         constexpr std::size_t shortest = 3;
@@ -148,10 +149,10 @@ class Reader {
 
     const Source& source_;
     const Model& model_;
-    std::vector<bool> is_used_;           // for each symbol: in more than declarations
+    std::vector<bool> is_used_;           // for each symbol: outside declarations
     std::unordered_set<Index> repeated_;  // symbols that are declared more than once
     std::unordered_set<Index> errors_;    // records
-    std::vector<Word> words_;             // of the present line
+    std::vector<Word> words_;             // of the current line
     std::vector<Description> found_;
 };
 

@@ -1,4 +1,4 @@
-// Descriptions of names without the "!" before them: their words are declared as names.
+// Descriptions of names without a "!" before them: their words are declared as names.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -10,16 +10,16 @@
 namespace orvex::frontend {
 
 struct Description {
-    Range name;   // the last one that is meant to be a name
-    Range words;  // the first one after it to the end
+    Range name;   // the last one that is meant as a name
+    Range words;  // from the first word after it to the end
     bool is_sure = false;
-    bool has_error = false;  // in its line, for which it may be the cause
+    bool has_error = false;  // in its line; the description may be its cause
 };
 
-// Can the word be part of a description, though nobody uses it as a name: "of", "the"?
+// Is the word likely in a description, but not plausible as a name: "of", "the"?
 bool is_little_word(std::string_view word);
 
-// In the order of the file; one for each line at most.
+// In the order of the file, at most one per line.
 std::vector<Description> read_descriptions(const Source& source, const Model& model);
 
 }  // namespace orvex::frontend

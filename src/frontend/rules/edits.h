@@ -17,20 +17,21 @@ Edit removing(Range range);
 
 void set_fix(Finding& finding, Confidence confidence, std::vector<Edit> edits);
 
-// A text in capitals or, where all letters of `model` are small, in small letters.
+// A text in capitals or, if all letters of `model` are lower-case, in lower case.
 std::string cased_like(std::string_view model, std::string_view text);
 
-// Breaks a line before that place: blanks before it become a line end and the start of a line.
+// Breaks a line at that place: the blanks before it become a line end and the start of a line.
 Edit breaking_line(std::string_view bytes, Offset place, std::string_view start);
 
-// The line with its end.
+// The line with its line end.
 Range whole_line(const Tree& tree, Index record);
 
-// Where a field begins: without the "+" and blanks before it.
+// Where a field begins: after the "+" and any blanks before it.
 Offset field_begin(const Tree& tree, Index field);
 
-// Takes a field out of its record, with blanks beside it, and its line where nothing else is in it.
-// None for the first field of an entry, and where text without a meaning of its own is there.
+// Removes a field from its record, with the blanks next to it, and its whole line if nothing else
+// is on it. None for the first field of an entry or of an opening record, and for one that shares
+// its line only with a description.
 std::optional<Edit> removing_field(const Source& source, Index record, Index field);
 
 }  // namespace orvex::frontend

@@ -9,7 +9,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Is there a zero beside nearly each letter, on one side of them?
+// Is there a zero next to nearly each letter, on the same side?
 bool has_zeros_beside_letters(std::string_view bytes) {
     constexpr std::size_t looked_at = 1000;
     constexpr std::size_t fewest = 8;

@@ -22,12 +22,12 @@ namespace {
 
 using notation::Opens;
 
-// What is in a record before its first label, which begins after the last blank before its colon;
-// empty where there is nothing, or no colon.
+// The text of a record before its first label, which begins after the last blank before its colon;
+// empty if there is no text, or no colon.
 Range text_before_label(const Subject& subject, Index record) {
     const Tree& tree = subject.source.tree;
     Range text;
-    Offset last = 0;  // the end of what is not blank
+    Offset last = 0;  // the end of the non-blank text
     for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
          ++token) {
         const Range range = range_of(tree, token);
@@ -44,7 +44,7 @@ Range text_before_label(const Subject& subject, Index record) {
     return {};
 }
 
-// A "+" in column 1 that is joined to a label is no text.
+// A "+" in column 1 that is joined to a label does not count as text.
 Range without_plus(const Subject& subject, Range text) {
     const bool has_plus = !text.empty() && text_in(subject, text).starts_with('+');
     return has_plus ? Range{text.begin + 1, text.end} : text;
@@ -70,7 +70,7 @@ Range first_word(const Subject& subject, Range text) {
     return {text.begin, text.begin + static_cast<Offset>(size)};
 }
 
-// What is after the arguments may be a part of them where one of them is wrong.
+// If an argument is wrong, the text after the arguments may be a part of them.
 bool has_invalid_set(const Subject& subject, const Field& field) {
     const auto arguments = arguments_of(*subject.model, field.reference);
     return std::any_of(arguments.begin(), arguments.end(), [&](const Argument& argument) {
@@ -83,7 +83,7 @@ void add_note_first(Finding& finding, std::string message) {
     finding.remarks.insert(finding.remarks.begin(), {Severity::note, std::move(message), {}});
 }
 
-// Is the block that of a name which is declared as something else?
+// Is the block that of a name declared as something else?
 bool has_wrong_owner(const Model& model, const Row& row) {
     const Index owner = row.owner->reference.symbol;
     if (owner == no_index || !model.symbols[owner].is_declared) return false;
@@ -91,8 +91,8 @@ bool has_wrong_owner(const Model& model, const Row& row) {
     return model.symbols[owner].kind != kind;
 }
 
-// What the rows say that are one where the "+" is put back: the row before them, and those after it
-// that have lost theirs.
+// The contents of rows that become one row when the "+" is put back: the row before them, and the
+// following rows that have lost their "+".
 class Joined {
   public:
     Joined(const Subject& subject, std::size_t row) : rows_(subject.facts->rows) {
@@ -149,7 +149,7 @@ Edit plus_before(const Subject& subject, const Row& row) {
     return inserting(line.begin, has_blank ? "+" : "+ ");
 }
 
-// Is a variable refused in the place of a value?
+// Is the field a variable that was refused as a value?
 bool is_refused(const Model& model, const Field& field) {
     const Index symbol = field.reference.symbol;
     return !field.is_name && symbol != no_index && is_variable(model.symbols[symbol].kind);
@@ -157,7 +157,7 @@ bool is_refused(const Model& model, const Field& field) {
 
 }  // namespace
 
-// Text before the first label of a line, and after the sets of a block's or an entry's name.
+// Text before the first label of a line, or after the sets of the name of a block or an entry.
 void check_entry_text(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
     const Index end = tree.models[subject.model->node].end;
@@ -176,7 +176,7 @@ void check_entry_text(const Subject& subject, Findings& findings) {
     }
 }
 
-// One finding for the rows after an option: they have one cause.
+// One finding for all rows after an option: they have one cause.
 void check_entry_outside(const Subject& subject, Findings& findings) {
     const Row* first = nullptr;
     std::vector<int> others;
@@ -196,11 +196,11 @@ void check_entry_outside(const Subject& subject, Findings& findings) {
     finish();
 }
 
-// That its "$" or "+" is in a wrong column is found already, and so is text before its label, in
-// which the label of the entry may be. A block of a wrong keyword has an error.
+// A "$" or "+" in a wrong column has its own finding, and so has text before the label, which may
+// contain the label of the entry. A block with a wrong keyword has an error.
 void check_entry_label(const Subject& subject, Findings& findings) {
     const std::vector<Row>& rows = subject.facts->rows.rows;
-    bool is_sure = false;  // of the present rows without "+"
+    bool is_sure = false;  // of the current rows without "+"
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const Row& row = rows[i];
         if (row.lost_plus && !rows[i - 1].lost_plus) is_sure = Joined(subject, i).is_sure();

@@ -1,4 +1,4 @@
-// An error of a model, and what its finding says.
+// An error of a model, and the contents of its finding.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -12,25 +12,25 @@
 
 namespace orvex::frontend {
 
-// An error of a model of a file.
+// An error of a model in a file.
 struct ErrorCase {
     const Source& source;
     const Model& model;
     const Error& error;
     // The first record of host text that a model without an end runs into, or no_index.
     Index host_text = no_index;
-    // Whether its name is compared with others.
+    // Whether its name is compared with other names.
     bool is_compared = true;
 };
 
-// What a finding says, before its texts are put together.
+// The contents of a finding, before its texts are put together.
 struct Said {
     std::string variant;  // of the message and the help in docs/messages.md
-    std::string help;     // the variant of the help, where it is another one
+    std::string help;     // the variant of the help, if it differs
     Values values;
     Range place;  // the smallest part of the text that is wrong
     std::vector<Remark> notes;
-    std::string meant;  // what may have been meant, as it is to be written; mostly empty
+    std::string meant;  // the probable correct text, as it should be written; usually empty
     std::optional<Fix> fix;
 };
 

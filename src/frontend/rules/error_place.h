@@ -9,34 +9,33 @@
 
 namespace orvex::frontend {
 
-// The text of a part of the file, and as it is read: in capitals.
+// The text of a part of the file; and the same as it is read, in capitals.
 std::string_view text_in(const ErrorCase& at, Range range);
 std::string as_read(const ErrorCase& at, Range range);
 
-// The field of the error, taken apart. Precondition: it has one.
+// The field of the error, split into its parts. Precondition: it has one.
 FieldParts parts_at(const ErrorCase& at);
 
-// The label before a byte of a field, with its colon, "Q:"; that of an opening record's name is
-// its keyword, "$PROD:". Empty where there is none.
+// The label before a byte of a field, with its colon, "Q:"; for the name in an opening record, its
+// keyword, "$PROD:". Empty if there is none.
 std::string label_before(const ErrorCase& at, Offset offset);
 
-// The keyword of a block as it is written, "$PROD"; empty for a record without one.
+// The keyword of a block as written, "$PROD"; empty for a record without one.
 std::string keyword_of_record(const ErrorCase& at, Index record);
 
-// The block in which the error is, or null.
+// The block that contains the error, or null.
 const Block* block_of(const ErrorCase& at);
 
-// The entry of the block in which the error is; null in an opening record.
+// The entry of the block that contains the error; null in an opening record.
 const Entry* entry_of(const ErrorCase& at, const Block& block);
 
-// Does the model have a block that declares names of the kind?
+// Does the model have a block that declares names of that kind?
 bool declares(const Model& model, Kind kind);
 
-// The keyword with which names of the kind are usually declared, "$SECTORS:". Precondition: they
-// are variables.
+// The usual keyword to declare names of that kind, "$SECTORS:". Precondition: they are variables.
 std::string declaring_keyword(Kind kind);
 
-// Breaks the line of the error before the byte, and indents the rest as the line is.
+// Breaks the line of the error before the byte, and indents the rest like the line.
 Edit breaking_row(const ErrorCase& at, Offset offset);
 
 // A part of the file without blanks at its ends.

@@ -1,5 +1,5 @@
-// What the finding of each error says. The routines get one whose place is that of the error, with
-// the error's own text among its values, and make it say what is wrong there.
+// The contents of the finding for each error. Each routine gets one that has the place of the error
+// and, among its values, the error's own text, and adds what is wrong there.
 #pragma once
 
 #include "frontend/rules/error_case.h"

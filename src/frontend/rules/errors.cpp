@@ -23,7 +23,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// What the message of its code has for the text of an error.
+// The placeholder for the text of an error in the message of its code.
 std::string_view place_of_text(Fault fault) {
     switch (fault) {
     case Fault::keyword_colon:
@@ -40,7 +40,7 @@ std::string_view place_of_text(Fault fault) {
 
 using Say = void (*)(const ErrorCase& at, Said& said);
 
-// What finds the words for an error; null where the text of its code says all.
+// The routine that finds the words for an error; null if the text of its code is enough.
 Say words_for(Fault fault) {
     switch (fault) {
     case Fault::keyword_colon:
@@ -85,7 +85,8 @@ void add_note(Finding& finding, std::string text, Span span = {}) {
     finding.remarks.push_back({Severity::note, std::move(text), std::move(span)});
 }
 
-// Further places of the same cause: the first ones are shown, the lines of all others are listed.
+// Adds further places with the same cause: the first ones are shown, the lines of the others are
+// listed.
 void add_places(const ErrorCase& at, Finding& finding) {
     constexpr std::size_t shown = 3;
     const std::vector<Range>& places = at.error.also;
@@ -120,14 +121,14 @@ Finding finding_of(const ErrorCase& at) {
     return finding;
 }
 
-// Where a model declares nothing of a kind, all names that it lacks have one cause, and so have all
-// that another declaration has taken: only the first is reported.
+// If a model declares nothing of a kind, all missing names of that kind have one cause, and so do
+// all that another declaration has taken: only the first is reported.
 class MissingDeclarations {
   public:
     explicit MissingDeclarations(const Source& source, const Model& model)
         : source_(source), model_(model) {}
 
-    // Is the error told by one before it?
+    // Is the error covered by an earlier one?
     bool takes(const Error& error, std::vector<Finding>& findings) {
         const bool is_undeclared = error.fault == Fault::addsym_undeclared;
         const bool is_of_kind = is_undeclared || error.fault == Fault::addsym_type;
@@ -143,7 +144,7 @@ class MissingDeclarations {
     }
 
   private:
-    // Before the help.
+    // Inserts the note before the help.
     void add(Finding& finding, std::string text, Range place) const {
         const auto help =
             std::find_if(finding.remarks.begin(), finding.remarks.end(),
@@ -156,7 +157,7 @@ class MissingDeclarations {
     std::map<std::pair<Fault, Kind>, std::size_t> first_;  // the finding of each kind
 };
 
-// Errors that follow from others: in a field that has an error, in a report record that has one,
+// Errors that are consequences of others: in a field or a report record that already has an error,
 // and in text outside the model.
 class Consequences {
   public:
@@ -171,7 +172,7 @@ class Consequences {
 
     Index host_text() const { return host_text_; }
 
-    // Is the error one? If not, others may follow from it.
+    // Is the error a consequence? If not, others may be consequences of it.
     bool has(const Error& error) {
         if (host_text_ != no_index && error.record > host_text_) return true;
         if (error.fault == Fault::repblk_extra && reports_.contains(error.record)) return true;
@@ -183,13 +184,13 @@ class Consequences {
     }
 
   private:
-    // A set over which a row does not loop, and that its name does not have, is one set too many.
+    // A set that a row does not loop over, and that its name does not have, is one set too many.
     bool is_of_wide_list(const Error& error) const {
         return error.fault == Fault::chkset_inactive && error.also.empty() &&
                wide_.contains(field_at(tree_, error.place.begin));
     }
 
-    // False where the place is in a field that is known to have an error.
+    // False if the place is in a field that is known to have an error.
     bool add_field(Range place) {
         const Index field = field_at(tree_, place.begin);
         return field == no_index || fields_.insert(field).second;
@@ -205,7 +206,7 @@ class Consequences {
 }  // namespace
 
 void add_errors(const Source& source, const Model& model, std::vector<Finding>& findings) {
-    // To compare each wrong name with all others would take too long where nearly all are wrong.
+    // Comparing each wrong name with all others would take too long if nearly all are wrong.
     constexpr std::size_t most_compared = 1000;
     MissingDeclarations missing(source, model);
     Consequences consequences(source, model);

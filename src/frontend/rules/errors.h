@@ -1,4 +1,4 @@
-// What the translator stops at, as findings.
+// The errors at which the translator stops, as findings.
 #pragma once
 
 #include "frontend/findings/finding.h"

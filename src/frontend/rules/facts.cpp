@@ -15,7 +15,7 @@ namespace {
 
 using notation::Meaning;
 
-// Collects the facts, one after another.
+// Collects the facts, step by step.
 class Reader {
   public:
     Reader(const Source& source, const HostText& host, const Model& model, Facts& facts)
@@ -71,7 +71,7 @@ class Reader {
         if (owner != no_index && facts_.blocks[owner] == nullptr) facts_.blocks[owner] = &head;
     }
 
-    // An entry that is joined to another one is meant to be one.
+    // A field that joins another entry to this one is meant as an entry itself.
     void add_field(Index owner, const Row& row, const Field& field) {
         if (begins_entry(field)) add_flow(owner, row, field);
         if (meaning_of(field) == Meaning::tax_receiver) add(field.reference.symbol, has_income);
@@ -89,8 +89,8 @@ class Reader {
         }
     }
 
-    // A consumer with an endowment of less than nothing takes what others make. That of a parameter
-    // may be so.
+    // A consumer with a negative endowment takes what others make. A parameter may be negative,
+    // too.
     bool may_take(const Row& row) const {
         const auto fields = fields_of(facts_.rows, row);
         return row.unclear || std::any_of(fields.begin(), fields.end(), [&](const Field* field) {
@@ -113,7 +113,7 @@ class Reader {
         return may_take(row) ? supplied | taken : supplied;
     }
 
-    // Is the endowment less than nothing, as far as its text tells?
+    // Is the endowment negative, as far as its text shows?
     bool takes(const Row& row) const {
         const Field* const quantity = quantity_of(facts_.rows, row);
         if (row.unclear || quantity == nullptr || quantity->faulty) return false;
@@ -121,7 +121,7 @@ class Reader {
         return is_negated(text) && begins_whole(text);
     }
 
-    // Does a negated value begin with a name or a whole number, and so is no invalid one?
+    // Does a negated value begin with a name or a whole number, so that it is valid?
     static bool begins_whole(std::string_view value) {
         const std::size_t first = std::min(value.find_first_not_of("(- "), value.size());
         if (first == value.size()) return false;
@@ -131,7 +131,7 @@ class Reader {
                               std::string_view("*/)").find(value[end]) != value.npos);
     }
 
-    // A name of another kind may stand for any commodity; one with wrong sets is known.
+    // A name of another kind could mean any commodity; one with wrong sets is known.
     void add_refused(Index owner, const Field& head) {
         add(owner, block_unclear);
         const Index symbol = head.reference.symbol;
@@ -152,7 +152,7 @@ class Reader {
         add(head.reference.symbol, is_stray);
     }
 
-    // Words that are no names, and rows without a block.
+    // Words that are not names, and rows without a block.
 
     void read_no_names() {
         facts_.descriptions = read_descriptions(source_, model_);
@@ -171,7 +171,7 @@ class Reader {
         lose_block(rows.begins);
     }
 
-    // A block of that kind may be there, of any name.
+    // A block of that kind may be there, for any name.
     void lose_block(unsigned begins) {
         const bool is_production = (begins & notation::production_entry) != 0;
         const bool is_demand = (begins & notation::demand_entry) != 0;
@@ -186,8 +186,8 @@ class Reader {
         for (const RepeatedBlock& block : facts_.repeated_blocks) add(block.meant, is_excused);
     }
 
-    // A block that has no output, input or demand has a finding; one of its rows may be meant for
-    // that.
+    // A block without an output, input or demand has a finding; one of its rows may be meant as the
+    // missing one.
     void read_turned_blocks() {
         const std::vector<Row>& rows = facts_.rows.rows;
         for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -204,8 +204,8 @@ class Reader {
         }
     }
 
-    // Where a sector or a consumer is nowhere but in its declaration, its block is forgotten, and
-    // with it what makes and uses any commodity.
+    // If a sector or a consumer occurs only in its declaration, its block was forgotten, and with
+    // it the rows that make and use any commodity.
     void read_forgotten_blocks() {
         for (const Index symbol : facts_.judged) {
             const Symbol& known = model_.symbols[symbol];
@@ -274,7 +274,7 @@ class Reader {
         if (!name.empty()) add(model_.names.find(name), is_excused);
     }
 
-    // What is ignored, or after the last column that is read, has a finding there.
+    // Text that is ignored, or is after the last column read, has its own finding.
     void read_text_not_read() {
         const ModelNode& node = source_.tree.models[model_.node];
         for (Index record = node.record; record < node.end; ++record) {
@@ -361,7 +361,7 @@ class Reader {
         }
     }
 
-    // Are there parts of the model that are not known?
+    // Are parts of the model unknown?
     bool is_open() const { return model_.lost || facts_.block_after_end != no_index; }
 
     const Source& source_;

@@ -21,8 +21,8 @@ namespace orvex::frontend {
 
 namespace {
 
-// Calls work(row, field) for each field after the first one of each row; not for those that belong
-// to an entry in the middle of a line, nor for those with an error.
+// Calls work(row, field) for each field of each row after the first, except those of an entry that
+// begins in the middle of a line, and those with an error.
 template <typename Work>
 void for_each_field(const Subject& subject, const Work& work) {
     const Rows& rows = subject.facts->rows;
@@ -33,7 +33,8 @@ void for_each_field(const Subject& subject, const Work& work) {
     }
 }
 
-// The labels of a row so far. An opening record has each at most once, an entry some of them.
+// The labels of a row so far. An opening record may have each label once, an entry only some
+// labels.
 class Labels {
   public:
     void start_row() {
@@ -41,7 +42,7 @@ class Labels {
         in_opening_.clear();
     }
 
-    // Notes the label of a field. The field that has it already, or null.
+    // Notes the label of a field. Returns the field that already has it, or null.
     const Field* earlier(const Subject& subject, const Row& row, const Field& field) {
         if (row.entry != nullptr)
             return field.row == nullptr ? nullptr : first_of(*field.row, field);
@@ -70,7 +71,7 @@ class Labels {
     std::unordered_map<std::string, const Field*> in_opening_;
 };
 
-// The label that a longer one stands for, such as Q for QU or QUANTITY; empty where none does.
+// The label that a longer one means, such as Q for QU or QUANTITY; empty if there is none.
 std::string_view meant_label(std::string_view label) {
     constexpr std::pair<std::string_view, std::string_view> words[] = {
         {"QUANTITY", notation::quantity_label}, {"PRICE", "P"}, {"TAX", "T"}, {"RATE", "T"}};
@@ -92,7 +93,7 @@ void check_owner_empty(const Subject& subject, const Field& field, Findings& fin
     warn(subject, findings, label_place(subject, field), {{"label", label_text(subject, field)}});
 }
 
-// Is the value in the label after it, with a blank that is not ASCII's?
+// Is the value part of the next label because of a non-ASCII blank?
 bool is_in_next_label(const Subject& subject, const Field& field) {
     const Tree& tree = subject.source.tree;
     if (field.node + 1 == tree.records[field.record + 1].field) return false;
@@ -100,7 +101,7 @@ bool is_in_next_label(const Subject& subject, const Field& field) {
     return !lookalikes(text_in(subject, next.label)).empty();
 }
 
-// The first fields of entries that must name something.
+// The first fields of entries, which must name something.
 void check_heads(const Subject& subject, Findings& findings) {
     for (const Row& row : subject.facts->rows.rows) {
         if (row.entry == nullptr || row.stray || row.indented) continue;
@@ -130,7 +131,7 @@ void check_field_empty(const Subject& subject, Findings& findings) {
     }
 }
 
-// A label that is not known is that of a nest, which has no value in an entry.
+// An unknown label is that of a nest, which has no value in an entry.
 void check_label_unknown(const Subject& subject, Findings& findings) {
     for_each_field(subject, [&](const Row& row, const Field& field) {
         if (needs_value(row, field) || field.text.empty()) return;

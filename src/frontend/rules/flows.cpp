@@ -19,7 +19,7 @@ void warn_of(const Subject& subject, Index symbol, Range place, Findings& findin
     warn(subject, findings, place, {{"name", name_of(*subject.model, symbol)}});
 }
 
-// A sector or a consumer whose blocks all have not what they need.
+// Warns of a sector or a consumer if none of its blocks has the needed fact.
 void warn_of_block(const Subject& subject, Kind kind, Fact needed, Findings& findings) {
     const Facts& facts = *subject.facts;
     for_each_used(subject, kind, [&](Index symbol) {

@@ -4,7 +4,7 @@
 
 namespace orvex::frontend {
 
-// Those of the model are the last ones: the models of a file are judged one after another.
+// The findings about the model are the last ones: the models of a file are checked in order.
 FoundLines::FoundLines(const Subject& subject, const Findings& findings) {
     const ModelNode& node = subject.source.tree.models[subject.model->node];
     const auto is_outside = [&node](const Finding& finding) {

@@ -1,4 +1,4 @@
-// Where findings are already: a note there would mostly be about the same cause.
+// Where there already are findings: a note there would usually have the same cause.
 #pragma once
 
 #include "frontend/rules/checks.h"
@@ -13,7 +13,7 @@ class FoundLines {
     // The lines of the subject's model with a finding that is not off.
     FoundLines(const Subject& subject, const Findings& findings);
 
-    // Is one of them a line of the row?
+    // Is one of these lines part of the row?
     bool touch(const Rows& rows, const Row& row) const;
 
   private:

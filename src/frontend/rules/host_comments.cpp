@@ -21,7 +21,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Is the line that of a model, but after blanks or a byte order mark?
+// Does the line begin a model, but after blanks or a byte order mark?
 bool is_hidden_model(std::string_view line) {
     if (line.starts_with(byte_order_mark)) line.remove_prefix(byte_order_mark.size());
     const std::string_view text = trimmed(line);
@@ -29,12 +29,12 @@ bool is_hidden_model(std::string_view line) {
     return same_when_read(text.substr(0, model.size()), model);
 }
 
-// Goes through the lines of the host one after another.
+// Goes through the lines of the host in order.
 struct HostLines {
     bool in_comment = false;
-    bool has_hidden = false;  // a model whose line is not in column 1, which is found as such
+    bool has_hidden = false;  // a model whose line is not in column 1, which has its own finding
     bool has_text = false;    // since the last comment, or the last end of a model
-    Index last = no_index;    // the last record that has text
+    Index last = no_index;    // the last record with text
 
     void take(std::string_view line, Index record) {
         switch (host_line(line)) {
@@ -71,7 +71,7 @@ bool begins_block(std::string_view line) {
     return keyword != nullptr && keyword->opens != notation::Opens::end;
 }
 
-// The host's text between a model and the one before it.
+// The host's text between a model and the previous one.
 HostLines text_before(const Source& source, Index model) {
     const Tree& tree = source.tree;
     HostLines text;
@@ -89,7 +89,7 @@ std::string line_end_of(const Subject& subject, Index record) {
     return end.empty() ? "\n" : std::string(end);
 }
 
-// The line that begins the host's comment, where it is misspelt or indented; else an empty range.
+// The line that begins the host's comment, if it is misspelt or indented; otherwise an empty range.
 Range misspelt_comment(const Subject& subject, Index record) {
     if (record == no_index) return {};
     const Range line = line_range(subject.source.tree, record);
@@ -132,7 +132,7 @@ Index block_after_end(const Source& source, Index model) {
     return no_index;
 }
 
-// The blocks after the end are text of the host, which knows none of them.
+// The blocks after the end belong to the host's text, but the host does not know them.
 void check_model_end(const Subject& subject, Findings& findings) {
     const Index next = subject.facts->block_after_end;
     if (next == no_index) return;
@@ -147,8 +147,8 @@ void check_model_end(const Subject& subject, Findings& findings) {
                             record_span(subject.source, line_of_record(next))});
 }
 
-// Without the host's comment around it a model is read as the host's own program. A file with no
-// text of the host holds nothing but models.
+// A model without the host's comment around it is read as part of the host's own program. A file
+// without any text of the host contains only models.
 void check_comment_missing(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
     const HostLines text = text_before(subject.source, subject.model->node);

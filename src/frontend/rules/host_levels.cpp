@@ -17,14 +17,14 @@ constexpr std::string_view level_suffixes[] = {".L", ".FX"};
 
 std::string_view usual_level(Kind kind) { return kind == Kind::auxiliary ? "0" : "1"; }
 
-// The name that ends before a place of a line.
+// The name that ends before a place in a line.
 std::string_view name_before(std::string_view line, std::size_t end) {
     std::size_t begin = end;
     while (begin > 0 && is_name_byte(line[begin - 1])) --begin;
     return line.substr(begin, end - begin);
 }
 
-// Does the rest of a line, after the name and its suffix, assign another value than that one?
+// Does the rest of a line, after the name and its suffix, assign a value other than the usual one?
 bool assigns_other(std::string_view rest, std::string_view usual) {
     const std::size_t equals = rest.find('=');
     if (equals == std::string_view::npos) return false;

@@ -1,4 +1,4 @@
-// Levels that the host's text gives the variables of a model.
+// Levels that the host's text gives to the variables of a model.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -6,8 +6,8 @@
 
 namespace orvex::frontend {
 
-// Does the host's text outside of the models give a variable of the model a level, or fix it, other
-// than the one that it has by default?
+// Does the host's text outside the models set or fix a level of one of the model's variables that
+// differs from its default?
 bool sets_levels(const Source& source, const Model& model);
 
 }  // namespace orvex::frontend

@@ -18,7 +18,7 @@ namespace {
 
 using std::string_view;
 
-// Directives that bring in no names and no text, besides those that begin with ON or OFF.
+// Directives that add no names and no text, besides those that begin with ON or OFF.
 constexpr string_view harmless[] = {"ABORT",  "COMMENT", "DOLLAR", "EJECT",     "EOLCOM",
                                     "ERROR",  "EXIT",    "GOTO",   "IF",        "INLINECOM",
                                     "LABEL",  "LINES",   "SET",    "SETGLOBAL", "SETLOCAL",
@@ -34,7 +34,7 @@ void for_each_word(string_view text, const Work& work) {
     }
 }
 
-// Has the line a "%X%"?
+// Does the line contain "%X%"?
 bool has_macro(string_view line) {
     for (std::size_t at = line.find('%'); at < line.size(); at = line.find('%', at + 1)) {
         if (next_lexeme(line, at).kind == TokenKind::macro) return true;
@@ -100,7 +100,7 @@ class Reader {
                std::find(std::begin(harmless), std::end(harmless), word) != std::end(harmless);
     }
 
-    // Is the file one of the two that are made of a model? In whichever folder.
+    // Is the file one of the two outputs for a model, in any folder?
     bool is_output(string_view path) const {
         if (path.size() >= 2 && path.front() == path.back() &&
             (path.front() == '"' || path.front() == '\''))

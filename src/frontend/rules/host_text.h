@@ -1,4 +1,4 @@
-// The words of a file: those of the host's own text, and those of the models.
+// The words of a file: those in the host's own text, and those in the models.
 #pragma once
 
 #include "frontend/model/names.h"
@@ -11,13 +11,13 @@
 namespace orvex::frontend {
 
 struct HostText {
-    // The host's text has statements, and names cannot come from other files or out of macros.
+    // The host's text has statements, and names cannot come from other files or from macros.
     bool is_whole = false;
-    NameTable words;  // in capitals; those of comments are none
+    NameTable words;  // in capitals, without those in comments
     std::vector<std::string> list;
     std::size_t model_count = 0;
-    NameTable model_words;          // where the file has several models
-    std::vector<Index> only_model;  // of each of these, the model that has it; no_index: several do
+    NameTable model_words;          // if the file has several models
+    std::vector<Index> only_model;  // the model that has each of these; no_index: several do
 };
 
 HostText read_host_text(const Source& source);

@@ -19,7 +19,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// An invalid name as it is read, and where it is.
+// An invalid name as it is read, and its place.
 struct Name {
     std::string text;
     Range place;
@@ -42,8 +42,8 @@ bool is_value_label(std::string_view text) {
     return label != nullptr && label->full;
 }
 
-// The field that a word after a name is meant as: "Q:5" for "Q=5" and for "5", which after the
-// name of a block is the elasticity; empty where it is none.
+// The field that a word after a name probably means: "Q:5" for "Q=5" and for "5" (after the name of
+// a block, a number is the elasticity); empty if none.
 std::string field_meant(std::string_view word, bool is_opening) {
     if (word.find_first_not_of("0123456789.") == std::string_view::npos) {
         const std::string_view label = is_opening ? "S" : notation::quantity_label;
@@ -54,8 +54,8 @@ std::string field_meant(std::string_view word, bool is_opening) {
     return std::string(word.substr(0, mark)) + ':' + std::string(word.substr(mark + 1));
 }
 
-// What is wrong with the name, as the index has it. A label has a value after it; `field` is what
-// the word is meant as.
+// What is wrong with the name, as a variant of the message. A label needs a value after it; `field`
+// is the probable meaning of the word.
 std::string_view variant_of(std::string_view name, Word word, std::string_view field) {
     if (is_digit(name.front())) return "digit";
     if (name.find_first_of("[]{}") != std::string_view::npos) return "brackets";
@@ -66,7 +66,7 @@ std::string_view variant_of(std::string_view name, Word word, std::string_view f
     return field.empty() ? "blank" : "value";
 }
 
-// Are there nothing but names and commas?
+// Does the text contain only names and commas?
 bool are_names(std::string_view text) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find(','), text.size());
@@ -96,7 +96,7 @@ class Checker {
         check({name_of(model_, name.symbol), model_.uses[name.first_use].range}, false);
     }
 
-    // Text after the arguments of a declared name.
+    // Checks the text after the arguments of declared names.
     void check_ends(Index record) {
         if (tree_.records[record].kind != RecordKind::names) return;
         const Index end = tree_.records[record + 1].field;
@@ -155,7 +155,7 @@ class Checker {
         return fix;
     }
 
-    // A line of declarations with blanks in the place of its commas.
+    // Replaces the commas in a line of declarations by blanks.
     std::optional<Fix> without_commas(Index record) const {
         Fix fix = {Confidence::certain, {}};
         for (Index token = tree_.records[record].token; token < tree_.records[record + 1].token;
@@ -179,7 +179,7 @@ class Checker {
 
 }  // namespace
 
-// One for each line of declarations: all its words are there for the same reason.
+// One finding per line of declarations: all its words have the same cause.
 void check_name_invalid(const Subject& subject, Findings& findings) {
     Checker checker(subject, findings);
     for (const Index symbol : subject.model->declared) checker.check_declared(symbol);

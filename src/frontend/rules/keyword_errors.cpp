@@ -19,14 +19,14 @@ namespace {
 using notation::Keyword;
 using notation::Opens;
 
-// A keyword record as it is written.
+// A keyword record as written.
 struct Written {
     Range record;
     Range blanks;  // between the "$" and the word
     Range word;
     Range gap;  // the blanks after the word
     bool has_colon = false;
-    bool has_text = false;  // after the gap, and a colon there
+    bool has_text = false;  // after the gap, and a colon in it
 };
 
 Written read_keyword(const ErrorCase& at) {
@@ -48,13 +48,13 @@ Written read_keyword(const ErrorCase& at) {
     return written;
 }
 
-// The keyword with its "$" and a colon, where it needs one.
+// The keyword with its "$" and, if needed, a colon.
 std::string whole_keyword(const Keyword& keyword) {
     const std::string word = notation::keyword_mark + std::string(keyword.word);
     return keyword.opens == Opens::end ? word : word + ":";
 }
 
-// The model has to end before the record.
+// The model must end before the record.
 void say_open_model(const ErrorCase& at, Said& said) {
     said.variant = "open";
     said.values["model"] = at.model.name;
@@ -64,7 +64,7 @@ void say_open_model(const ErrorCase& at, Said& said) {
     said.fix = ending_before(at.source, at.error.record);
 }
 
-// The keyword of a block is joined to its name: "$PRODY". False where it is not.
+// The keyword of a block is joined to its name: "$PRODY". False if it is not.
 bool say_joined(const ErrorCase& at, const Written& written, Said& said) {
     const std::string word = as_read(at, written.word);
     const auto size = static_cast<Offset>(joined_keyword(word));
@@ -98,8 +98,8 @@ void say_unknown(const ErrorCase& at, const Written& written, Said& said) {
                    {replacing(replaced, cased_like(text_in(at, replaced), said.meant))}};
 }
 
-// The colon takes the place of a blank before what follows. Names and reports belong in lines of
-// their own.
+// The colon replaces a blank before the following text. Names and reports belong on lines of their
+// own.
 Fix with_colon(const Written& written, const Keyword& keyword) {
     if (!written.has_text) return Fix{Confidence::certain, {inserting(written.word.end, ":")}};
     const bool needs_line = keyword.opens == Opens::declaration || keyword.opens == Opens::report;

@@ -30,7 +30,7 @@ Range keyword_place(const Tree& tree, Index record) {
     return range_of(tree, tree.records[record].token);
 }
 
-// What is ignored after the keyword of a record.
+// The ignored text after the keyword of a record.
 Range ignored_text(const Tree& tree, Index record) {
     Range text;
     for (Index token = tree.records[record].token; token < tree.records[record + 1].token;
@@ -42,8 +42,8 @@ Range ignored_text(const Tree& tree, Index record) {
     return text;
 }
 
-// Is a constraint refused because of a name that is declared between two records? The error says
-// what is wrong with their keyword.
+// Is a constraint refused because of a name declared between two records? Its error says what is
+// wrong with their keyword.
 bool has_refused_constraint(const Model& model, Index begin, Index end) {
     return std::any_of(model.errors.begin(), model.errors.end(), [&](const Error& error) {
         if (error.fault != Fault::chksym_unknown) return false;
@@ -52,13 +52,13 @@ bool has_refused_constraint(const Model& model, Index begin, Index end) {
     });
 }
 
-// A name that the model uses as one of the kind, and does not declare.
+// Is it a name that the model uses as one of the kind, but does not declare?
 bool is_missing(const Model& model, std::string_view name, Kind kind) {
     const Symbol* const symbol = find_symbol(model, name);
     return symbol != nullptr && symbol->kind == kind && !symbol->is_declared;
 }
 
-// Is the ignored text certainly meant as what the block has? Words after the keyword of a
+// Is the ignored text certainly meant as contents of the block? Words after the keyword of a
 // declaration may be a comment.
 bool is_meant(const Subject& subject, const BlockNode& block, std::string_view text) {
     if (block.keyword->opens == Opens::report) return text.find(':') != std::string_view::npos;
@@ -74,7 +74,7 @@ bool is_meant(const Subject& subject, const BlockNode& block, std::string_view t
 
 }  // namespace
 
-// Of auxiliary variables, only the whole keyword opens a block that makes its names such.
+// Only the whole keyword opens a block that makes its names auxiliary variables.
 void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     for_each_keyword(subject, [&](const BlockNode& block) {
         if (!block.keyword->only_whole || block.gives_type) return;
@@ -87,7 +87,7 @@ void check_keyword_auxiliary(const Subject& subject, Findings& findings) {
     });
 }
 
-// Options are passed on to the solver as they are.
+// Options are passed on to the solver unchanged.
 void check_option_empty(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
     for_each_keyword(subject, [&](const BlockNode& block) {

@@ -21,13 +21,13 @@ std::string_view line_of(const Subject& subject, Index record) {
     return text_in(subject, line_range(subject.source.tree, record));
 }
 
-// A part of a line, by its positions from 0.
+// A part of a line, by positions from 0.
 Range part_of(const Subject& subject, Index record, std::size_t begin, std::size_t end) {
     const Offset start = line_range(subject.source.tree, record).begin;
     return {start + static_cast<Offset>(begin), start + static_cast<Offset>(end)};
 }
 
-// Calls work(record) for each record of the model that is read, but for the first one.
+// Calls work(record) for each record of the model that is read, except the first.
 template <typename Work>
 void for_each_record(const Subject& subject, const Work& work) {
     const Tree& tree = subject.source.tree;
@@ -43,7 +43,7 @@ std::string_view first_word(std::string_view text) {
     return text.substr(0, text.find_first_of(" \t:"));
 }
 
-// An error of a line without labels says itself what is wrong with it.
+// A line without labels has an error that says what is wrong with it.
 bool has_error(const Tree& tree, Index record) {
     const RecordNode& node = tree.records[record];
     if (node.fault != Fault::none) return true;
@@ -63,13 +63,13 @@ void check_hidden_model(const Subject& subject, Index record, Findings& findings
         warn(subject, findings, part_of(subject, record, at, at + keyword.size() - 1),
              {{"mark", std::string(keyword.substr(0, keyword.size() - 1))}},
              is_marked ? "byte order mark" : "");
-    // Blanks may have been put there so that the model is passed over.
+    // Blanks may have been put there on purpose, so that the model is ignored.
     const bool is_certain = is_marked && at == byte_order_mark.size();
     set_fix(finding, is_certain ? Confidence::certain : Confidence::maybe,
             {removing(part_of(subject, record, 0, at))});
 }
 
-// Moves the mark at `at` to column 1. What follows a "+" stays in its column.
+// Moves the mark at `at` to column 1. The text after a "+" stays in its column.
 void fix_indent(const Subject& subject, Index record, std::size_t at, Finding& finding) {
     const std::string_view line = line_of(subject, record);
     if (line[at] == notation::keyword_mark) {
@@ -90,7 +90,7 @@ bool begins_line(std::string_view label) {
     return row != nullptr && row->begins != notation::nothing;
 }
 
-// Breaks a long line before the last field that begins in what is read of it.
+// Breaks a long line before the last field that begins in the part that is read.
 void fix_length(const Subject& subject, Index record, Finding& finding) {
     const Tree& tree = subject.source.tree;
     const RecordNode& node = tree.records[record];
@@ -107,7 +107,7 @@ void fix_length(const Subject& subject, Index record, Finding& finding) {
 
 }  // namespace
 
-// A model that the translator passes over because its line is not in column 1. An editor's byte
+// A model that the translator ignores because its line does not begin in column 1. An editor's byte
 // order mark hides the first one.
 void check_line_indent_outside(const Subject& subject, Findings& findings) {
     const Tree& tree = subject.source.tree;
@@ -131,7 +131,7 @@ void check_line_indent(const Subject& subject, Findings& findings) {
     });
 }
 
-// A "+" directly before a label becomes a part of it.
+// A "+" directly before a label becomes part of it.
 void check_line_plus(const Subject& subject, Findings& findings) {
     for_each_record(subject, [&](Index record) {
         const std::string_view line = line_of(subject, record);
@@ -150,7 +150,7 @@ void check_line_plus(const Subject& subject, Findings& findings) {
     });
 }
 
-// Something is after the last column that is read, and it is not in a comment.
+// There is text after the last column read, and it is not in a comment.
 void check_line_long(const Subject& subject, Findings& findings) {
     constexpr std::size_t columns = notation::record_columns;
     for_each_record(subject, [&](Index record) {

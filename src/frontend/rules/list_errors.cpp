@@ -1,5 +1,5 @@
-// What is wrong with parentheses, and with the lists in them: arguments, further indices,
-// conditions, expressions.
+// What is wrong with parentheses, and with the lists in them: arguments, extra indices, conditions,
+// expressions.
 #include "frontend/rules/edits.h"
 #include "frontend/rules/error_place.h"
 #include "frontend/rules/error_texts.h"
@@ -23,7 +23,7 @@ struct Lone {
     bool is_open;
 };
 
-// Of several that are not closed the last.
+// If several are not closed, the last one.
 std::optional<Lone> lone_parenthesis(const ErrorCase& at, Range range) {
     std::vector<Offset> open;
     for (Offset offset = range.begin; offset < range.end; ++offset) {
@@ -37,7 +37,7 @@ std::optional<Lone> lone_parenthesis(const ErrorCase& at, Range range) {
     return Lone{open.back(), true};
 }
 
-// What a parenthesis follows: a name, a label with its colon, or one character.
+// The text before a parenthesis: a name, a label with its colon, or one character.
 std::string text_before(const ErrorCase& at, Offset offset) {
     const Offset start = record_range(at.source.tree, at.error.record).begin;
     std::string text(without_blanks_at_end(as_read(at, {start, std::max(start, offset)})));
@@ -48,7 +48,7 @@ std::string text_before(const ErrorCase& at, Offset offset) {
     return text.substr(std::min(begin, text.size() - 1));
 }
 
-// Where the list of a parenthesis ends: before the first blanks without a comma on either side.
+// Where the list after a parenthesis ends: before the first blanks without a comma on either side.
 Offset end_of_list(const ErrorCase& at, Range range) {
     const std::string text = as_read(at, range);
     for (std::size_t blank = text.find(' '); blank != std::string::npos;
@@ -71,7 +71,7 @@ void say_open(const ErrorCase& at, Offset parenthesis, Range range, Said& said) 
     said.fix = Fix{Confidence::maybe, {inserting(end_of_list(at, {parenthesis, range.end}), ")")}};
 }
 
-// The parenthesis without partner in a range; false where there is none.
+// The parenthesis without a partner in a range; false if there is none.
 bool say_lone(const ErrorCase& at, Range range, Said& said) {
     const std::optional<Lone> lone = lone_parenthesis(at, range);
     if (!lone) return false;
@@ -86,7 +86,7 @@ bool say_lone(const ErrorCase& at, Range range, Said& said) {
     return true;
 }
 
-// The further indices of the error's field, from the byte on: up to its condition.
+// The extra indices of the error's field from that byte on, up to its condition.
 Range indices_from(const ErrorCase& at, Offset begin) {
     const FieldParts parts = parts_at(at);
     const std::size_t mark = text_in(at, {begin, parts.all.end}).find('$');
@@ -94,8 +94,7 @@ Range indices_from(const ErrorCase& at, Offset begin) {
     return {begin, begin + static_cast<Offset>(mark)};
 }
 
-// A comma after a list that is closed. The list, and the name or "#" before it, begins with
-// `start`.
+// A comma after a closed list. The list, with the name or "#" before it, begins at `start`.
 void say_tail(const ErrorCase& at, Range list, Offset start, Said& said) {
     const std::size_t close = text_in(at, list).rfind(')');
     if (close == std::string_view::npos) return;
@@ -108,7 +107,7 @@ void say_tail(const ErrorCase& at, Range list, Offset start, Said& said) {
                    {{std::size_t{after} - 1, after, ""}, {said.place.end, said.place.end, ")"}}};
 }
 
-// In a declaration the comma was to separate names.
+// In a declaration the comma was meant to separate names.
 void say_comma(const ErrorCase& at, Said& said) {
     const bool is_last = said.place.end - said.place.begin == 1;
     if (at.source.bytes[said.place.begin] != ',') return;
@@ -117,7 +116,7 @@ void say_comma(const ErrorCase& at, Said& said) {
                    {replacing({said.place.begin, said.place.begin + 1}, is_last ? "" : " ")}};
 }
 
-// Is each part of the text, between commas, a set that the model uses elsewhere, too?
+// Is each part of the text, between commas, a set that the model also uses elsewhere?
 bool are_known_sets(const ErrorCase& at, std::string_view text) {
     for (;;) {
         const std::size_t comma = std::min(text.find(','), text.size());

@@ -1,4 +1,4 @@
-// What is wrong with the sets over which a row loops.
+// What is wrong with the sets that a row loops over.
 #include "frontend/base/spelling.h"
 #include "frontend/findings/wording.h"
 #include "frontend/rules/edits.h"
@@ -23,7 +23,7 @@ namespace {
 using notation::ArgumentKind;
 using notation::Opens;
 
-// Adds the sets of a field over which its statements loop.
+// Adds the sets that the statements of a field loop over.
 void add_sets(const ErrorCase& at, const Field& field, std::vector<std::string>& sets) {
     for (const auto list :
          {arguments_of(at.model, field.reference), extras_of(at.model, field.reference)}) {
@@ -40,7 +40,7 @@ bool is_function_block(const Block& block) {
     return is_opened_by(block, Opens::production) || is_opened_by(block, Opens::demand);
 }
 
-// The sets over which the row of the error loops by then.
+// The sets that the row of the error loops over by then.
 std::vector<std::string> looped_sets(const ErrorCase& at) {
     std::vector<std::string> sets;
     const Block* const block = block_of(at);
@@ -82,20 +82,20 @@ bool is_number(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), is_digit);
 }
 
-// Does the model have the argument as an element in double quotes?
+// Does the model contain the argument as an element in double quotes?
 bool is_known_element(const ErrorCase& at) {
     const Index element = at.model.names.find('"' + at.error.text + '"');
     return element != no_index;
 }
 
-// Places of one cause are corrected one after another.
+// All places with this cause are corrected together.
 void put_in(const ErrorCase& at, Confidence confidence, std::string text, Said& said) {
     text = cased_like(text_in(at, at.error.place), text);
     said.fix = Fix{confidence, {replacing(at.error.place, text)}};
     for (const Range also : at.error.also) said.fix->edits.push_back({also.begin, also.end, text});
 }
 
-// Puts an element into double quotes that has other ones, or none.
+// Puts an element that has other quotes, or none, into double quotes.
 void say_unquoted(const ErrorCase& at, Said& said) {
     const std::string& argument = at.error.text;
     const bool is_quoted =
@@ -133,7 +133,7 @@ void say_bare_expression(const ErrorCase& at, Said& said) {
             Fix{Confidence::maybe, {{value.begin, value.begin, "("}, {value.end, value.end, ")"}}};
 }
 
-// What the argument is, where it cannot be a set; else host's.
+// The kind of the argument if it cannot be a set; otherwise host.
 Kind other_kind(const ErrorCase& at) {
     const Symbol& symbol = at.model.symbols[at.error.symbol];
     return symbol.kind == Kind::set ? Kind::host : symbol.kind;

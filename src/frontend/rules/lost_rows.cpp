@@ -72,7 +72,7 @@ class Reader {
         }
     }
 
-    // In column 1 it would be no declaration.
+    // In column 1 it would not be a declaration.
     static const notation::Keyword* indented_keyword(const std::string& line) {
         const std::size_t colon = line.find(':');
         if (!line.starts_with(notation::keyword_mark) || colon == std::string::npos) return nullptr;
@@ -84,7 +84,7 @@ class Reader {
         return keyword.opens == Opens::demand ? notation::demand_entry : notation::nothing;
     }
 
-    // What a row begins according to its label, which is the first thing in its line.
+    // What a row begins according to its label, which comes first in its line.
     static unsigned begins_of(const std::string& line) {
         const std::size_t end = line.find_first_of(" :");
         if (end == std::string::npos || line[end] != ':') return notation::nothing;
@@ -92,7 +92,7 @@ class Reader {
         return label == nullptr ? notation::nothing : label->begins & any_entry;
     }
 
-    // After a row, a line with a label is one, too.
+    // After a row, a line with a label is also a row.
     static bool goes_on(const std::string& line) {
         const std::size_t end = line.find_first_of(" :");
         return line.starts_with(notation::continuation_mark) ||

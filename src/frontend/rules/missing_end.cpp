@@ -32,13 +32,13 @@ std::vector<Index> refused_records(const Model& model) {
     return records;
 }
 
-// Can host text have the record, as far as its kind tells?
+// Can the record be host text, judging by its kind?
 bool may_be_host_text(const RecordNode& record) {
     return record.kind == RecordKind::blank || record.kind == RecordKind::comment ||
            record.kind == RecordKind::unknown;
 }
 
-// Is the record a row that lacks its colons, or a keyword that is nearly right? A row begins with a
+// Is the record a row without its colons, or a keyword that is nearly right? A row begins with a
 // blank or a label.
 bool looks_like_model(const Source& source, Index record) {
     const std::string line = capitals(text_of(source.bytes, line_range(source.tree, record)));

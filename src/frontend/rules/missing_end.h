@@ -1,4 +1,4 @@
-// Models whose $OFFTEXT is missing, so that they run into the host's text.
+// Models without their $OFFTEXT, which therefore run into the host's text.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -7,8 +7,8 @@
 
 namespace orvex::frontend {
 
-// The first record of the host's text that a model without an end runs into: from it on no record
-// can be one of a model. no_index where there is none.
+// The first record of the host's text that a model without an end runs into: no record from there
+// on can belong to a model. no_index if there is none.
 Index first_host_text(const Source& source, const Model& model);
 
 // Ends the model before a record.

@@ -18,7 +18,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// The name as it is written, which may be longer than the translator takes it.
+// The name as written, which may be longer than the one that the translator uses.
 Range whole_name(const Subject& subject, const ModelNode& node) {
     const Tree& tree = subject.source.tree;
     Index token = tree.records[node.record].token;
@@ -32,7 +32,7 @@ void warn_of_name(const Subject& subject, Findings& findings, Range place, const
          {{"name", name}, {"limit", std::to_string(notation::model_name_columns)}}, variant);
 }
 
-// Is the line that ends the model there, but not in column 1?
+// Is there a line that would end the model, but not in column 1?
 bool has_indented_end(const Subject& subject, const ModelNode& node) {
     const Tree& tree = subject.source.tree;
     for (Index record = node.record + 1; record < node.end; ++record) {
@@ -56,7 +56,7 @@ void check_model_none(const Subject& subject, Findings& findings) {
         warning(std::string(subject.code), {}, whole_file(subject.source.path), variant));
 }
 
-// The name goes into file names and statements.
+// The name is used in file names and statements.
 void check_model_name(const Subject& subject, Findings& findings) {
     const std::string& name = subject.model->name;
     const ModelNode& node = subject.source.tree.models[subject.model->node];

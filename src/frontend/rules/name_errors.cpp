@@ -1,4 +1,4 @@
-// What is wrong with a name: what it is, how many sets it has, whether it is declared.
+// What is wrong with a name: its kind, its number of sets, or a missing declaration.
 #include "frontend/findings/place.h"
 #include "frontend/findings/wording.h"
 #include "frontend/rules/descriptions.h"
@@ -26,7 +26,7 @@ using notation::Opens;
 
 const Symbol& symbol_of(const ErrorCase& at) { return at.model.symbols[at.error.symbol]; }
 
-// Where the symbol was declared, or first used as far as the translator sees.
+// Where the symbol was declared, or first used as far as the translator can see.
 Range first_place(const Model& model, const Symbol& symbol) {
     Range place = symbol.declaration;
     for (Index use = symbol.first_use; place.empty() && use != no_index; use = model.uses[use].next)
@@ -45,7 +45,7 @@ void add_first_use(const ErrorCase& at, const std::string& how, Said& said) {
         {Severity::note, name + std::string(what) + how, span_of(at.source, place)});
 }
 
-// The name that is meant, and what puts it into the place of the wrong one.
+// Adds the name that is meant, and the edit that replaces the wrong one.
 void add_meant(const ErrorCase& at, const std::string& name, Said& said) {
     if (name.empty()) return;
     said.meant = name;
@@ -54,13 +54,13 @@ void add_meant(const ErrorCase& at, const std::string& name, Said& said) {
                        {replacing(at.error.place, cased_like(text_in(at, at.error.place), name))}};
 }
 
-// A name of the kind that is wanted, with as many sets, that is near to the wrong one.
+// A similar name of the expected kind with as many sets.
 std::string near_symbol(const ErrorCase& at) {
     if (!at.is_compared) return {};
     return nearest_name(at.error.text, at.error.dimension, names_of(at.model, at.error.expected));
 }
 
-// The same of names that have no other use.
+// The same, but only among names that are not used otherwise.
 std::string near_unused_symbol(const ErrorCase& at) {
     if (!at.is_compared) return {};
     std::vector<Candidate> names = names_of(at.model, at.error.expected);
@@ -70,9 +70,9 @@ std::string near_unused_symbol(const ErrorCase& at) {
 
 // Kinds.
 
-// The other keyword or label that names what the name is, in the place of this one: $DEMAND: for a
-// consumer after $PROD:, "N:" for an auxiliary variable after "A:" or "T:", "W:" for a consumer
-// that is reported. Empty where there is none.
+// The other keyword or label that fits the kind of the name: $DEMAND: for a consumer after $PROD:,
+// "N:" for an auxiliary variable after "A:" or "T:", "W:" for a consumer in a report. Empty if
+// there is none.
 std::string fitting_label(const ErrorCase& at, const std::string& label) {
     const Kind known = symbol_of(at).kind;
     if (label == "$PROD:" && known == Kind::consumer) return "$DEMAND:";
@@ -84,7 +84,7 @@ std::string fitting_label(const ErrorCase& at, const std::string& label) {
     return is_report && known == Kind::consumer && label != "V:" ? "W:" : "";
 }
 
-// The variables whose production or demand block the model has.
+// The variables with a production or demand block in the model.
 std::set<Index> owners_of_blocks(const Model& model) {
     std::set<Index> owners;
     for (const Block& block : model.blocks) {
@@ -97,8 +97,8 @@ std::set<Index> owners_of_blocks(const Model& model) {
     return owners;
 }
 
-// The only name that the model declares of the kind that is wanted, with as many sets, those left
-// out. Empty where there is not one.
+// The only name of the expected kind with as many sets that the model declares, not counting those
+// skipped. Empty if there is not exactly one.
 std::string only_name(const ErrorCase& at, const std::set<Index>& skipped) {
     std::string only;
     for (const Index index : at.model.declared) {
@@ -112,7 +112,7 @@ std::string only_name(const ErrorCase& at, const std::set<Index>& skipped) {
     return only;
 }
 
-// Puts another label into the place of the one before the name.
+// Replaces the label before the name by another one.
 void put_label(const ErrorCase& at, const std::string& label, const std::string& other,
                Said& said) {
     said.meant = other + at.error.text;
@@ -126,15 +126,15 @@ void put_label(const ErrorCase& at, const std::string& label, const std::string&
                               cased_like(text_in(at, at.error.place), other))}};
 }
 
-// The model declares nothing of the kind that is wanted.
+// The model declares nothing of the expected kind.
 void say_undeclared_kind(const ErrorCase& at, Said& said) {
     said.help = "keyword";
     said.values["kind"] = kind_name(at.error.expected);
     said.values["keyword"] = declaring_keyword(at.error.expected);
 }
 
-// A name after a label that names something else. One that has its own block is not meant to have
-// another.
+// A name after a label that names something else. A name with a block of its own is not meant to
+// have another one.
 void say_label(const ErrorCase& at, const std::string& label, Said& said) {
     said.variant = "label";
     if (!at.is_compared) return;
@@ -157,7 +157,7 @@ bool begins_rows_of(const notation::Label& label, const Block& block) {
     return (label.begins & wanted) != 0;
 }
 
-// A name in the place of a value: an entry was meant, or a field of one.
+// A name instead of a value: an entry was meant, or a field of one.
 void say_value(const ErrorCase& at, const std::string& label, Said& said) {
     said.variant = "value";
     if (const std::string other = fitting_label(at, label); !other.empty())
@@ -197,7 +197,7 @@ std::string sets_in_words(int count) {
     return number_word(count) + (count == 1 ? " set" : " sets");
 }
 
-// The sets that the name has elsewhere; empty where they are not known.
+// The sets that the name has elsewhere; empty if they are unknown.
 std::vector<std::string> known_sets(const ErrorCase& at) {
     const Symbol& symbol = symbol_of(at);
     const bool are_known = symbol.arguments.size() == static_cast<std::size_t>(symbol.dimension);
@@ -210,7 +210,7 @@ std::string listed(const std::vector<std::string>& arguments) {
     return list.empty() ? list : "(" + list + ")";
 }
 
-// The list of arguments of the name at the error; empty where it has none.
+// The argument list of the name at the error; empty if it has none.
 Range list_after_name(const ErrorCase& at) {
     const Tree& tree = at.source.tree;
     Index token = token_at(tree, at.error.place.begin) + 1;
@@ -232,7 +232,7 @@ std::vector<std::string> arguments_in(const ErrorCase& at, Range list) {
     return arguments;
 }
 
-// Are the elements of one list, in their order, among those of another?
+// Are the elements of one list also in another one, in the same order?
 bool is_part(const std::vector<std::string>& part, const std::vector<std::string>& whole) {
     std::size_t found = 0;
     for (const std::string& element : whole)
@@ -240,7 +240,8 @@ bool is_part(const std::vector<std::string>& part, const std::vector<std::string
     return found == part.size();
 }
 
-// The sets that the name has elsewhere, where the list here is that with sets too many or too few.
+// Shows the sets that the name has elsewhere, if the list here has just too many or too few of
+// them.
 void say_right_sets(const ErrorCase& at, Range list, const std::vector<std::string>& here,
                     const std::vector<std::string>& known, Said& said) {
     if (known.empty()) {
@@ -262,8 +263,8 @@ void say_right_sets(const ErrorCase& at, Range list, const std::vector<std::stri
 
 // Constraints.
 
-// The keyword of the block that declares the error's name, where it makes its names no auxiliary
-// variables: no_index where there is none.
+// The keyword record of the block that declares the error's name, if that does not make its names
+// auxiliary variables; no_index if there is none.
 Index misspelt_declaration(const ErrorCase& at) {
     const Symbol& symbol = symbol_of(at);
     if (!symbol.is_declared || symbol.kind != Kind::auxiliary) return no_index;

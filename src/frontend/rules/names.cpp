@@ -35,8 +35,7 @@ class List {
     std::size_t count_ = 0;
 };
 
-// "line 12", "lines 12, 14": the lines of a name's uses but for `line`; nothing where there is
-// none.
+// "line 12", "lines 12, 14": the lines of a name's uses except `line`; empty if there are none.
 std::string lines_of_uses(const Model& model, const Undeclared& name, int line) {
     List list;
     int last = line;
@@ -54,7 +53,7 @@ int line_of_first(const Model& model, const Undeclared& name) {
     return line_of_record(model.uses[name.first_use].record);
 }
 
-// The names of a kind that are one finding, at the first of them.
+// The names of a kind that share one finding, at the first of them.
 using Group = std::vector<const Undeclared*>;
 
 void add_note(Finding& finding, std::size_t& place, std::string message) {
@@ -72,7 +71,7 @@ std::string others_of(const Model& model, const Group& group) {
     return list.text();
 }
 
-// Writes the near name wherever the other one is used.
+// Replaces all uses of the name by the similar one.
 void fix_spelling(const Subject& subject, const Undeclared& name, Finding& finding) {
     std::vector<Edit> edits;
     for (const Index use : name.uses) {
@@ -118,8 +117,8 @@ std::string_view block_of_kind(Kind kind) {
 
 }  // namespace
 
-// Where the model declares no name of the kind, all of them have one cause. What is not a valid
-// name is found as such.
+// If the model declares no name of the kind, all of them have one cause. An invalid name has its
+// own finding.
 void check_name_undeclared(const Subject& subject, Findings& findings) {
     const Model& model = *subject.model;
     Group names;
@@ -143,7 +142,7 @@ void check_name_undeclared(const Subject& subject, Findings& findings) {
     }
 }
 
-// A fix replaces the name wherever the model has it.
+// A fix replaces the name everywhere in the model.
 void check_name_unknown(const Subject& subject, Findings& findings) {
     const Model& model = *subject.model;
     for (const UnknownName& name : subject.facts->unknown) {

@@ -12,7 +12,7 @@ bool fits(const Candidate& candidate, int dimension) {
     return dimension < 0 || candidate.dimension < 0 || candidate.dimension == dimension;
 }
 
-// Too short to be compared by letters: any of them may be meant.
+// Too short to be compared by letters: any short name may be meant.
 bool is_short(std::string_view name) {
     constexpr std::size_t longest = 2;
     return name.size() <= longest;

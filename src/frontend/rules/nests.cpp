@@ -26,7 +26,7 @@ bool is_of_elements(std::string_view name) {
     return name.find(notation::element_label) != std::string_view::npos;
 }
 
-// A nest of an opening record: VA by "VA", and by "VA(S)", which says what it is a part of.
+// A nest of an opening record: "VA" and "VA(S)" both open VA; the latter also gives its parent.
 struct Opened {
     const Field* field;
     std::string name;
@@ -35,7 +35,7 @@ struct Opened {
     bool is_used = false;
 };
 
-// A label of entries, as that of a nest which the opening record does not have.
+// A label in entries for a nest that the opening record does not define.
 struct Missing {
     std::string name;
     std::vector<Range> places;
@@ -62,7 +62,7 @@ class Nests {
     bool has(const std::string& name) const { return is_root(name) || numbers_.contains(name); }
     bool opens(const std::string& name) const { return numbers_.contains(name); }
 
-    // Is a nest missing that its entries or other nests name?
+    // Do its entries or other nests name a nest that is missing?
     bool lacks_any() const {
         return !missing_.empty() ||
                std::any_of(opened_.begin(), opened_.end(), [this](const Opened& nest) {
@@ -70,14 +70,14 @@ class Nests {
                });
     }
 
-    // Those that nothing is in.
+    // The nests that nothing is in.
     std::span<const Opened* const> unused() const { return unused_; }
 
     // The first one with a label of elements, or null.
     const Opened* of_elements() const { return of_elements_; }
 
-    // The nest that a missing one may be: the one nearest in spelling, else the only one that
-    // nothing is in.
+    // The nest that a missing one may mean: the one with the most similar name, or else the only
+    // one that nothing is in.
     std::string meant(const std::string& name) const {
         constexpr std::size_t most_compared = 100;
         if (opened_.size() > most_compared) return {};
@@ -89,8 +89,8 @@ class Nests {
         return unused_.size() == 1 && unused_.front()->name != name ? unused_.front()->name : "";
     }
 
-    // A label that is made of elements prints as names that plain labels may have, too: is there
-    // one of the other sort that nothing is in?
+    // A label of elements is printed as names that plain labels may also have: is there an unused
+    // nest of the other sort?
     bool may_be_elements(const Missing& nest) const {
         return is_of_elements(nest.name) ? has_unused_plain_ : has_unused_elements_;
     }
@@ -183,7 +183,7 @@ void add_places(const Subject& subject, const Missing& nest, Finding& finding) {
                            {Severity::note, "also used in " + line_list(lines), {}});
 }
 
-// Replaces a name by another one in all places, which are followed by a colon where it is a label.
+// Replaces a name by another one in all places; as a label, it is followed by a colon.
 void suggest(const Subject& subject, Finding& finding, const std::string& meant,
              const std::vector<Range>& places, Offset colon) {
     if (meant.empty()) return;
@@ -243,8 +243,8 @@ void warn_of_unused(const Subject& subject, const Nests& nests, Findings& findin
 
 }  // namespace
 
-// An entry gets into a nest by its label alone; the opening record is to say how the nest is put
-// together, and of which other one it is a part.
+// An entry belongs to a nest only by its label; the opening record must define the nest and its
+// parent.
 void check_nest_undeclared(const Subject& subject, Findings& findings) {
     for_each_block(subject, [&](const Nests& nests) {
         for (const Opened& nest : nests.opened()) warn_of_parent(subject, nests, nest, findings);

@@ -48,7 +48,7 @@ class Reader {
         return false;
     }
 
-    // The condition, and the expression in parentheses.
+    // Takes the condition, and the expression in parentheses.
     void take(const FieldParts& field) {
         if (text_of(source_.bytes, field.root).starts_with('(')) {
             parts_.clear();
@@ -100,7 +100,7 @@ class Reader {
     const Source& source_;
     const Model& model_;
     Operators& found_;
-    std::vector<Part> parts_;  // of the present expression
+    std::vector<Part> parts_;  // of the current expression
 };
 
 // A variable that is not declared, or not used, has another finding.

@@ -1,5 +1,4 @@
-// Operators of the host in a model's expressions: where one is missing, and where one is used as a
-// name.
+// Operators of the host in a model's expressions: missing ones, and those used as names.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -22,10 +21,10 @@ struct OperatorGap {
 
 struct Operators {
     std::vector<OperatorGap> gaps;
-    std::map<std::string, Range> names;  // in capitals; the first place of each
+    std::map<std::string, Range> names;  // in capitals, with the first place of each
 };
 
-// Reads the conditions and expressions of the model's fields, and its equations.
+// Reads the conditions and expressions in the model's fields, and its equations.
 Operators read_operators(const Source& source, const Model& model, const std::vector<Body>& bodies);
 
 }  // namespace orvex::frontend

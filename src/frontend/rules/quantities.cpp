@@ -48,7 +48,7 @@ class Missing {
     Missing(const Subject& subject, Findings& findings)
         : subject_(subject), found_(subject, findings), findings_(findings) {}
 
-    // A block without any quantity may turn one good into another one; with more goods, one finding
+    // A block without any quantities may turn one good into another; with more goods, one finding
     // is enough.
     void check(std::span<const Row> block) {
         const bool has_some = has_quantities(rows(), block);
@@ -80,8 +80,8 @@ class Missing {
 
 }  // namespace
 
-// Only a demand may say nothing of how much. A row with another finding may lack its quantity for
-// the same cause.
+// Only a demand may omit the quantity. A row with another finding may lack its quantity for the
+// same reason.
 void check_quantity_missing(const Subject& subject, Findings& findings) {
     Missing missing(subject, findings);
     for_each_block(subject.facts->rows.rows,

@@ -32,7 +32,7 @@ std::string text_of_field(const Subject& subject, const Field& field) {
     return text;
 }
 
-// Is the row an entry that can be read, and the solver takes for one of its block?
+// Is the row an entry that can be read and that the solver counts as part of its block?
 bool is_whole(const Rows& rows, const Row& row) {
     const bool is_entry = row.entry != nullptr && begins_entry(row.entry->head) &&
                           !row.entry->head.faulty && !row.entry->refused;
@@ -70,7 +70,7 @@ void check_block_repeated(const Subject& subject, Findings& findings) {
     }
 }
 
-// Where the opening line of a block is forgotten, its rows are those of the block before it.
+// If the opening line of a block is missing, its rows belong to the previous block.
 void check_entry_repeated(const Subject& subject, Findings& findings) {
     if (subject.facts->has_forgotten) return;
     const Rows& rows = subject.facts->rows;

@@ -45,7 +45,7 @@ class Reader {
         return parts_of(source_.tree, head.record, head.node).has_condition;
     }
 
-    // The name with its arguments and further indices.
+    // The name with its arguments and extra indices.
     std::string key_of(const Field& head) const {
         std::string key = reference_text(model_, source_.bytes, head.reference);
         for (const Argument& extra : extras_of(model_, head.reference))
@@ -53,7 +53,7 @@ class Reader {
         return key;
     }
 
-    // A block may be meant for the name that lacks one, if that takes as many arguments.
+    // A block may be meant for the one name without a block, if that takes as many arguments.
     void find_meant() {
         std::array<Index, kind_count> without{};
         std::array<int, kind_count> count{};

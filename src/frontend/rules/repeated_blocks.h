@@ -1,4 +1,4 @@
-// Blocks of a sector or a consumer that has one already.
+// Blocks of a sector or a consumer that already has one.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -10,12 +10,12 @@
 namespace orvex::frontend {
 
 struct RepeatedBlock {
-    const Field* first;      // the head of the block that is repeated
-    const Field* second;     // that of the same name and arguments
-    Index meant = no_index;  // the only declared name of the kind that has no block
+    const Field* first;      // the head of the first block
+    const Field* second;     // the head of another one with the same name and arguments
+    Index meant = no_index;  // the only declared name of the kind without a block
 };
 
-// Those without a condition, in their order.
+// Those without a condition, in order.
 std::vector<RepeatedBlock> read_repeated_blocks(const Source& source, const Model& model,
                                                 const Rows& rows);
 

@@ -20,7 +20,7 @@ std::string field_text(const ErrorCase& at, const FieldParts& parts) {
     return as_read(at, parts.label) + ":" + as_read(at, parts.value);
 }
 
-// The field that names the report variable: the first one with the label of one.
+// The field that names the report variable: the first one with the right label.
 FieldParts named_field(const ErrorCase& at) {
     const Tree& tree = at.source.tree;
     const Index record = at.error.record;

@@ -18,8 +18,8 @@ namespace {
 
 using notation::Opens;
 
-// Makes the line of a record a comment: the mark in column 1 takes the place of a blank, or of a
-// mark of another kind.
+// Makes the line of a record a comment: the mark in column 1 replaces a blank, or a mark of another
+// kind.
 Fix as_comment(const ErrorCase& at, Index record, Confidence confidence) {
     const Range line = line_range(at.source.tree, record);
     const bool takes_place =
@@ -56,7 +56,7 @@ void say_misplaced_comment(const ErrorCase& at, const std::string& record, Said&
                    : as_comment(at, at.error.record, Confidence::maybe);
 }
 
-// Puts the colons into a row that has blanks in their places: "O PX Q 1".
+// Puts colons into a row that has blanks instead: "O PX Q 1".
 std::optional<Fix> with_colons(const ErrorCase& at, const std::string& record) {
     Fix fix;
     std::size_t words = 0;
@@ -76,8 +76,8 @@ std::optional<Fix> with_colons(const ErrorCase& at, const std::string& record) {
     return fix;
 }
 
-// The variable that a record before the first block begins with; null where that is not one: its
-// declaration lacks the keyword.
+// The variable at the start of a record before the first block, whose declaration lacks its
+// keyword; null if it is not a variable.
 const Symbol* declared_without_keyword(const ErrorCase& at, const std::string& record) {
     const Symbol* const symbol =
         find_symbol(at.model, record.substr(0, record.find_first_of(" (")));
@@ -95,7 +95,7 @@ void say_before_blocks(const ErrorCase& at, const std::string& record, Said& sai
     said.values["keyword"] = declaring_keyword(symbol->kind);
 }
 
-// The labels that the message names depend on the block.
+// The labels in the message depend on the block.
 std::string row_variant(const ErrorCase& at, const std::string& record) {
     if (record.front() == notation::continuation_mark) return "continued";
     if (is_in_block(at, Opens::demand)) return "demand";

@@ -20,7 +20,7 @@ bool has_no_label(const Tree& tree, Index record) {
     return fault == Fault::getfld_label || fault == Fault::getfld_blank;
 }
 
-// Puts the entries of a model together to rows.
+// Groups the entries of a model into rows.
 class Collector {
   public:
     Collector(const Source& source, const Model& model, Rows& rows)
@@ -61,8 +61,7 @@ class Collector {
         add_fields(entry.head.record, unclear, fields_of(model_, entry));
     }
 
-    // A keyword that is not in column 1 begins an entry. The host takes that for a block all the
-    // same.
+    // A keyword that is not in column 1 begins an entry. The host still takes that for a block.
     static const notation::Keyword* keyword_of(const Field& head) {
         if (head.row == nullptr || !head.row->text.starts_with(notation::keyword_mark))
             return nullptr;
@@ -75,7 +74,7 @@ class Collector {
         row.outside = outside_;
     }
 
-    // With its "+" in column 1, an indented line would have continued the row before it.
+    // With its "+" in column 1, an indented line would have continued the previous row.
     void add_entry(const Entry& entry) {
         const bool indented =
             is_indented(text_of(source_.bytes, line_range(source_.tree, entry.head.record)));
@@ -90,8 +89,8 @@ class Collector {
         row.unclear = indented || lost_plus || is_cut(entry.head.record);
     }
 
-    // Does a row that begins with that field lack the "+" before it? Its label means something only
-    // after an entry's name, or is that of a nest.
+    // Does a row that begins with that field lack its "+"? Its label has a meaning only after an
+    // entry's name, or is that of a nest.
     bool continues(const Field& head) {
         if (head.row != nullptr) return head.row->full && head.row->begins == notation::nothing;
         const bool is_empty = head.text.empty() && !head.faulty;
@@ -109,7 +108,7 @@ class Collector {
         return opened_;
     }
 
-    // Is the record longer than what is read of it? A comment at its end may be.
+    // Is the record longer than the part that is read? A comment at its end may be.
     bool is_cut(Index record) const {
         const Tree& tree = source_.tree;
         Index last = tree.records[record + 1].token;
@@ -129,7 +128,7 @@ class Collector {
         return head.row == nullptr || (head.row->begins & wanted) == 0;
     }
 
-    // Does a block have the name of something else? Then its keyword may be the wrong one.
+    // Is the name of the block something else? Then the keyword may be wrong.
     bool is_refused(const Field& owner) const {
         const Index symbol = owner.reference.symbol;
         return symbol != no_index && owner.row != nullptr && model_.symbols[symbol].entered &&
@@ -146,7 +145,8 @@ class Collector {
         rows_.fields.push_back(&field);
     }
 
-    // A line without labels may have begun another entry: what continues it is not of this row.
+    // A line without labels may have begun another entry, so its continuations do not belong to
+    // this row.
     void add_fields(Index record, bool unclear, std::span<const Field> fields) {
         const Index end = unclear ? end_of_row(record) : no_index;
         for (const Field& field : fields) {
@@ -177,7 +177,7 @@ class Collector {
     const Field* owner_ = nullptr;
     const notation::Keyword* keyword_ = nullptr;
     bool outside_ = false;
-    std::unordered_set<std::string> opened_;  // filled where it is needed
+    std::unordered_set<std::string> opened_;  // filled on demand
 };
 
 }  // namespace

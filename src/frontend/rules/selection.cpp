@@ -18,8 +18,8 @@ bool is_file_name(const std::string& name) {
     return !name.empty() && name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
 }
 
-// Whether a model's name can be that of its outputs; says why not. `lines` are those of the names
-// before it.
+// Can a model's outputs be named after it? If not, adds a finding. `lines` has the lines of earlier
+// names.
 bool accept_name(const Source& source, const ModelText& model, std::map<std::string, int>& lines,
                  std::vector<Finding>& findings) {
     const Span span = record_span(source, model.line);

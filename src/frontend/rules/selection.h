@@ -1,4 +1,4 @@
-// The models of a file that a command is for.
+// The models of a file that a command applies to.
 #pragma once
 
 #include "frontend/findings/finding.h"
@@ -10,12 +10,12 @@
 namespace orvex::frontend {
 
 struct Selection {
-    std::vector<Index> models;  // those that are to be translated, as numbers of the tree
+    std::vector<Index> models;  // to be translated, as numbers in the tree
     std::vector<bool> skipped;  // for each model of the tree
 };
 
-// Chooses the models of that name, whatever its case; all where it is empty. One whose name cannot
-// be that of its outputs, or that another one has, is left out, with a finding.
+// Chooses the models with that name, in any case; all if it is empty. A model is left out, with a
+// finding, if its outputs cannot be named after it, or another one has the same name.
 Selection select_models(const Source& source, const std::string& wanted,
                         std::vector<Finding>& findings);
 

@@ -29,7 +29,7 @@ Range list_of(const Subject& subject, const Field& field) {
 
 enum class Sets { same, other_order, other };
 
-// The set of an argument, without a lead or lag; empty for an element, and for what is no set.
+// The set of an argument, without a lead or lag; empty for an element, and if it is not a set.
 std::string_view set_of(std::string_view argument) {
     const std::string_view set =
         without_blanks_at_end(argument.substr(0, argument.find_first_of("+-")));
@@ -88,8 +88,8 @@ void check_sets(const Subject& subject, Sets wanted, Findings& findings) {
 
 }  // namespace
 
-// Only the first field of a row loops over its further indices, and a label that is the elements of
-// a set.
+// Only the first field of a row loops over its extra indices, and so does a label of the elements
+// of a set.
 void check_index_list(const Subject& subject, Findings& findings) {
     for (const Field& field : subject.model->fields) {
         if (field.reference.extra_count == 0 || field.faulty) continue;

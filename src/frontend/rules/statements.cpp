@@ -20,7 +20,7 @@ std::string_view variant_of(CutStatement::Part part) {
     return "";
 }
 
-// The field by its label, the owner of a block and what is declared by its name.
+// A field is named by its label; the owner of a block and declared names by their name.
 std::string name_of(const Subject& subject, const Field& field) {
     return field.label.empty() ? as_read(subject, field.reference.name)
                                : label_text(subject, field);
@@ -28,7 +28,7 @@ std::string name_of(const Subject& subject, const Field& field) {
 
 }  // namespace
 
-// The host cannot read a statement without its end. An error of the same line may have the same
+// The host cannot read a statement without its end. An error on the same line may have the same
 // cause: a long name.
 void check_statement_cut(const Subject& subject, Findings& findings) {
     if (subject.model->lost) return;

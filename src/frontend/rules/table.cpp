@@ -80,7 +80,7 @@ constexpr Rule table[] = {
     {"quantity-suspicious", Severity::note, Scope::model, check_quantity_suspicious},
     {"quantity-missing", Severity::note, Scope::model, check_quantity_missing},
     {"nest-unused", Severity::note, Scope::model, check_nest_unused},
-    // After all others: they say nothing of a model with another finding.
+    // After all others: they are silent about a model with another finding.
     {"demand-quantity-missing", level, Scope::model, check_accounts},
     {"price-mismatch", level, Scope::model, check_accounts},
     {"account-unbalanced", level, Scope::model, check_accounts},

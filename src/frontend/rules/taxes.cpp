@@ -13,16 +13,16 @@ using notation::Meaning;
 
 bool is_receiver(const Field& field) { return meaning_of(field) == Meaning::tax_receiver; }
 
-// What a row says of taxes. Each takes two labels: who receives it, and how high it is.
+// The taxes of a row. Each takes two labels: one for the receiver, one for the rate.
 struct Taxes {
     const Row& row;
-    std::vector<const Field*> fields;  // of both kinds, in their order
+    std::vector<const Field*> fields;  // of both kinds, in order
     std::size_t receivers = 0;
     std::size_t rates = 0;
-    bool lacks_text = false;  // a label without its name or value is found as such
+    bool lacks_text = false;  // a label without its name or value, which has its own finding
 };
 
-// Calls work(taxes) for each entry that can be read in all its lines.
+// Calls work(taxes) for each entry of which all lines can be read.
 template <typename Work>
 void for_each_row(const Subject& subject, const Work& work) {
     const Rows& rows = subject.facts->rows;
@@ -40,8 +40,8 @@ void for_each_row(const Subject& subject, const Work& work) {
     }
 }
 
-// The first receiver without a rate of its own, which follows it, or comes before it where the row
-// begins with a rate. Precondition: the row has more receivers than rates.
+// The first receiver without a rate of its own. The rate follows the receiver or, if the row begins
+// with a rate, precedes it. Precondition: the row has more receivers than rates.
 const Field& receiver_without_rate(const Taxes& taxes) {
     const auto& fields = taxes.fields;
     const bool rates_follow = is_receiver(*fields.front());
@@ -75,7 +75,7 @@ void check_tax_receiver(const Subject& subject, Findings& findings) {
     });
 }
 
-// One that lacks its rate or its receiver has that finding.
+// A tax without its rate or its receiver has its own finding.
 void check_tax_demand(const Subject& subject, Findings& findings) {
     for_each_row(subject, [&](const Taxes& taxes) {
         const bool is_whole = taxes.receivers > 0 && taxes.receivers <= taxes.rates;

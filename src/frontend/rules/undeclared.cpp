@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t most_comparisons = 1'000'000;
 
-// The use by which the translator comes to know the name.
+// The use by which the translator learns of the name.
 Index first_listed_use(const Model& model, const Symbol& symbol) {
     Index use = symbol.first_use;
     while (use != no_index && model.uses[use].listed == no_index) use = model.uses[use].next;
@@ -31,14 +31,14 @@ bool is_undeclared(const Symbol& symbol) {
     return symbol.entered && is_variable(symbol.kind) && !symbol.is_declared;
 }
 
-// The number of sets that a name is used with; -1 where that is not known for this kind.
+// The number of sets that a name is used with; -1 if unknown for this kind.
 int dimension_of(const Model& model, const Undeclared& name) {
     const Symbol& symbol = model.symbols[name.symbol];
     return symbol.kind == name.kind ? symbol.dimension : -1;
 }
 
-// The third field of a report record names whose block the row is in. The translator does not look
-// that name up.
+// The third field of a report record names the owner of the block that the row is in. The
+// translator does not look that name up.
 class Owners {
   public:
     Owners(std::string_view bytes, const Model& model) : bytes_(bytes), model_(model) {}
@@ -65,14 +65,14 @@ class Owners {
         found_[known->second].uses.push_back(field.reference.use);
     }
 
-    // PROD: names what $PROD: does.
+    // PROD: names the same kind as $PROD:.
     Kind kind_of_owner(const Field& field) const {
         return kind_of_type(notation::type_of_name("$" + capitals(text_of(bytes_, field.label))));
     }
 
     std::string_view bytes_;
     const Model& model_;
-    std::map<std::pair<Index, Kind>, std::size_t> known_;  // place in found_
+    std::map<std::pair<Index, Kind>, std::size_t> known_;  // position in found_
     std::vector<Undeclared> found_;
 };
 

@@ -1,4 +1,4 @@
-// Names that are used and not declared, and the declared names that may be meant.
+// Names that are used but not declared, and the declared names that may be meant.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -14,20 +14,20 @@ namespace orvex::frontend {
 struct Undeclared {
     Index symbol;
     Kind kind;        // what it is used as
-    Index first_use;  // in Model::uses, by which the translator comes to know it
+    Index first_use;  // in Model::uses, by which the translator learns of it
     std::vector<Index> uses;
-    std::string near;  // a declared name of the kind that may be meant; empty where none is nearest
-    std::vector<std::string> others;  // where none is, those that are near
+    std::string near;                 // the most similar declared name of the kind, if one is
+    std::vector<std::string> others;  // if none is, the similar ones
 };
 
-// Finds declared names that are near to others.
+// Finds similar declared names.
 class Suggestions {
   public:
-    // `is_skipped` says for each symbol whether it is never meant.
+    // `is_skipped` says for each symbol whether it can never be meant.
     Suggestions(const Model& model, const std::vector<bool>& is_skipped);
 
-    // The declared name of the kind, with that number of sets (-1: any), that is near to a name, or
-    // nothing.
+    // The declared name of the kind, with that number of sets (-1: any), that is similar to a name,
+    // or empty.
     std::string near(std::string_view name, Kind kind, int dimension);
 
     // All of them.
@@ -40,9 +40,8 @@ class Suggestions {
     std::size_t left_;  // names that may still be compared: a model can have too many
 };
 
-// The names of the model that are not declared, a name for each kind that it is used as, in the
-// order in which they first occur; those of owners in reports at the end. Names in faulty places
-// are among them.
+// The undeclared names of the model, once for each kind that a name is used as, in the order in
+// which they first occur; owners in reports come last. Names in faulty places are included.
 std::vector<Undeclared> read_undeclared(std::string_view bytes, const Model& model,
                                         Suggestions& suggestions);
 

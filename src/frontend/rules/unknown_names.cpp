@@ -14,16 +14,16 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr std::size_t most_comparisons = 1'000'000;  // in a file
-constexpr std::size_t shortest_name = 3;             // of one that is taken for a misspelt variable
+constexpr std::size_t most_comparisons = 1'000'000;  // per file
+constexpr std::size_t shortest_name = 3;             // of a name taken for a misspelt variable
 
-// Functions and constants that the host knows, besides those of syntax/expressions.
+// Functions and constants of the host, besides those in syntax/expressions.
 constexpr std::string_view known_words[] = {
     "CEIL", "COS",  "EPS",    "FLOOR", "IFTHEN", "INF",   "LOG10",   "LOG2", "MOD",
     "NA",   "NO",   "NORMAL", "PI",    "PROD",   "ROUND", "SAMEAS",  "SIGN", "SIN",
     "SMAX", "SMIN", "SQR",    "TAN",   "TRUNC",  "UNDF",  "UNIFORM", "YES"};
 
-// The translator's own names, as ORVEPS.
+// The prefix of the translator's own names, such as ORVEPS.
 constexpr std::string_view own_prefix = "ORV";
 
 bool is_known_word(std::string_view name) {
@@ -37,8 +37,8 @@ bool has_set_errors(const Model& model) {
     });
 }
 
-// Is one name the other with more at its end, as TAU0 and TAUBAR beside TAU? A letter that is
-// doubled is a slip.
+// Does one name only add to the end of the other, like TAU0 and TAUBAR to TAU? A doubled letter is
+// a slip.
 bool extends(std::string_view name, std::string_view variable) {
     if (!name.starts_with(variable)) return false;
     return name.size() != variable.size() + 1 || name.back() != variable.back();
@@ -74,7 +74,7 @@ class Finder {
     const Symbol& at(Index symbol) const { return model_.symbols[symbol]; }
     bool is_added(Index symbol) const { return !found_.empty() && found_.back().symbol == symbol; }
 
-    // Is it a name that the host's text has to declare?
+    // Is it a name that the host's text must declare?
     bool is_of_host(Index symbol) const {
         const Kind kind = at(symbol).kind;
         const bool is_wanted = kind == Kind::parameter || kind == Kind::set || kind == Kind::host;
@@ -87,7 +87,7 @@ class Finder {
         return host_.words.find(name_of(model_, symbol)) != no_index;
     }
 
-    // Are at least half of the names in the host's text?
+    // Are at least about half of the names in the host's text?
     bool has_most() const {
         std::size_t known = 0;
         std::size_t unknown = 0;
@@ -121,7 +121,7 @@ class Finder {
         return static_cast<std::size_t>(part - parts.begin());
     }
 
-    // Is an operator missing before or after the name? It may be anything.
+    // Is an operator missing before or after the name? Then it may be anything.
     bool is_in_gap(Index symbol) const {
         if (at(symbol).kind != Kind::host) return false;
         const Use& use = model_.uses[at(symbol).first_use];
@@ -136,7 +136,7 @@ class Finder {
                name_of(model_, symbol).size() >= shortest_name;
     }
 
-    // May so many names be compared?
+    // May this many names be compared?
     bool spend(std::size_t comparisons) {
         const bool is_allowed = comparisons <= left_;
         if (is_allowed) left_ -= comparisons;
@@ -165,13 +165,13 @@ class Finder {
         if (!near.empty()) add(symbol, std::move(near));
     }
 
-    // With how many arguments the name is used, on its line.
+    // The number of arguments that the name is used with, on its line.
     int arguments_of_use(const Use& use) const {
         const std::vector<Part> parts = parts_of_record(use.record);
         return count_arguments(parts, part_of(parts, use));
     }
 
-    // A word that is in expressions alone may be one of the host's.
+    // A word that occurs only in expressions may belong to the host.
     void add_undeclared(Index symbol) {
         std::string near;
         if (spend(host_.list.size())) near = nearest(name_of(model_, symbol), host_.list);

@@ -20,7 +20,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// A value as it is read, and where it is.
+// A value as it is read, and its place.
 struct Value {
     std::string text;
     Range place;
@@ -51,7 +51,7 @@ bool is_number(std::string_view text) {
     return is_good(text) && next_lexeme(text, 0).kind == TokenKind::number;
 }
 
-// How sure it is that parentheses around it make the value right.
+// How sure it is that parentheses around the value make it valid.
 Confidence confidence_of(const ValueShape& shape) {
     const bool is_right = shape.form == ValueForm::good || shape.form == ValueForm::expression;
     return is_right && !shape.compares ? Confidence::certain : Confidence::maybe;
@@ -62,7 +62,7 @@ std::string_view without_blanks(std::string_view text) {
     return orvex::trimmed(text);
 }
 
-// A text in which each of some characters is another one.
+// Replaces each character in `from` by its counterpart in `to`.
 std::string with(std::string text, std::string_view from, std::string_view to) {
     for (char& c : text) {
         const std::size_t at = from.find(c);
@@ -71,7 +71,8 @@ std::string with(std::string text, std::string_view from, std::string_view to) {
     return text;
 }
 
-// The value with its wrong characters as they may be meant, or nothing where that makes no value.
+// The value with its wrong characters replaced by those probably meant; empty if that is not a
+// value.
 std::string respelt(ValueForm form, std::string_view text) {
     std::string meant;
     bool is_right = false;
@@ -99,7 +100,7 @@ std::optional<Fix> fix_of(const Subject& subject, const Value& value, const Valu
     return Fix{Confidence::maybe, {{begin, end, std::move(meant)}}};
 }
 
-// Does the second word of a value look like a label without its colon: one that has a value, or
+// Does the second word of a value look like a label without its colon: one that takes a value, or
 // that of a nest which the block opens?
 bool is_label(const Subject& subject, const Row& opening, std::string_view word, bool is_last) {
     const notation::Label* const known = notation::find_label(word);
@@ -162,7 +163,7 @@ void check_value(const Subject& subject, const Row& opening, const Field& field,
 
 }  // namespace
 
-// A wrong argument, and what the translator stops at, are found as such.
+// Wrong arguments and translator errors have their own findings.
 void check_value_invalid(const Subject& subject, Findings& findings) {
     const Rows& rows = subject.facts->rows;
     // The first row is an opening record.

@@ -1,4 +1,4 @@
-// The findings of rules, with their places and the words that they quote.
+// Makes the findings of rules, with their places and the words that they quote.
 #pragma once
 
 #include "frontend/findings/pattern.h"
@@ -11,7 +11,7 @@
 namespace orvex::frontend {
 
 // Adds a finding of the subject's rule about a part of a line, with the message of its code, or of
-// a variant of it, and these values in their places.
+// a variant of it. The values fill the placeholders.
 Finding& warn(const Subject& subject, std::vector<Finding>& findings, Range place,
               const Values& values = {}, std::string_view variant = {});
 
