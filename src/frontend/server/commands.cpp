@@ -22,12 +22,12 @@ namespace fs = std::filesystem;
 constexpr const char* translate_name = "orvex.translate";
 constexpr const char* picture_name = "orvex.picture";
 
-// A picture that takes longer is too large to be looked at in an editor.
+// A picture that takes longer to draw is too large to look at in an editor.
 constexpr std::chrono::seconds picture_limit(5);
 
 [[noreturn]] void refuse(const std::string& why) { throw RequestError{request_failed, why}; }
 
-// The folder of a file of the workspace: nothing is written outside of it.
+// The folder of a file of the workspace. Nothing is written outside the workspace.
 fs::path folder_of(const Server& server, const Document& document) {
     fs::path folder = fs::path(document.source.path).parent_path().lexically_normal();
     const bool is_inside =

@@ -6,11 +6,11 @@
 namespace orvex::frontend {
 
 // "orvex.translate" and "orvex.picture", each with the URI of an open text: write the outputs of
-// its models, or a picture of each, next to the file, and answer their paths. Throws RequestError
-// where the file is not in a folder of the workspace, or where that cannot be done.
+// its models, or a picture of each, next to the file, and return their paths. Throws RequestError
+// if the file is not in a folder of the workspace, or the command fails.
 Json execute_command(Server& server, const Json& params);
 
-// The names of the commands, as initialize answers them.
+// The names of the commands, for the answer to initialize.
 Json command_names();
 
 }  // namespace orvex::frontend

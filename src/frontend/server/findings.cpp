@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* fix_all_kind = "source.fixAll.orvex";
 
-// Two texts with one name are the same to a client that has the findings of the first.
+// A client that has the findings of a text with this name need not get them again.
 std::string name_of_text(const std::string& text, bool is_judged) {
     return std::to_string(std::hash<std::string>()(text)) + (is_judged ? "j" : "t");
 }
@@ -27,7 +27,7 @@ Json report(const Document& document, const std::vector<Finding>& findings) {
     return items;
 }
 
-// The whole report of a text, or that the client has it already.
+// The full report of a text, or that the client already has it.
 Json report_of(const Document& document, const std::vector<Finding>& findings,
                const std::string& name, const Json& known) {
     if (known == name) return {{"kind", "unchanged"}, {"resultId", name}};
@@ -47,7 +47,7 @@ Json report_of_open(Server& server, Open& open, const Json& known) {
     return report_of(open.document, open.findings, name, known);
 }
 
-// What the client knows of a text of the folders.
+// The result that the client already has for a text of the folders.
 Json known_name(const Json& params, const std::string& uri) {
     for (const Json& known : params.value("previousResultIds", Json::array()))
         if (known.at("uri") == uri) return known.at("value");
@@ -88,7 +88,7 @@ Json quick_fix(const Server& server, const Document& document, const Finding& fi
             {"edit", edit_of(server, document, finding.fix->edits)}};
 }
 
-// All fixes that are certain and can be made at once.
+// All certain fixes that can be made at the same time.
 Json fix_all(const Server& server, const Document& document, const Choice& choice) {
     const std::string count =
         std::to_string(choice.fixes) + (choice.fixes == 1 ? " fix" : " fixes");
@@ -97,7 +97,7 @@ Json fix_all(const Server& server, const Document& document, const Choice& choic
             {"edit", edit_of(server, document, choice.edits)}};
 }
 
-// Is a kind of actions among those that the client asks for?
+// Is this one of the kinds of actions that the client asks for?
 bool is_wanted(const Json& context, std::string_view kind) {
     const Json only = context.value("only", Json());
     if (!only.is_array()) return true;

@@ -19,7 +19,7 @@ std::set<std::string> files_of(const Server& server) {
         try {
             for (std::string& file : expand_folders({folder})) files.insert(std::move(file));
         } catch (const UsageError&) {
-            // A folder without models.
+            // This folder has no models.
         }
     }
     return files;

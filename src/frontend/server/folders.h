@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// Calls `take` with each *.zlm file of the folders that is not open and can be read, once.
+// Calls `take` once with each *.zlm file of the folders that is not open and can be read.
 void each_closed_text(const Server& server, const std::function<void(const Document&)>& take);
 
 }  // namespace orvex::frontend

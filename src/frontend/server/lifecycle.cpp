@@ -1,4 +1,4 @@
-// Methods that begin and end the session, and those that tell of the texts.
+// Methods that begin and end the session, and those that report changes of the texts.
 #include "frontend/server/lifecycle.h"
 
 #include <algorithm>
@@ -10,12 +10,12 @@ namespace orvex::frontend {
 
 namespace {
 
-// How long nobody must have changed a text before the translator is asked.
+// How long a text must be unchanged before it is given to the translator.
 constexpr std::chrono::milliseconds pause{300};
 
 constexpr int sync_incremental = 2;
 
-// A member of an object within objects, or nothing.
+// A member of nested objects, or nothing.
 Json member(const Json& json, std::initializer_list<const char*> names) {
     Json value = json;
     for (const char* const name : names) {

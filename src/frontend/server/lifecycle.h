@@ -1,4 +1,4 @@
-// Methods that begin and end the session, and those that tell of the texts.
+// Methods that begin and end the session, and those that report changes of the texts.
 #pragma once
 
 #include "frontend/server/server.h"
@@ -14,7 +14,7 @@ Json did_open(Server& server, const Json& params);
 Json did_change(Server& server, const Json& params);
 Json did_close(Server& server, const Json& params);
 
-// The abilities that the server offers to every client, as initialize answers them.
+// The abilities that the server offers to every client, for the answer to initialize.
 Json abilities_provided();
 
 }  // namespace orvex::frontend

@@ -24,8 +24,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A run of the translator on a version of a text, on a thread of its own. It says through a pipe
-// that it is ready.
+// A run of the translator on a version of a text, on its own thread. It signals through a pipe that
+// it is ready.
 class Run {
   public:
     Run(const Server& server, const Document& document, const std::string& program,
@@ -54,7 +54,7 @@ class Run {
     bool is_ready() const { return is_ready_; }
     const std::string& uri() const { return uri_; }
     std::int64_t version() const { return version_; }
-    // Once it is ready. Without a result there is a reason.
+    // Once it is ready. If there is no result, there is a reason.
     std::optional<std::vector<Finding>>& result() { return result_; }
     const std::string& reason() const { return reason_; }
 
@@ -84,12 +84,12 @@ class Run {
     std::thread thread_;
 };
 
-// What the server holds while it works on descriptors.
+// The server's state while it works on descriptors.
 struct Loop {
     Server& server;
     MessageReader reader = {};
     bool input_has_ended = false;
-    int ready[2] = {-1, -1};  // a pipe by which a run says that it is ready
+    int ready[2] = {-1, -1};  // a pipe through which a run signals that it is ready
     std::string program = {};
     std::unique_ptr<TempDir> place = {};
     std::unique_ptr<Run> run = {};
@@ -114,7 +114,7 @@ void read_input(Loop& loop) {
     }
 }
 
-// The text that has waited longest for the translator; null where none waits.
+// The text that has waited longest for the translator; null if none waits.
 Open* next_to_judge(Server& server) {
     Open* next = nullptr;
     for (auto& [uri, open] : server.open) {
@@ -124,7 +124,7 @@ Open* next_to_judge(Server& server) {
     return next;
 }
 
-// Is the run about a version that is no more?
+// Is the run about an outdated version?
 bool is_stale(const Server& server, const Run& run) {
     const auto found = server.open.find(run.uri());
     return found == server.open.end() || found->second.document.version != run.version();
@@ -162,7 +162,7 @@ void start_run(Loop& loop, Open& open) {
     }
 }
 
-// Starts the next run where its time has come. Returns how long to wait for one, or -1.
+// Starts the next run if it is due. Returns how long to wait for it, or -1.
 int judge_next(Loop& loop) {
     if (loop.run != nullptr) {
         if (is_stale(loop.server, *loop.run)) loop.run->stop();
@@ -176,7 +176,7 @@ int judge_next(Loop& loop) {
     return loop.run == nullptr ? 0 : -1;
 }
 
-// Waits for input or for the end of a run, at most so many milliseconds; -1 is without a limit.
+// Waits for input or for the end of a run, at most this many milliseconds; -1 means no limit.
 void wait_and_read(Loop& loop, int time) {
     pollfd ends[] = {{loop.input_has_ended ? -1 : STDIN_FILENO, POLLIN, 0},
                      {loop.ready[0], POLLIN, 0}};

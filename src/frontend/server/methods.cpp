@@ -1,4 +1,4 @@
-// The methods of the protocol that the server knows.
+// The methods of the protocol that the server supports.
 #include "frontend/server/commands.h"
 #include "frontend/server/findings.h"
 #include "frontend/server/lifecycle.h"

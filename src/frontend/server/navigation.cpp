@@ -20,7 +20,7 @@ constexpr int highlight_write = 3;
 constexpr int symbol_module = 2;
 constexpr int symbol_namespace = 3;
 // In the order of Kind: function, variable, class, property, constant, event, enumeration, and
-// constant for a name of the host.
+// constant for a host name.
 constexpr int symbol_kinds[] = {12, 13, 5, 7, 14, 24, 10, 14};
 
 int highlight_kind(const NamedPlace& place) {
@@ -43,7 +43,7 @@ Json symbol_of(const Document& document, const OutlineItem& item, Json children)
     return symbol;
 }
 
-// The models with their blocks, and these with their names.
+// The models with their blocks, which contain their names.
 Json nested_symbols(const Document& document, const std::vector<OutlineItem>& models) {
     Json list = Json::array();
     for (const OutlineItem& model : models) {
@@ -80,7 +80,7 @@ Json flat_symbols(const Document& document, const std::vector<OutlineItem>& mode
     return list;
 }
 
-// Are the letters of a query in a name, in their order? Their case does not matter.
+// Does a name contain the letters of a query in order, in any case?
 bool matches(const std::string& name, const std::string& query) {
     std::size_t found = 0;
     for (const char c : name) {
@@ -89,7 +89,7 @@ bool matches(const std::string& name, const std::string& query) {
     return found == query.size();
 }
 
-// The models and the names that they declare.
+// Adds the matching models and names that they declare.
 void add_matches(const Document& document, const std::string& query, Json& list) {
     for (const OutlineItem& model : outline_of(document)) {
         if (matches(model.name, query)) list.push_back(flat_symbol(document, model, ""));

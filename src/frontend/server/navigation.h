@@ -1,4 +1,4 @@
-// Requests that lead from a place to others.
+// Requests that lead from one place to others.
 #pragma once
 
 #include "frontend/server/server.h"

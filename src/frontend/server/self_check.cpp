@@ -43,7 +43,7 @@ bool is_inside(const Document& document, Position position) {
     return position.character <= position_at(document, end).character;
 }
 
-// A client that asks, and looks at the answers.
+// A client that sends requests and checks the answers.
 class Asker {
   public:
     Asker(const Options& options, const std::string& path, std::string text,
@@ -175,7 +175,7 @@ std::size_t check_answers(const Options& options, const std::string& path, std::
 
 namespace {
 
-// Asks everything about one file, and returns the status of that.
+// Sends every request about one file, and returns its status.
 int check_one(const Options& options, const std::string& path, Stream& out, Stream& err) {
     std::string text;
     if (!read_file(path, text, largest_file)) {

@@ -1,4 +1,4 @@
-// The server's abilities on files, without an editor: everything is asked at every token.
+// Tests the server's abilities on files, without an editor: sends every request at every token.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -11,13 +11,13 @@
 
 namespace orvex::frontend {
 
-// Asks everything about a text. What is wrong with an answer is given to `fail`, a line each: an
-// error, a place outside of the text, a definition that is not among the references. Returns the
+// Sends every request about a text. Each error in an answer is passed to `fail` as a line: an error
+// answer, a place outside the text, or a definition that is not among the references. Returns the
 // number of answers.
 std::size_t check_answers(const Options& options, const std::string& path, std::string text,
                           const std::function<void(const std::string&)>& fail);
 
-// A position within an answer that is outside of the text, as JSON; empty where there is none.
+// A position in an answer that is outside the text, as JSON; empty if there is none.
 std::string place_outside(const Document& document, const Json& answer);
 
 // The command: `orvex lsp --check FILE...`. Returns the exit status.

@@ -16,7 +16,7 @@ Json id_of(const Json& message) { return message.value("id", Json()); }
 
 std::string method_of(const Json& message) { return message.at("method").get<std::string>(); }
 
-// A message that this server can work on, or an answer, or an error that says why it is neither.
+// Throws unless a message is one that this server can work on, or an answer.
 void expect_form(const Json& message) {
     if (!message.is_object() || message.value("jsonrpc", Json()) != "2.0")
         throw RequestError{invalid_request, "a message is not JSON-RPC 2.0"};
@@ -39,7 +39,7 @@ void cancel(Server& server, const Json& params) {
     server.send(error_answer_to(id, {request_cancelled, "the request was cancelled"}));
 }
 
-// Before it is initialized, a server works on nothing else; after its end, on nothing but that.
+// Before initialization a server accepts only that request, and after shutdown only the exit.
 void expect_state(const Server& server, std::string_view method) {
     if (method == "exit") return;
     if (!server.is_initialized && method != "initialize")
@@ -47,7 +47,7 @@ void expect_state(const Server& server, std::string_view method) {
     if (server.is_shut_down) throw RequestError{invalid_request, "the server is shut down"};
 }
 
-// Tells a client that traces the server what it works on.
+// Reports the message being processed to a client that traces the server.
 void trace(Server& server, const std::string& name, const Json& message) {
     if (server.trace == Trace::off) return;
     Json params = {{"message", name}};

@@ -1,5 +1,5 @@
-// The language server: what it knows of its client and of the open texts, and what it does with
-// each message. It does nothing with descriptors: messages come as texts and leave by `send`.
+// The language server: what it knows about its client and the open texts, and how it handles each
+// message. It does not use descriptors: messages arrive as texts and leave through `send`.
 #pragma once
 
 #include "frontend/abilities/document.h"
@@ -23,7 +23,7 @@ namespace orvex::frontend {
 
 using Clock = std::chrono::steady_clock;
 
-// What the client says that it can do.
+// The client's declared capabilities.
 struct Client {
     bool pulls_findings = false;
     bool refreshes_findings = false;
@@ -35,15 +35,15 @@ struct Client {
     bool has_snippets = false;
 };
 
-// An open text with what was found in it.
+// An open text with its findings.
 struct Open {
     Document document;
-    std::vector<Finding> findings;  // of the version that is shown
-    bool is_checked = false;        // the findings of the tree are those of the text
-    bool is_judged = false;         // those of the translator are among them
+    std::vector<Finding> findings;  // of the version shown
+    bool is_checked = false;        // they include those of the tree for the current text
+    bool is_judged = false;         // and those of the translator
     bool is_shown = false;          // the client has them
-    Clock::time_point judge_at;     // when the translator is asked, if it has not been
-    // The coloured tokens that the client has, as the protocol encodes them.
+    Clock::time_point judge_at;     // when the translator is due, if it has not judged the text
+    // The coloured tokens that the client has, as encoded in the protocol.
     std::vector<std::uint32_t> tokens;
     std::string tokens_id;
     std::uint64_t tokens_count = 0;
@@ -59,28 +59,29 @@ struct Server {
     Units units = Units::utf16;
     std::vector<std::string> folders = {};  // paths of the workspace
     std::map<std::string, Open> open = {};  // by URI
-    std::deque<Json> queue = {};            // messages that came and were not worked on yet
-    std::int64_t next_id = 1;               // of a request to the client
+    std::deque<Json> queue = {};            // messages received but not yet processed
+    std::int64_t next_id = 1;               // for a request to the client
     Trace trace = Trace::off;
     bool is_initialized = false;
     bool is_shut_down = false;
-    std::optional<int> exit_status = {};  // once the server is to end
+    std::optional<int> exit_status = {};  // set when the server must end
 };
 
-// Takes a message into the queue; one that is not JSON-RPC is answered at once. A request in the
-// queue that is cancelled is answered and leaves it.
+// Puts a message into the queue; one that is not JSON-RPC is answered at once. A request in the
+// queue that is cancelled is answered and removed.
 void take_message(Server& server, const std::string& text);
 
-// Works on the first message of the queue. Precondition: there is one.
+// Processes the first message of the queue. Precondition: there is one.
 void work_on_message(Server& server);
 
-// The open text of a request's parameters, read. Throws RequestError where it is not open.
+// The open text in a request's parameters, with its models read. Throws RequestError if it is not
+// open.
 Open& open_text(Server& server, const Json& params);
 
-// Checks the texts that have changed, and shows what was found in them.
+// Checks the texts that have changed, and shows their findings.
 void show_changed(Server& server);
 
-// Notes what the translator makes of a version of a text, if it is still that version.
+// Takes the translator's findings about a version of a text, if it is still the current one.
 void take_verdict(Server& server, const std::string& uri, std::int64_t version,
                   std::vector<Finding> findings);
 
@@ -91,7 +92,7 @@ struct Method {
     Json (*work)(Server& server, const Json& params);
 };
 
-// The method of that name, or null.
+// The method with that name, or null.
 const Method* find_method(std::string_view name);
 
 }  // namespace orvex::frontend

@@ -21,7 +21,7 @@ Range whole(const Document& document) {
     return {0, static_cast<Offset>(document.source.bytes.size())};
 }
 
-// Five numbers for each token: lines and characters from the one before, length, type, modifiers.
+// Five numbers per token: line and character relative to the previous one, length, type, modifiers.
 std::vector<std::uint32_t> encoded(const Document& document,
                                    const std::vector<ColouredToken>& tokens) {
     std::vector<std::uint32_t> data;
@@ -42,7 +42,7 @@ std::vector<std::uint32_t> encoded(const Document& document,
     return data;
 }
 
-// Notes the tokens that the client has from now on, and what they are called.
+// Remembers the tokens that the client has from now on, and returns their identifier.
 const std::string& keep_tokens(Open& open, std::vector<std::uint32_t> data) {
     open.tokens = std::move(data);
     open.tokens_id = std::to_string(++open.tokens_count);
@@ -53,7 +53,7 @@ std::vector<std::uint32_t> tokens_of(const Document& document) {
     return encoded(document, coloured_tokens(document, whole(document)));
 }
 
-// The parts around a position, each within the next.
+// The parts around a position, each inside the next one.
 Json selection_of(const Document& document, Offset offset) {
     Json selection;
     const std::vector<Range> parts = parts_around(document, offset);

@@ -14,7 +14,7 @@ Json inlay_hints(Server& server, const Json& params);
 Json code_lenses(Server& server, const Json& params);
 Json document_links(Server& server, const Json& params);
 
-// The legend of the tokens, as initialize answers it.
+// The legend of the tokens, for the answer to initialize.
 Json token_legend();
 
 }  // namespace orvex::frontend

@@ -30,14 +30,14 @@ int severity_of(Severity severity) {
     }
 }
 
-// Findings about text that has no effect.
+// Is this the code of findings about text without any effect?
 bool is_unnecessary(std::string_view code) {
     constexpr std::array codes = {"name-unused", "nest-unused", "keyword-text-ignored",
                                   "text-ignored", "line-too-long"};
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-// The file as a whole is shown as its first line.
+// A finding about the whole file is shown on its first line.
 Range range_of_span(const Document& document, const Span& span) {
     const auto size = static_cast<Offset>(document.source.bytes.size());
     if (span.line == 0) return line_at(document, 0);
@@ -53,7 +53,7 @@ int hex_value(char c) {
 
 }  // namespace
 
-// An answer may have thousands of these. Made of lists of pairs they take several times as long.
+// An answer may have thousands of these. Building them from lists of pairs is several times slower.
 Json json_of(Position position) {
     Json json;
     json["line"] = position.line;

@@ -1,4 +1,4 @@
-// Requests about the word that is being written or looked at.
+// Requests about the word that the user is typing or pointing at.
 #pragma once
 
 #include "frontend/server/server.h"

@@ -1,4 +1,4 @@
-// Messages of the protocol on their way: framed with their length, as JSON-RPC wants them.
+// The transport of messages: framed with their length, as JSON-RPC requires.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@ namespace orvex::frontend {
 
 using Json = nlohmann::json;
 
-// Why a request gets an error for an answer.
+// Why a request is answered with an error.
 struct RequestError {
     int code = 0;
     std::string message;
 };
 
-// The codes of errors that this server answers with.
+// The error codes that this server uses.
 constexpr int parse_error = -32700;
 constexpr int invalid_request = -32600;
 constexpr int method_not_found = -32601;
@@ -28,13 +28,13 @@ constexpr int server_not_initialized = -32002;
 constexpr int request_cancelled = -32800;
 constexpr int request_failed = -32803;
 
-// Puts together messages from bytes as they come.
+// Assembles messages from bytes as they arrive.
 class MessageReader {
   public:
     void feed(std::string_view bytes);
 
-    // The next whole message; nothing where it is not there yet. Throws RequestError for a head
-    // without a usable length; what follows is read from the next head on.
+    // The next whole message; nothing if it is not complete yet. Throws RequestError for a head
+    // without a usable length; then reading continues at the next head.
     std::optional<std::string> next();
 
   private:
@@ -42,7 +42,7 @@ class MessageReader {
     void skip_to_head(std::size_t from);
 
     std::string bytes_;
-    std::size_t start_ = 0;  // of what is not taken yet
+    std::size_t start_ = 0;  // of the bytes not yet taken
 };
 
 // A message with its head.

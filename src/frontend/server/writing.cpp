@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* host_text = "host text";
 
-// What the client asks about before it changes words outside of the models.
+// What the client asks the user before it changes words outside the models.
 Json annotations() {
     return {{host_text,
              {{"label", "Rename in the host's program"},
@@ -32,8 +32,8 @@ void add_edits(const Document& document, const std::vector<Edit>& edits, Json& a
     }
 }
 
-// The edits of lines, from 1, both inclusive, that `lay_out` makes of each model that has some of
-// them.
+// The edits of `lay_out` for each model that contains any of these lines, counted from 1, both
+// inclusive.
 template <typename LayOut>
 Json layout_of_models(const Document& document, int first, int last, const LayOut& lay_out) {
     Json answer = Json::array();
@@ -92,7 +92,7 @@ Json range_formatting(Server& server, const Json& params) {
     });
 }
 
-// The position is in the new line.
+// The position is on the new line.
 Json line_formatting(Server& server, const Json& params) {
     const Document& document = open_text(server, params).document;
     const int line = line_of(document.source.tree, offset_in(document, params)) - 1;
