@@ -1,4 +1,4 @@
-// What balance shows of a model, whether it was printed by a host or by this program.
+// The output of balance for a model, whether a host printed it or this program did.
 #pragma once
 
 #include "frontend/accounts/account_findings.h"
@@ -15,10 +15,10 @@ namespace orvex::frontend {
 
 BalanceSettings settings_of(const Options& options, Levels levels);
 
-// What is there before the first model: the head of a CSV file.
+// The text before the first model: the head of a CSV file.
 std::string balance_head(const Options& options);
 
-// A model as --format asks for it. `number` is that of the model, from 0, over all files.
+// A model in the requested --format. `number` is that of the model, from 0, over all files.
 std::string shown_accounts(const Options& options, std::string_view path, std::size_t number,
                            const ModelAccounts& model);
 

@@ -23,7 +23,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// What was found in the models of a file.
+// The findings in the models of a file.
 struct Findings {
     std::vector<Expectation> expectations;
     std::vector<std::vector<Finding>> errors;  // of each model
@@ -44,8 +44,8 @@ Findings check_built_models(const Source& source, const std::vector<Model>& mode
     return found;
 }
 
-// Builds the models of the selection, one after another, and looks for what is wrong with each. One
-// without an error passes on whether its last fields belong to a block's opening record.
+// Builds the selected models in order, and checks each. A model without an error passes on whether
+// its last fields belong to a block's opening record.
 Findings check_models(const Source& source, const Selection& selection, bool keeps_models,
                       std::vector<Model>& models) {
     Findings found;
@@ -61,8 +61,8 @@ Findings check_models(const Source& source, const Selection& selection, bool kee
     return found;
 }
 
-// The file's name without its folder and its extension, with that of the file that the host's
-// program writes.
+// The file's name without its folder, and with the extension of the file that the host's program
+// writes.
 std::string usual_put_file(const std::string& path) {
     std::string name = path.substr(path.rfind('/') + 1);
     if (path == "<stdin>") name = "stdin";
@@ -71,7 +71,7 @@ std::string usual_put_file(const std::string& path) {
     return name + ".scr";
 }
 
-// What keeps a path from being a line of the control file; empty where it can be one.
+// Why a path cannot be a line of the control file; empty if it can.
 std::string fault_of_line(const std::string& path) {
     if (path.find_first_of("\n\r") != std::string::npos) return "it contains a line end";
     if (path.size() > longest_setting)
@@ -79,8 +79,8 @@ std::string fault_of_line(const std::string& path) {
     return {};
 }
 
-// Whether the name of the file can be made that of the put file, where the options give none; a
-// finding says why not.
+// Can the name of the put file be made from that of the file, if the options give none? If not,
+// adds a finding.
 bool has_put_file(const Source& source, const Options& options, Checked& checked) {
     if (!options.put_file.empty()) return true;
     const std::string reason = fault_of_line(usual_put_file(source.path));
@@ -105,8 +105,8 @@ bool has_finding(const Checked& checked, const std::string& message) {
                        [&](const Finding& finding) { return finding.message == message; });
 }
 
-// What the system kept the translator from. It reads and writes nothing but files in the temporary
-// folder.
+// What the system prevented the translator from doing. It reads and writes only files in the
+// temporary folder.
 Finding system_failure(const Source& source, const TempDir& place, const Recognised& known) {
     const std::string& code = known.entry->code;
     const Span span = whole_file(source.path);
@@ -132,7 +132,7 @@ void add_system_messages(const Source& source, const TempDir& place, const Verdi
         failure("result-unknown", {{"reason", verdict.cause}}, whole_file(source.path)));
 }
 
-// A stop that the tree does not know.
+// Adds findings about stops that the tree does not explain.
 void add_stops(const Source& source, const Verdict& verdict, Checked& checked) {
     for (const UnknownStop& stop : verdict.stops) {
         checked.findings.push_back(failure("translator-disagrees",
@@ -141,7 +141,7 @@ void add_stops(const Source& source, const Verdict& verdict, Checked& checked) {
     }
 }
 
-// Errors that the translator does not have are no errors.
+// If the translator accepts a model, its errors become warnings.
 void soften(std::vector<Finding>& errors) {
     for (Finding& error : errors) {
         error =
@@ -164,8 +164,8 @@ void add_model_errors(const Verdict& verdict, Findings& found, Checked& checked)
     }
 }
 
-// Are the rules judged where a comment applies? They keep silent about models that have errors or
-// are not looked at.
+// Were the rules checked where a comment applies? They are silent about models that have errors or
+// are not selected.
 class Judged {
   public:
     Judged(const Source& source, const Selection& selection, const Findings& found)
@@ -187,11 +187,11 @@ class Judged {
 
   private:
     const Tree& tree_;
-    std::vector<bool> is_judged_;  // of each model
+    std::vector<bool> is_judged_;  // for each model
     bool is_whole_ = false;
 };
 
-// Removes what comments allow, and finds the comments that allow nothing.
+// Removes the findings that comments allow, and finds the comments that allow nothing.
 void apply_allowances(const Source& source, const Options& options, const Judged& judged,
                       std::vector<Finding>& findings) {
     std::vector<Allowance> allowances = read_allowances(source);
@@ -209,8 +209,7 @@ void order_by_place(std::vector<Finding>& findings) {
                      [](const Finding& a, const Finding& b) { return a.span.line < b.span.line; });
 }
 
-// Applies what the comments of the file and the options say of its findings, and puts them in
-// order.
+// Applies the comments in the file and the options to its findings, and sorts them.
 void settle(const Source& source, const Options& options, const Judged& judged,
             std::vector<Finding>& findings) {
     apply_allowances(source, options, judged, findings);

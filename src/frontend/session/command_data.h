@@ -16,18 +16,18 @@ namespace orvex::frontend {
 struct CommandData {
     DataFiles files;
     std::vector<Finding> findings;  // until the first file is shown
-    bool is_whole = true;           // false where a file cannot be read or is malformed
+    bool is_whole = true;           // false if a file cannot be read or is malformed
 };
 
 // Reads the files of --data.
 void read_command_data(const Options& options, CommandData& data);
 
-// Calls `take` with each model of the file that has no error, unless data are missing. Puts what is
-// wrong with the data before the findings of the first file.
+// Calls `take` with each model of the file that has no error, unless data are missing. Puts
+// findings about the data before those of the first file.
 void take_models(File& file, CommandData& data,
                  const std::function<void(const GeneratedModel& generated)>& take);
 
-// Shows the names in the data that no model uses. With --model they may be for another model, and
+// Shows the names in the data that no model uses. With --model they may be for another model, so
 // nothing is shown.
 void show_unused_names(const CommandData& data, const Options& options, Reporter& reporter);
 

@@ -8,7 +8,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// make ends the names at a ";" or "=", also after a backslash, but not at one that comes out of a
+// make ends a name at ";" or "=", even after a backslash, but not if the character comes from a
 // variable.
 struct Variable {
     char character;
@@ -26,7 +26,7 @@ const Variable* variable_of(char c) {
     return found == std::end(variables) ? nullptr : found;
 }
 
-// Left of the colon "%" makes a pattern, right of it "|" parts the names.
+// Before the colon "%" makes a pattern; after it "|" separates the names.
 constexpr std::string_view special_in_target = " \t#:%";
 constexpr std::string_view special_in_prerequisite = " \t#:|";
 
@@ -36,7 +36,7 @@ std::string escaped(std::string_view name, std::string_view special) {
     for (const char c : name) {
         const Variable* const variable = variable_of(c);
         const bool is_escaped = special.find(c) != std::string_view::npos;
-        // Backslashes before it would be taken for its escape: each is doubled.
+        // Backslashes before the character would be read as escaping it, so each is doubled.
         if (is_escaped || c == ';') text.append(backslashes, '\\');
         if (is_escaped) text += '\\';
         if (c == '$') text += '$';
@@ -70,7 +70,7 @@ void append(Rule& rule, const std::string& word) {
     rule.column += word.size();
 }
 
-// What the rule needs before it.
+// The definitions that the rule needs.
 std::string definitions_for(const Rule& rule) {
     std::string text;
     for (const Variable& variable : variables) {

@@ -6,8 +6,8 @@
 
 namespace orvex::frontend {
 
-// The text of a depfile: all outputs left of the colon, all inputs right of it, names escaped as
-// make reads them.
+// The text of a depfile: all outputs before the colon, all inputs after it, names escaped as make
+// requires.
 std::string depfile(const std::vector<std::string>& outputs,
                     const std::vector<std::string>& inputs);
 

@@ -16,13 +16,13 @@ bool has_error(const File& file, const Model& model) {
     });
 }
 
-// The lines that the translator counts: all of the model but the first.
+// The lines that the translator counts: all of the model except the first.
 int counted_lines(const File& file, const Model& model) {
     const ModelText& text = file.source->models[model.node];
     return text.last - text.line;
 }
 
-// The generator file of a model; empty where the translator has not come to it.
+// The generator file of a model; empty if the translator has not reached it.
 std::string_view generator_of(const File& file, const Model& model) {
     for (const auto* outputs : {&file.checked.outputs, &file.checked.later_outputs}) {
         for (const Translated& made : *outputs) {

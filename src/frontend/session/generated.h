@@ -1,4 +1,4 @@
-// What the translator has made of the models of a file.
+// The translator's output for the models of a file.
 #pragma once
 
 #include "frontend/expansion/expand.h"
@@ -8,8 +8,8 @@
 
 namespace orvex::frontend {
 
-// The models that have no error, in the order of the file, with their generator files.
-// Precondition: models and outputs were wanted. They refer to the file.
+// The models without errors, in the order of the file, with their generator files. Precondition:
+// models and outputs were wanted. They refer to the file.
 std::vector<GeneratedModel> good_models(const File& file);
 
 }  // namespace orvex::frontend

@@ -28,7 +28,8 @@ std::size_t unsafe_count(const std::vector<Finding>& findings) {
         }));
 }
 
-// What kept a corrected text from being checked is not a finding of the file, and yet must be told.
+// If a corrected text could not be checked, the reason is not a finding of the file, but must still
+// be reported.
 void keep_failures(const std::vector<Finding>& from, std::vector<Finding>& findings) {
     std::copy_if(from.begin(), from.end(), std::back_inserter(findings),
                  [](const Finding& finding) { return is_failure(finding.code); });

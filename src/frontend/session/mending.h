@@ -1,5 +1,4 @@
-// check --fix, --add-allow and --diff: files are mended, and their new texts put into place or
-// shown.
+// check --fix, --add-allow and --diff: files are fixed, and their new texts are written or shown.
 #pragma once
 
 #include "frontend/cli/options.h"
@@ -10,20 +9,20 @@
 
 namespace orvex::frontend {
 
-// What came of all files.
+// The totals over all files.
 struct MendingTotals {
-    std::size_t files = 0;    // that are changed
-    std::size_t fixed = 0;    // findings
+    std::size_t files = 0;    // changed files
+    std::size_t fixed = 0;    // fixed findings
     std::size_t allowed = 0;  // findings that a new comment allows
     std::size_t unsafe = 0;   // findings left that only --unsafe-fixes would fix
     std::size_t refused = 0;  // files that would have had more errors
 };
 
-// Fills file.mended with what the options ask for. Nothing is written.
+// Fills file.mended as the options ask. Writes nothing.
 void mend_file(File& file, const Options& options, const Check& check);
 
-// Writes the mended text, or makes it or its diff the output of the file, and adds to the totals.
-// The file's findings become those that are left, but for --diff. A file that cannot be written
+// Writes the fixed text, or makes it or its diff the output of the file, and adds to the totals.
+// Except with --diff, the findings left become the file's findings. A file that cannot be written
 // keeps its text and its findings, and gets one more.
 void place_mended(File& file, const Options& options, MendingTotals& totals);
 

@@ -13,7 +13,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// A place of the generator text as one number.
+// Packs a place in the generator text into one number.
 constexpr unsigned offset_bits = 32;
 
 LinePlace packed(Range place) { return LinePlace{place.begin} << offset_bits | place.end; }
@@ -22,7 +22,7 @@ Range unpacked(LinePlace place) {
     return {static_cast<Offset>(place >> offset_bits), static_cast<Offset>(place)};
 }
 
-// An account is shown where the name of its variable is declared.
+// An account is shown at the declaration of its variable's name.
 Places places_of(const GeneratedModel& generated) {
     const auto of = [&generated](LinePlace place) {
         return span_of_place(generated, unpacked(place));

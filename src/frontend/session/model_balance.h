@@ -11,7 +11,7 @@
 
 namespace orvex::frontend {
 
-// Prints the model for the accounts alone. Adds what is wrong to the findings. None where the model
+// Prints the model only for its accounts. Adds findings about what is wrong. None if the model
 // cannot be printed.
 std::optional<ModelAccounts> balance_model(const GeneratedModel& generated, DataFiles& files,
                                            const Options& options, std::vector<Finding>& findings);

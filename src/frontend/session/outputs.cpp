@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Whether the model has a finding that counts as an error.
+// Does the model have a finding that counts as an error?
 bool has_failed(const ModelText& model, const std::vector<Finding>& findings,
                 const Options& options) {
     return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
@@ -34,7 +34,7 @@ std::string output_path(const Options& options, const std::string& name) {
     return options.out + (options.out.ends_with('/') ? "" : "/") + name;
 }
 
-// What keeps a path from being an output of the model; nothing where it can be one.
+// Why a path cannot be an output of the model, if it cannot.
 std::optional<Finding> clash(const std::string& path, const Span& span, const Inputs& inputs) {
     if (has_file(inputs.files, path)) {
         return failure("output-is-input", {{"path", path}}, span);
@@ -45,7 +45,7 @@ std::optional<Finding> clash(const std::string& path, const Span& span, const In
     return {};
 }
 
-// A model of the same name in another file: its outputs have the same paths.
+// A model with the same name in another file: its outputs have the same paths.
 std::optional<Finding> namesake(const std::string& name, const std::string& path, const Span& span,
                                 const Inputs& inputs) {
     const auto found = inputs.models.find(name);
@@ -58,7 +58,7 @@ std::optional<Finding> namesake(const std::string& name, const std::string& path
     return finding;
 }
 
-// Names that more than one model of the file has.
+// Names used by more than one model of the file.
 std::set<std::string_view> shared_names(const Source& source) {
     std::set<std::string_view> names;
     std::set<std::string_view> shared;
@@ -80,8 +80,8 @@ void note_output(const std::string& path, bool changed, OutputFiles& files) {
     (changed ? files.written : files.unchanged).push_back(path);
 }
 
-// Both files of a model, or none: each is written before one of them gets its name, and one that is
-// written in its place, such as a device, is the first to be.
+// Writes both files of a model, or none: both are written before either is renamed into place, and
+// one that is written in place, such as a device, comes first.
 bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& placed,
            std::string& failed) {
     PendingWrite files[2];  // generator, header
@@ -107,7 +107,7 @@ bool place(const std::string (&paths)[2], const ModelOutput& output, Placed& pla
     return true;
 }
 
-// What keeps these paths from being the outputs of the model; nothing where they can be.
+// Why these paths cannot be the outputs of the model, if they cannot.
 std::optional<Finding> refusal(const std::string (&paths)[2], const std::string& name,
                                const Span& span, const Inputs& inputs) {
     for (const std::string& path : paths) {
@@ -123,7 +123,7 @@ std::optional<Finding> refusal(const std::string (&paths)[2], const std::string&
     return {};
 }
 
-// False, with a finding, where there is no output.
+// False, with a finding, if there is no output.
 bool place_model(const Source& source, const Translated& model, const Options& options,
                  const Inputs& inputs, Placed& placed, std::vector<Finding>& findings) {
     const Span span = record_span(source, source.models[model.model].line);

@@ -24,7 +24,7 @@ namespace {
 
 using LevelTable = std::unordered_map<std::string, double, TextHash, std::equal_to<>>;
 
-// The printed name of what a row is about: its name and elements.
+// The printed name for a row: its name and elements.
 std::string name_of_row(const DataFiles& files, const DataRow& row) {
     std::string name = files.names.text(row.name);
     for (Index i = 0; i < row.cell_count; ++i)
@@ -32,7 +32,7 @@ std::string name_of_row(const DataFiles& files, const DataRow& row) {
     return name;
 }
 
-// The rows that can be levels; those of CSV may be about anything.
+// The rows that can be levels; CSV rows may have any meaning.
 LevelTable levels_in(DataFiles& files) {
     LevelTable levels;
     for (const DataRow& row : files.rows) {
@@ -73,7 +73,7 @@ Finding no_model(const Options& options, const std::string& path) {
     return failure("model-unknown", {{"name", options.model}}, whole_file(path));
 }
 
-// The findings of all models, in the lines of the text, which are read once more.
+// Adds the findings of all models, with the lines of the text, which is read once more.
 void add_findings(const std::string& path, PrintedText& text,
                   const std::vector<ModelAccounts>& models, std::vector<Finding>& findings) {
     std::vector<LinePlace> lines;

@@ -11,8 +11,8 @@
 
 namespace orvex::frontend {
 
-// Reads the file at `given`, which messages call `path`. The data give levels only. Adds what is
-// wrong to the findings. Returns the models that could be read, or the one of --model.
+// Reads the file at `given`, which messages call `path`. The data only give levels. Adds findings
+// about what is wrong. Returns the models that could be read, or the one of --model.
 std::vector<ModelAccounts> balance_printed(const std::string& given, const std::string& path,
                                            DataFiles& files, const Options& options,
                                            std::vector<Finding>& findings);

@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view printed_ending = ".scr";
 constexpr std::string_view model_ending = ".zlm";
 
-// Copies all that can be read from one descriptor to the other.
+// Copies everything that can be read from one descriptor to the other.
 bool copy_all(int from, int to) {
     std::array<char, std::size_t{1} << 16U> piece{};
     ssize_t count = 0;
@@ -30,7 +30,7 @@ bool copy_all(int from, int to) {
     return count == 0;
 }
 
-// A temporary file that vanishes with its descriptor, or -1 with errno set.
+// A temporary file that disappears with its descriptor, or -1 with errno set.
 int open_nameless() {
     std::FILE* const file = std::tmpfile();
     if (file == nullptr) return -1;
@@ -43,8 +43,8 @@ bool has_ending(const std::string& path, std::string_view ending) {
     return in_small_letters(path).ends_with(ending);
 }
 
-// Does the first line that is not blank begin a model? In the host's text a model is a comment,
-// which begins before.
+// Does the first non-blank line begin a model? In the host's text a model is in a comment, which
+// begins earlier.
 bool begins_with_model(const std::string& path) {
     const int file = open_file(path, O_RDONLY);
     if (file == -1) return false;

@@ -1,4 +1,4 @@
-// A printed text, which is read more than once: a file, or standard input.
+// A printed text, which is read several times: a file, or standard input.
 #pragma once
 
 #include "frontend/accounts/balance.h"
@@ -12,15 +12,15 @@
 
 namespace orvex::frontend {
 
-// Does a file hold a printed text, and not a model in the host's text? Its name says so, or its
-// first line. Standard input does unless its name in messages says otherwise.
+// Does a file contain a printed text, rather than a model in the host's text? Its name or its first
+// line tells. Standard input does unless its name in messages says otherwise.
 bool is_printed(const std::string& path, const std::string& shown_path);
 
 // Owns the descriptor.
 class PrintedText {
   public:
-    // Opens a file, or standard input for "-". What cannot be read twice, such as a pipe, is first
-    // copied to a temporary file without a name.
+    // Opens a file, or standard input for "-". If it cannot be read twice, such as a pipe, it is
+    // first copied to an unnamed temporary file.
     explicit PrintedText(const std::string& path);
     PrintedText(const PrintedText&) = delete;
     PrintedText(PrintedText&&) = delete;
@@ -28,13 +28,13 @@ class PrintedText {
     PrintedText& operator=(PrintedText&&) = delete;
     ~PrintedText();
 
-    // The errno for which the text cannot be read, or 0.
+    // The errno if the text cannot be read, or 0.
     int error() const { return error_; }
 
-    // Reads it from its start, with the numbers of its lines from 1.
+    // Reads it from its start, with line numbers from 1.
     bool pass(const LineSink& sink);
 
-    // These lines.
+    // The texts of these lines.
     std::map<LinePlace, std::string> texts_of(const std::vector<LinePlace>& lines);
 
   private:

@@ -15,8 +15,8 @@ namespace orvex::frontend {
 
 namespace {
 
-// Why a file cannot be written, in the system's words; empty where it is. What is not a regular
-// file, such as a pipe, has been read to its end and is not the same any more.
+// Why a file cannot be written, in the system's words; empty on success. A file that is not
+// regular, such as a pipe, has been read to its end and cannot be rewritten.
 std::string write_text(const std::string& path, std::string_view text) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) return "not a regular file";

@@ -10,11 +10,11 @@
 
 namespace orvex::frontend {
 
-// Writes a new text of the file. False where it cannot be written: the file keeps its text and gets
+// Writes a new text to the file. False if it cannot be written: the file keeps its text and gets
 // one more finding.
 bool rewrite(File& file, std::string_view text);
 
-// With --diff, the status is 1 where files would change.
+// With --diff, the status is 1 if files would change.
 void set_diff_status(const Options& options, std::size_t files, Reporter& reporter);
 
 }  // namespace orvex::frontend

@@ -27,13 +27,13 @@ struct Session {
     Inputs inputs;
     std::vector<File> files;
     std::vector<bool> is_read;
-    std::vector<std::unique_ptr<TempDir>> places;  // of each thread
+    std::vector<std::unique_ptr<TempDir>> places;  // one for each thread
     Reporter reporter;
-    std::vector<Finding> unknown_models;  // of the files without the model of --model
+    std::vector<Finding> unknown_models;  // about files without the model of --model
     std::size_t known_models = 0;         // files that have it
 };
 
-// A signal is to end the program: first the temporary folders are removed.
+// Thrown when a signal ends the program: first the temporary folders are removed.
 struct Interrupt {};
 
 struct OutputFailure {};
@@ -64,7 +64,7 @@ std::string reading_failure(int error) {
     return "it is larger than " + std::to_string(largest_file >> to_mebibytes) + " MiB";
 }
 
-// Reads a file, once; false with a finding where that cannot be done.
+// Reads a file, once; false, with a finding, if that fails.
 bool read(Session& session, std::size_t index) {
     File& file = session.files[index];
     if (session.is_read[index]) return file.source != nullptr;
@@ -109,7 +109,7 @@ void check(Session& session, File& file, std::size_t worker) {
     session.steps.mend(file, [&](const Source& source) { return check_text(source).findings; });
 }
 
-// On any thread.
+// Runs on any thread.
 void work_on(Session& session, std::size_t index, std::size_t worker) {
     stop_if_interrupted();
     File& file = session.files[index];
@@ -129,7 +129,7 @@ void work_on(Session& session, std::size_t index, std::size_t worker) {
     }
 }
 
-// A model that --model asks for need not be in every file.
+// The model of --model need not be in every file.
 void keep_unknown_models(Session& session, std::vector<Finding>& findings) {
     const auto unknown = std::stable_partition(
         findings.begin(), findings.end(),
@@ -153,7 +153,7 @@ void finish_file(Session& session, File& file) {
     if (session.steps.print) session.steps.print(file, reporter);
 }
 
-// On one thread, in the order of the files.
+// Runs on one thread, in the order of the files.
 void finish(Session& session, std::size_t index) {
     stop_if_interrupted();
     Reporter& reporter = session.reporter;
@@ -189,7 +189,7 @@ void refuse_folders(const std::vector<std::string>& paths) {
     }
 }
 
-// What the command writes besides its outputs must not be one of its inputs, nor the same twice.
+// Files that the command writes besides its outputs must not be inputs, nor be given twice.
 void reserve_paths(const Options& options, Inputs& inputs) {
     std::vector<std::string> written;
     for (const auto& [format, path] : options.reports) written.push_back(path);
@@ -220,8 +220,8 @@ void add_names(const Source& source, Inputs& inputs) {
     }
 }
 
-// One file after another, so that no more than one is in memory. What cannot be read is reported
-// when it is checked.
+// Reads the files one by one, so that only one is in memory. An unreadable file is reported when it
+// is checked.
 void find_names(Session& session) {
     const std::size_t count = session.files.size();
     for (std::size_t i = 0; i < count && count > 1; ++i) {
@@ -235,12 +235,12 @@ void find_names(Session& session) {
             source.path = shown_path(session, i);
             add_names(source, session.inputs);
         } catch (const std::bad_alloc&) {
-            // The check of the file meets the same end, and reports it.
+            // The check of the file will fail in the same way, and report it.
         }
     }
 }
 
-// Files whose reading may wait are read before the signals are caught: until then these end the
+// Files whose reading may block are read before the signals are caught: until then, signals end the
 // program at once.
 void read_first(Session& session) {
     for (std::size_t i = 0; i < session.files.size(); ++i) {
@@ -276,7 +276,7 @@ int run_and_end(Session& session) {
     } catch (const UsageError& error) {
         show_usage(session.reporter, error.text, error.hint);
     } catch (const OutputFailure&) {
-        // Nobody reads on: the end says why.
+        // Nobody reads the output: end() reports why.
     }
     stop_if_interrupted();
     Reporter& reporter = session.reporter;
