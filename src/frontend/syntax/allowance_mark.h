@@ -1,4 +1,4 @@
-// How a comment begins that allows findings, after its "*", in letters of either case.
+// How a comment that allows findings begins, after its "*", in upper or lower case.
 #pragma once
 
 #include <string_view>

@@ -1,5 +1,5 @@
-// The tokens of one line, put one after another. What is left out between two of them becomes a
-// token as well, so that no byte is lost.
+// Emits the tokens of one line in order. Anything left out between two of them also becomes a
+// token, so that no byte is lost.
 #pragma once
 
 #include "frontend/syntax/tree.h"
@@ -14,17 +14,17 @@ class Emitter {
   public:
     explicit Emitter(std::vector<Token>& tokens) : tokens_(tokens) {}
 
-    // Begins a line at that offset of the file; `text` is the line as it is read (TABs and CRs as
+    // Begins a line at that offset of the file. `text` is the line as it is read (TABs and CRs as
     // blanks, capitals), and positions count from its start.
     void begin_line(Offset start, std::string_view text);
 
-    // A token at or after the end of the one before. An empty one is left out.
+    // Adds a token at or after the end of the previous one. An empty one is left out.
     void put(TokenKind kind, notation::Cut cut);
 
-    // The tokens of an expression.
+    // Adds the tokens of an expression.
     void put_expression(notation::Cut cut);
 
-    // What is between the last token and `end`: blanks, and text that is ignored.
+    // Adds tokens up to `end` for blanks and ignored text.
     void fill(std::size_t end);
 
     // The index of the token that begins at a position, or of the last one before it.
@@ -38,7 +38,7 @@ class Emitter {
     std::vector<Token>& tokens_;
     std::string_view text_;
     Offset start_ = 0;
-    std::size_t done_ = 0;  // the line is in tokens up to here
+    std::size_t done_ = 0;  // the line has been split into tokens up to here
 };
 
 }  // namespace orvex::frontend

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view openings = "([{";
 constexpr std::string_view closings = ")]}";
 
-// The place of a part's only character in a list of them, or npos.
+// The position of a part's only character in a list of characters, or npos.
 std::size_t place_in(std::string_view characters, const Part& part) {
     if (part.kind != TokenKind::symbol || part.text.size() != 1) return std::string_view::npos;
     return characters.find(part.text.front());
@@ -29,7 +29,7 @@ bool begins_operand(const Part& part) {
     return is_constant || is_name(part) || part.text == "NOT" || opens_group(part);
 }
 
-// Are the two written without a blank, as the element S.1 of a set?
+// Are the two joined without a blank, like the element S.1 of a set?
 bool is_element(const Part& left, const Part& right) {
     return left.range.end == right.range.begin && right.text.starts_with('.');
 }
@@ -38,10 +38,10 @@ bool may_be_called(const Part& part) {
     return part.kind == TokenKind::word || part.kind == TokenKind::attribute;
 }
 
-// Does the host put a text in the place of the part?
+// Does the host replace the part by another text?
 bool is_macro(const Part& part) { return part.kind == TokenKind::macro || is_symbol(part, "%"); }
 
-// Can an operator not be after this part, since an operand is still to come?
+// Does this part need an operand after it, so that no operator can follow?
 bool awaits_operand(const Part& part) {
     constexpr std::string_view awaiting = "([{,$+-*/<>=";
     return place_in(awaiting, part) != std::string_view::npos || is_relation(part);

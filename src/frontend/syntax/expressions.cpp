@@ -33,7 +33,7 @@ std::size_t end_of_digits(string_view text, std::size_t at) {
     return at;
 }
 
-// An exponent is part of a number only with a digit.
+// An exponent belongs to a number only if it has a digit.
 std::size_t end_of_number(string_view text, std::size_t at) {
     at = end_of_digits(text, at);
     if (at < text.size() && text[at] == '.') at = end_of_digits(text, at + 1);
@@ -75,13 +75,13 @@ std::string in_capitals(string_view text) {
     return result;
 }
 
-// The change of depth after a lexeme.
+// The change of nesting depth after a lexeme.
 int step_of(string_view lexeme) {
     if (lexeme == "(") return 1;
     return lexeme == ")" ? -1 : 0;
 }
 
-// The expression without blanks and pairs of parentheses around the whole of it.
+// The expression without surrounding blanks and pairs of parentheses.
 string_view without_parentheses(string_view text) {
     for (;;) {
         text = trimmed(text);
@@ -98,7 +98,7 @@ string_view without_parentheses(string_view text) {
     }
 }
 
-// Names, numbers and parentheses, multiplied and divided.
+// Is the text only names, numbers and parentheses, multiplied and divided?
 bool is_product(string_view text) {
     int depth = 0;
     for (std::size_t at = 0; at < text.size();) {

@@ -11,11 +11,10 @@ namespace orvex::frontend {
 // Can the byte be part of a name: a letter, a digit or "_"?
 bool is_name_byte(char c);
 
-// Is the text a name and no more? It does not begin with a digit.
+// Is the text just a name? It does not begin with a digit.
 bool is_plain_name(std::string_view text);
 
-// Can the text be a name once the host has put the text in the place of each "%X%"? Letters that
-// are not of ASCII pass.
+// Can the text be a name once the host has replaced each "%X%"? Non-ASCII letters pass.
 bool may_be_name(std::string_view text);
 
 struct Lexeme {
@@ -23,20 +22,20 @@ struct Lexeme {
     std::size_t end = 0;
 };
 
-// The part of an expression that begins at `at`, which is before the end of the text: blanks, a
-// word, an attribute, a number, a string in quotes (without its end, too), "%X%", a relation such
-// as "=E=", or one other character.
+// The part of an expression that begins at `at`, which must be before the end of the text: blanks,
+// a word, an attribute, a number, a string in quotes (even without its closing quote), "%X%", a
+// relation such as "=E=", or one other character.
 Lexeme next_lexeme(std::string_view text, std::size_t at);
 
-// Is the word an operator of the host (EQ, AND, ...)? In capitals.
+// Is the word, in capitals, an operator of the host (EQ, AND, ...)?
 bool is_operator_word(std::string_view word);
 
-// Is the word a function of the host when it comes before a parenthesis (SUM, ORD, ...)? In
-// capitals.
+// Is the word, in capitals, a function of the host when it comes before a parenthesis (SUM, ORD,
+// ...)?
 bool is_function(std::string_view word);
 
-// Does a value have a minus before the whole of it, so that it is below zero where its names are
-// above: `-5`, `(-X0)`, `-(A+B)`? Of `-A+B` that is not known.
+// Does a minus apply to the whole value, so that it is negative if its names are positive: `-5`,
+// `(-X0)`, `-(A+B)`? For `-A+B` that is unknown.
 bool is_negated(std::string_view value);
 
 }  // namespace orvex::frontend

@@ -19,7 +19,7 @@ void next_argument(ArgumentList& list, Range comma) {
     list.ranges[list.count++] = {comma.end, comma.end};
 }
 
-// Puts the tokens of one field in their places, one after another.
+// Assigns the tokens of one field to its parts, in order.
 class Reader {
   public:
     explicit Reader(FieldParts& parts) : parts_(parts) {}

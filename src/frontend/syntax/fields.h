@@ -1,4 +1,4 @@
-// A field of the tree, taken apart.
+// A field of the tree, split into its parts.
 #pragma once
 
 #include "frontend/syntax/tree.h"
@@ -18,21 +18,22 @@ struct ArgumentList {
 };
 
 struct FieldParts {
-    Range label;      // without its colon; of an opening record, empty
-    Range value;      // without condition and further indices, blanks around it left out
+    Range label;      // without its colon; empty for an opening record
+    Range value;      // without condition, extra indices and surrounding blanks
     Range root;       // the value up to its arguments; a parenthesised expression as a whole
-    Range all;        // the value with condition and further indices
-    Range condition;  // after the "$", blanks around it left out
-    Range ignored;    // what is dropped after the arguments of a name
-    Range before;     // what is dropped before the label
+    Range all;        // the value with condition and extra indices
+    Range condition;  // after the "$", without surrounding blanks
+    Range ignored;    // dropped text after the arguments of a name
+    Range before;     // dropped text before the label
     bool has_condition = false;
     ArgumentList own;
-    ArgumentList extra;  // the further indices after "#"
-    Index first = 0;     // its tokens, blanks at the end left out
+    ArgumentList extra;  // the extra indices after "#"
+    Index first = 0;     // its tokens, without blanks at the end
     Index end = 0;
 };
 
-// Takes apart the field of a record of the tree of `bytes`; a field with a fault as far as it goes.
+// Splits the field of a record of the tree of `bytes` into its parts; a field with a fault as far
+// as possible.
 FieldParts parts_of(const Tree& tree, Index record, Index field);
 
 }  // namespace orvex::frontend

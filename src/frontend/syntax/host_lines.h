@@ -21,10 +21,10 @@ enum class HostLine {
     text,
 };
 
-// What a line is, without its line end. A byte order mark before it does not matter.
+// The kind of a line, without its line end. A byte order mark before it does not matter.
 HostLine host_line(std::string_view line);
 
-// Does a line begin with "$" in column 1 and that word, in capitals, and no more letters of it?
+// Does a line begin with "$" in column 1 and exactly that word, given in capitals?
 bool is_directive(std::string_view line, std::string_view word);
 
 }  // namespace orvex::frontend

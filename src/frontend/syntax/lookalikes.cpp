@@ -32,7 +32,8 @@ constexpr Row table[] = {
 
 bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
-// The end of a text in quotes that begins at `at`; a quote without its end is a character.
+// The end of a quoted text that begins at `at`; a quote without its partner is a character of its
+// own.
 std::size_t end_of_quoted(string_view text, std::size_t at) {
     const std::size_t end = text.find(text[at], at + 1);
     return end == string_view::npos ? at + 1 : end + 1;

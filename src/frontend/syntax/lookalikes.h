@@ -1,5 +1,5 @@
-// Dashes and blanks that look like "-" and " " but are other characters, as texts from other
-// programs have them. Nothing reads them as a minus or a blank.
+// Dashes and blanks that look like "-" and " " but are other characters, as in texts from other
+// programs. They are never read as a minus or a blank.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ struct Lookalike {
     std::string_view name;  // "U+2212"
 };
 
-// Those of a text in UTF-8, outside of quotes.
+// The lookalikes in a UTF-8 text, outside quotes.
 std::vector<Lookalike> lookalikes(std::string_view text);
 
 // The text with the characters that are meant.

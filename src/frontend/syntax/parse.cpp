@@ -22,7 +22,7 @@ using notation::Cut;
 using notation::Opens;
 using std::string_view;
 
-// How the records after a keyword record are cut.
+// How the records after a keyword record are split.
 enum class Mode : std::uint8_t { outside, fields, names, report, body, unknown };
 
 class Parser {
@@ -59,7 +59,7 @@ class Parser {
         }
     }
 
-    // Fills read_ with the line as it is read; record_ is that without its comment.
+    // Fills read_ with the line as it is read; record_ is the same without its comment.
     void read_line(string_view line) {
         const string_view kept = line.substr(0, notation::record_columns);
         std::transform(kept.begin(), kept.end(), read_.begin(), notation::as_read);
@@ -116,7 +116,7 @@ class Parser {
         in_opening_ = false;
     }
 
-    // A TAB at the end of the name is a part of it.
+    // A TAB at the end of the name is part of it.
     Cut model_name_cut(std::size_t start) const {
         Cut cut = {whole_.find_first_not_of(blank_char, start), whole_.size()};
         const string_view raw = bytes_.substr(line_start_, whole_.size());
@@ -152,7 +152,7 @@ class Parser {
         }
     }
 
-    // False for a record that is no part of the body.
+    // False for a record that does not belong to the body.
     bool parse_body() {
         const auto part = notation::body_record(record_);
         if (part != notation::BodyRecord::more) mode_ = Mode::fields;
@@ -213,15 +213,14 @@ class Parser {
         open_block(keyword, true, 1 + word.size());
     }
 
-    // Does the first word of a record have what it needs after it: a colon, or the name of its
-    // block?
+    // Is the first word of a record followed by what it needs: a colon, or the name of its block?
     static bool is_complete(string_view rest) {
         const std::size_t next = std::min(rest.find_first_not_of(blank_char), rest.size());
         const string_view word = rest.substr(next, rest.find(blank_char, next) - next);
         return word.starts_with(':') || (!word.empty() && word.find(':') == string_view::npos);
     }
 
-    // With the blanks before it.
+    // Including the blanks before it.
     static string_view first_word(string_view text) {
         const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
         return text.substr(0, text.find_first_of(" :", start));
@@ -250,7 +249,8 @@ class Parser {
         put_opening(*keyword, word_end);
     }
 
-    // The colon after a keyword, or where it was meant to be.
+    // Adds the keyword and its colon. Returns the end of both, or of the keyword if the colon is
+    // missing.
     std::size_t put_keyword(std::size_t word_end) {
         emitter_.put(TokenKind::keyword, {0, word_end});
         const std::size_t next = record_.find_first_not_of(blank_char, word_end);
@@ -278,7 +278,7 @@ class Parser {
         emitter_.put(TokenKind::text, notation::without_blanks(record_, {start, record_.size()}));
     }
 
-    // The first field is the keyword's own; a missing colon counts as there.
+    // The first field is the keyword's own; a missing colon is treated as present.
     void put_function(std::size_t word_end) {
         mode_ = Mode::fields;
         in_opening_ = true;
@@ -316,8 +316,8 @@ class Parser {
         tree_.fields.push_back({emitter_.next_token(), Fault::none, 0});
     }
 
-    // Notes a fault of the field, which takes precedence over those noted before: the translator
-    // looks at the end of an entry first, then at conditions, further indices and arguments.
+    // Notes a fault of the field, which overrides earlier ones: the translator checks the end of an
+    // entry first, then conditions, extra indices and arguments.
     void note_fault(Fault fault, std::size_t place) {
         if (fault == Fault::none) return;
         FieldNode& field = tree_.fields.back();
@@ -337,7 +337,7 @@ class Parser {
         } while (at < record_.size());
     }
 
-    // The rest of the record, which has no label; a blank record has a comment alone.
+    // The rest of the record, which has no label; a blank record has only a comment.
     void put_unlabelled(std::size_t at, Fault fault) {
         tree_.fields.push_back({emitter_.next_token(), fault, 0});
         if (at == 0 && record_.starts_with(notation::continuation_mark)) {
@@ -358,7 +358,7 @@ class Parser {
         put_value(notation::without_blanks(record_, cut.value), has_name(label, first));
     }
 
-    // Does the field name something? What the rest of the file says of it is not known here.
+    // Does the field name something? This depends only on the field, not on the rest of the file.
     bool has_name(string_view label, bool first) const {
         if (record().kind == RecordKind::report) return true;
         if (in_opening_) return false;
@@ -382,7 +382,7 @@ class Parser {
         put_reference({value.begin, value.begin + list}, is_name, is_expression);
         if (list < mark) put_extra_indices(value.begin, list, mark);
         if (mark < text.size()) put_condition({value.begin + mark, value.end});
-        emitter_.fill(value.end);  // what is dropped belongs to this field
+        emitter_.fill(value.end);  // dropped text belongs to this field
     }
 
     void put_condition(Cut cut) {
@@ -418,7 +418,7 @@ class Parser {
         if (!is_name && cut.end > 0) emitter_.put_expression({value.begin + cut.end, value.end});
     }
 
-    // Puts the arguments of a list in which positions count from `start`.
+    // Adds the arguments of a list in which positions count from `start`.
     auto put_argument(std::size_t start) {
         return [this, start](int number, Cut argument) {
             if (number > 0) put_comma(start + argument.begin);
@@ -426,7 +426,7 @@ class Parser {
         };
     }
 
-    // The arguments of a value from its "(" on. Positions count from the start of the value.
+    // Adds the arguments of a value from its "(" on. Positions count from the start of the value.
     notation::ListCut put_arguments(Cut value, std::size_t open) {
         emitter_.put(TokenKind::open, {open, open + 1});
         const notation::ListCut cut =
@@ -448,7 +448,7 @@ class Parser {
         note_fault(cut.fault, start + cut.place);
     }
 
-    // The end of a list; without one it goes on to `end`.
+    // Adds the end of a list; without one the list continues to `end`.
     void put_close(const notation::ListCut& cut, std::size_t start, std::size_t end) {
         if (cut.end > 0) emitter_.put(TokenKind::close, {start + cut.end - 1, start + cut.end});
         if (cut.end > 0) return;
@@ -456,13 +456,13 @@ class Parser {
         emitter_.fill(std::min(end, record_.size()));
     }
 
-    // The comma before an argument that begins at that position.
+    // Adds the comma before an argument that begins at that position.
     void put_comma(std::size_t argument) {
         const std::size_t comma = record_.rfind(',', argument - 1);
         emitter_.put(TokenKind::comma, {comma, comma + 1});
     }
 
-    // The element at the end of each list that holds nothing.
+    // Adds the final empty element to each list.
     void end_lists() {
         tree_.tokens.push_back({static_cast<Offset>(bytes_.size()), TokenKind::outside});
         const Index last_token = emitter_.next_token() - 1;
@@ -483,7 +483,7 @@ class Parser {
     bool in_opening_ = false;  // the fields belong to a block's opening record
 };
 
-// Gives back what the lists have taken more than they need.
+// Releases the unused memory of the lists.
 void shrink(Tree& tree) {
     tree.tokens.shrink_to_fit();
     tree.fields.shrink_to_fit();

@@ -8,11 +8,11 @@
 
 namespace orvex::frontend {
 
-// Files larger than this are not read, and what has no end is read no further.
+// Larger files are not read, and input without an end is read only up to this size.
 constexpr std::size_t largest_file = std::size_t{256} << 20U;
 
-// The tree of a file. Precondition: not more than largest_file bytes. Time and memory grow with the
-// bytes alone.
+// The tree of a file. Precondition: at most largest_file bytes. Time and memory are linear in the
+// size of the file.
 Tree parse(std::string_view bytes);
 
 }  // namespace orvex::frontend

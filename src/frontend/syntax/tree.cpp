@@ -22,10 +22,10 @@ Index name_token(const Tree& tree, Index model) {
     return token == end ? no_index : token;
 }
 
-// TABs stay in a name, but not before it.
+// TABs stay inside a name, but not before it.
 char as_in_name(char c) { return c == tab ? c : notation::as_read(c); }
 
-// The end of a record's tokens: before its description, blanks at its end left out.
+// The end of a record's tokens: before its description and any blanks at its end.
 Index end_of_record(const Tree& tree, Index record) {
     const Index first = tree.records[record].token;
     Index end = tree.records[record + 1].token;

@@ -1,10 +1,10 @@
-// The syntax tree of a whole file: every byte is in exactly one token, and the tokens one after
-// another are the file. Any bytes give a tree; what is wrong is marked at the record or field where
-// it is. It says how a text is cut, not what its names mean, and keeps no copy of the text.
+// The syntax tree of a whole file: every byte is in exactly one token, and all tokens together are
+// the file. Any bytes give a tree; faults are marked at the record or field that has them. The tree
+// shows how a text is split, not what its names mean, and keeps no copy of the text.
 //
-// The levels of the tree are flat lists in the order of the file. Each element names the first
+// The levels of the tree are flat lists in the order of the file. Each element refers to the first
 // element of the level below that belongs to it, and ends where the next one begins; each list ends
-// with one more element, which holds nothing. Records are the lines of the file.
+// with an extra empty element. Records are the lines of the file.
 #pragma once
 
 #include "notation/fault.h"
@@ -37,27 +37,27 @@ inline std::string_view text_of(std::string_view bytes, Range range) {
 }
 
 enum class TokenKind : std::uint8_t {
-    outside,      // a line that is in no model
+    outside,      // a line outside models
     line_end,     // LF, with a CR before it
     blank,        // blanks, TABs and CRs
     comment,      // a line with "*" in column 1
     description,  // from "!" on, as far as the line is read
-    unread,       // what the translator does not read: after column 255
-    ignored,      // what it reads and drops: before a label, after a list, after a keyword
+    unread,       // not read by the translator: after column 255
+    ignored,      // read and dropped: before a label, after a list, after a keyword
     keyword,      // "$PROD"
     model_name,   // of $MODEL:
     text,         // of an option
     plus,         // "+" in column 1
     colon,        // of a keyword or a label
     label,
-    name,       // a name, or whatever is in the place of one
+    name,       // a name, or anything in its place
     open,       // of a list of arguments
-    argument,   // a set, a lead or lag, an element, or whatever is in the place of one
+    argument,   // a set, a lead or lag, an element, or anything in its place
     comma,      // between arguments
     close,      // of a list of arguments
-    list,       // the "#" of further indices
+    list,       // the "#" of extra indices
     condition,  // the "$" of a condition
-    word,       // the rest are parts of expressions: an identifier
+    word,       // from here on parts of expressions: an identifier
     attribute,  // ".L"
     number,
     string,  // in quotes
@@ -73,23 +73,23 @@ struct Token {
 // A labelled field, or an entry of a declaration.
 struct FieldNode {
     Index token;                 // its first one: text before its label, or the label
-    Fault fault;                 // the first of its faults
+    Fault fault;                 // the fault that the translator reports
     std::uint16_t fault_offset;  // of the token at fault, counted from the first one
 };
 
 enum class RecordKind : std::uint8_t {
     outside,       // not in a model
     model,         // $MODEL:
-    blank,         // in a model, nothing but blanks
+    blank,         // in a model, only blanks
     comment,       // "*" in column 1
     opening,       // the keyword record of a block, or an option
-    end,           // $OFFTEXT, or what was meant for it
+    end,           // $OFFTEXT, or a line meant as that
     names,         // of a declaration
     entry,         // labelled fields, the first of which begins something
     continuation,  // labelled fields after "+"
     report,        // labelled fields of a report
     body,          // of a constraint
-    unknown,       // where nothing can be told: after an unknown keyword
+    unknown,       // of unknown kind: after an unknown keyword
 };
 
 struct RecordNode {
@@ -103,14 +103,14 @@ struct RecordNode {
 struct BlockNode {
     Index record;
     bool gives_type;                   // its names have the type of the keyword
-    const notation::Keyword* keyword;  // as it was meant; null where that cannot be told
+    const notation::Keyword* keyword;  // as it was meant; null if unknown
 };
 
 struct ModelNode {
     Index record;  // $MODEL:
     Index end;     // after its last record
-    Index block;   // the blocks before the first keyword record are none
-    bool closed;   // with $OFFTEXT, or what was meant for it
+    Index block;   // its first block; records before that belong to none
+    bool closed;   // by $OFFTEXT, or a line meant as that
 };
 
 struct Tree {
@@ -129,22 +129,22 @@ inline Range range_of(const Tree& tree, Index first, Index end) {
     return {tree.tokens[first].begin, tree.tokens[end].begin};
 }
 
-// The number of lines: a last line without a line end is one.
+// The number of lines; a last line without a line end counts.
 inline Index line_count(const Tree& tree) { return static_cast<Index>(tree.records.size()) - 1; }
 
 inline Index model_count(const Tree& tree) { return static_cast<Index>(tree.models.size()) - 1; }
 
-// The name of a model in capitals, cut as the translator cuts it: what its outputs are named after.
+// The name of a model in capitals, cut as the translator cuts it: its outputs are named after it.
 std::string model_name(std::string_view bytes, const Tree& tree, Index model);
 
-// The token after the last one of a field of that record, blanks at its end left out.
+// The token after the last one of a field of that record, not counting blanks at its end.
 Index end_of_field(const Tree& tree, Index record, Index field);
 
 // A line without its line end.
 Range line_range(const Tree& tree, Index record);
 
-// What the translator makes a record of: from the first character to the last, a comment after "!"
-// left out unless it is all there is.
+// The part of a record that the translator uses: from the first character to the last, without a
+// comment after "!" unless there is nothing else.
 Range record_range(const Tree& tree, Index record);
 
 // Where the fault of a field is: from its token to the next blank.

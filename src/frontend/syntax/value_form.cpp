@@ -25,7 +25,7 @@ bool has_macro(string_view text) {
     return end != string_view::npos && text[end] == '%' && end > mark + 1;
 }
 
-// The end of the group that "(" opens, or npos.
+// The end of the group opened by "(", or npos.
 std::size_t end_of_group(string_view text, std::size_t open) {
     int depth = 0;
     for (std::size_t at = open; at < text.size(); ++at) {
@@ -35,8 +35,7 @@ std::size_t end_of_group(string_view text, std::size_t open) {
     return string_view::npos;
 }
 
-// Can it be in a name: a letter, also one that is not of ASCII, a digit, "_", or the point of an
-// attribute?
+// Can it be part of a name: a letter (ASCII or not), a digit, "_", or the point of an attribute?
 bool is_part_of_name(char c) {
     return is_name_byte(c) || c == '.' || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -66,7 +65,7 @@ bool is_balanced(string_view text) {
     return depth == 0;
 }
 
-// A name with an attribute and arguments, in any order.
+// Is it a name with an attribute and arguments, in any order?
 bool is_reference(string_view run) {
     const std::size_t open = std::min(run.find('('), run.size());
     const string_view name = run.substr(0, open);
@@ -94,7 +93,7 @@ ValueForm form_of_run(string_view run) {
     return begins_number(run) && !has_letter ? ValueForm::not_number : ValueForm::not_value;
 }
 
-// Reads the runs of a value that are not in parentheses, and the operators between them.
+// Reads the runs of a value outside parentheses, and the operators between them.
 class Reader {
   public:
     explicit Reader(string_view text) : text_(text) {}
@@ -157,12 +156,12 @@ class Reader {
         }
     }
 
-    // Where there is nothing to operate on, the word is used as a name.
+    // If there is no operand before it, the word is used as a name.
     bool is_operator(string_view word) const {
         return is_operator_word(word) && (after_run_ || word == "NOT");
     }
 
-    // Up to a blank or a mark outside of parentheses. Arguments may be after a blank.
+    // Skips to a blank or a mark outside parentheses. Arguments may follow a blank.
     void skip_run() {
         const Lexeme first = next_lexeme(text_, at_);
         const std::size_t begin = at_;

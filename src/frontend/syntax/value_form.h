@@ -1,5 +1,5 @@
-// What a value looks like to the host, which takes a number, a name with its sets, or an expression
-// in parentheses.
+// What a value looks like to the host, which accepts a number, a name with its sets, or an
+// expression in parentheses.
 #pragma once
 
 #include <cstddef>
@@ -12,26 +12,26 @@ enum class ValueForm {
     expression,   // without parentheses: "60*2"
     unfinished,   // ends with an operator: "1+"
     several,      // two values: "1 P 2"
-    not_number,   // begins like one: "1.2.3"
+    not_number,   // begins like a number: "1.2.3"
     not_value,    // neither a number nor a name: "3O"
     quoted,       // "1" with its quotes
     comma,        // "1,5"
     semicolon,    // after a value: "1;"
-    brackets,     // for parentheses: "Y[G]"
-    parentheses,  // that do not match
+    brackets,     // instead of parentheses: "Y[G]"
+    parentheses,  // mismatched
 };
 
 struct ValueShape {
     ValueForm form = ValueForm::good;
     bool compares = false;  // has a relation or a logical operator
-    // The second one of several values, up to the next blank.
+    // The second of several values: its start, and its end at the next blank.
     std::size_t second = 0;
     std::size_t second_end = 0;
 };
 
-// The shape of a value, in capitals and without blanks around it. What is in parentheses is the
-// host's own, and anything may be right that has "%X%" in it. A value that begins with "-" gets
-// parentheses, so it may be an expression.
+// The shape of a value, given in capitals and without surrounding blanks. Text in parentheses
+// belongs to the host, and anything that contains "%X%" may be valid. A value that begins with "-"
+// gets parentheses, so it may be an expression.
 ValueShape shape_of_value(std::string_view value);
 
 }  // namespace orvex::frontend
