@@ -18,7 +18,7 @@ constexpr std::size_t gap = 4;  // blanks between a variable and its description
 
 struct KindRow {
     Kind kind;
-    // In the symbol listing.
+    // As in the symbol listing.
     std::string_view label;
 };
 
@@ -38,7 +38,7 @@ class Lines {
     std::string_view peek() const { return rest_.substr(0, rest_.find('\n')); }
     std::string_view take() { return take_line(rest_); }
 
-    // Goes to the line after the next line that is this one; to the end where there is none.
+    // Skips to the line after the next line with this text, or to the end if there is none.
     bool skip_past(std::string_view wanted) {
         while (!at_end()) {
             if (take() == wanted) return true;
@@ -50,7 +50,7 @@ class Lines {
     std::string_view rest_;
 };
 
-// After a name, outside of its parentheses, four blanks begin a description.
+// Four blanks after a name, outside its parentheses, begin a description.
 Variable read_variable(std::string_view line) {
     int depth = 0;
     std::size_t end = 0;
@@ -75,8 +75,8 @@ void read_variables(Lines& lines, Header& header) {
         header.variables.push_back(read_variable(lines.take()));
 }
 
-// Up to the heading of the MODEL statement. The records of a constraint are in upper case, so none
-// of them is that heading.
+// Reads up to the heading of the MODEL statement. The records of a constraint are in upper case, so
+// none of them equals that heading.
 void read_constraint_text(Lines& lines, Header& header) {
     bool inside = false;
     while (!lines.at_end()) {
@@ -87,10 +87,10 @@ void read_constraint_text(Lines& lines, Header& header) {
     }
 }
 
-// Lines such as "     EQ_002.TAU", up to "/;".
+// Reads lines such as "     EQ_002.TAU", up to "/;".
 void read_constraints(Lines& lines, Header& header) {
     constexpr std::string_view front = "     EQ_";
-    constexpr std::size_t name_column = front.size() + 4;  // three digits and a full stop
+    constexpr std::size_t name_column = front.size() + 4;  // three digits and a point
     while (!lines.at_end()) {
         const std::string_view line = lines.take();
         if (line == "/;") return;
@@ -103,7 +103,7 @@ bool all_are(std::string_view text, char c) {
     return text.find_first_not_of(c) == std::string_view::npos;
 }
 
-// A number at the right of its columns; 0 for one that did not fit there and is shown as asterisks.
+// A right-aligned number; 0 if it did not fit into its columns and is shown as asterisks.
 std::optional<int> read_number(std::string_view field) {
     if (field.size() == number_columns && all_are(field, '*')) return 0;
     const std::string_view digits = without_blanks_around(field);
@@ -131,7 +131,7 @@ void read_echo(Lines& lines, int lines_before, Header& header) {
     }
 }
 
-// Those of the last symbol.
+// Reads the references of the last symbol.
 void read_references(std::string_view columns, Header& header) {
     for (; columns.size() >= number_columns; columns.remove_prefix(number_columns)) {
         const int number = read_number(columns.substr(0, number_columns)).value_or(0);
@@ -140,8 +140,8 @@ void read_references(std::string_view columns, Header& header) {
     }
 }
 
-// Reads the entries, whose names have a column of this width. A line of numbers alone continues the
-// entry above it.
+// Reads the entries, whose names have a column of this width. A line with only numbers continues
+// the previous entry.
 void read_entries(Lines& lines, std::size_t width, Header& header) {
     const std::size_t label_column = width + 2;
     const std::size_t reference_column = label_column + label_columns + 6;
@@ -186,7 +186,7 @@ void read_symbols(Lines& lines, Header& header) {
 Header read_header(std::string_view text, int lines_before) {
     Header header;
     Lines lines(text);
-    // An error block alone, which quotes a line of the input, does not begin so.
+    // A file with only an error block, which quotes a line of the input, does not begin like this.
     if (lines.at_end() || lines.take() != "$OFFLISTING") return header;
     read_variables(lines, header);
     read_constraint_text(lines, header);

@@ -1,5 +1,5 @@
-// What a header file says of its model: its variables, its constraints, the numbered lines of the
-// input and the symbol listing.
+// The information in a header file: its model's variables and constraints, the numbered lines of
+// the input and the symbol listing.
 #pragma once
 
 #include "frontend/model/model.h"
@@ -14,7 +14,7 @@ namespace orvex::frontend {
 struct Variable {
     // Name and arguments as written, "Y(S)".
     std::string entry;
-    // Without the blanks around it.
+    // Without surrounding blanks.
     std::string description;
 };
 
@@ -28,7 +28,7 @@ struct ListedSymbol {
 
 struct Header {
     std::vector<Variable> variables;
-    // The auxiliary variable of each, from the MODEL statement.
+    // The auxiliary variable of each constraint, from the MODEL statement.
     std::vector<std::string> constraints;
     // The text under "Constraints:", equations and bodies.
     std::string constraint_text;
@@ -37,17 +37,17 @@ struct Header {
     int first_line = 0;
     int last_line = 0;
     std::vector<ListedSymbol> symbols;
-    // More than the translator can list, or numbers too wide for it.
+    // There are more than the translator can list, or numbers too wide for it.
     bool references_lost = false;
 };
 
-// Reads a header file, complete or with an error block at its end. One that holds an error block
-// alone gives an empty Header. `lines_before` is the number of lines that the run had read before
-// this model: it tells the numbers above 99999, which the listing shows as asterisks. References
+// Reads a header file, complete or with an error block at its end. A file with only an error block
+// gives an empty Header. `lines_before` is the number of lines that the run had read before this
+// model: it gives the line numbers above 99999, which the listing shows as asterisks. References
 // above 99999 are left out.
 Header read_header(std::string_view text, int lines_before);
 
-// The symbol of that name, or null.
+// The symbol with that name, or null.
 const ListedSymbol* find_symbol(const Header& header, std::string_view name);
 
 }  // namespace orvex::frontend

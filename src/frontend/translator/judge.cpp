@@ -21,7 +21,7 @@ char& first_byte(std::string& bytes, const Source& source, Index record) {
     return bytes[source.tree.tokens[source.tree.records[record].token].begin];
 }
 
-// Turns a line into a comment, byte for byte as long as it was.
+// Turns a line into a comment of the same length.
 void comment_out(std::string& bytes, const Source& source, Index record) {
     if (!line_range(source.tree, record).empty())
         first_byte(bytes, source, record) = notation::comment_mark;
@@ -31,7 +31,8 @@ bool is_selected(const std::vector<Index>& selected, Index node) {
     return std::binary_search(selected.begin(), selected.end(), node);
 }
 
-// A model that is left out is not begun; nor is one that begins in it, as its end is missing.
+// Keeps a model that is left out from beginning, and any model that begins inside it, because its
+// end is missing.
 void comment_out_start(std::string& bytes, const Source& source, const ModelNode& node) {
     for (Index record = node.record; record < node.end; ++record) {
         const std::string_view line = line_text(source, line_of_record(record));
@@ -40,8 +41,8 @@ void comment_out_start(std::string& bytes, const Source& source, const ModelNode
     }
 }
 
-// The lines of a model up to another one, with all that is in it as comments. An end that was only
-// meant becomes one.
+// Appends the lines of a model up to the next one, with everything inside as comments. A line meant
+// as an end becomes one.
 void append_emptied(std::string& input, const std::string& bytes, const Source& source,
                     const ModelNode& node) {
     for (Index record = node.record; record < node.end; ++record) {
@@ -69,7 +70,7 @@ void note_messages(const RunResult& result, Verdict& verdict) {
     verdict.cause = result.cause;
 }
 
-// How the translator shows a line: cut to its columns, without blanks at its end.
+// A line as the translator shows it: cut to its columns, without blanks at its end.
 std::string shown(std::string_view line) {
     std::string text(line.substr(0, notation::record_columns));
     std::replace(text.begin(), text.end(), carriage_return, blank_char);
@@ -77,7 +78,7 @@ std::string shown(std::string_view line) {
     return text;
 }
 
-// The first line of the model that is shown as the last one that was read.
+// The first line of the model that matches the last line read, as the run reported it.
 int last_line(const Court& court, const Expectation& model, const RunResult& result) {
     const ModelNode& node = court.source.tree.models[model.model];
     for (Index record = node.record; record < node.end; ++record) {
@@ -87,7 +88,7 @@ int last_line(const Court& court, const Expectation& model, const RunResult& res
     return line_of_record(node.record);
 }
 
-// The number of models that a run has taken; the next one is that at which it stopped, if it did.
+// The number of models that a run accepted; if it stopped, it did so at the next one.
 std::size_t taken_by(const RunResult& result) {
     return result.models.size() - (result.failed ? 1 : 0);
 }
@@ -108,7 +109,7 @@ void take_outputs(std::span<const Expectation> models, RunResult& result, Verdic
     }
 }
 
-// What the second run has made of the models to which the first one did not come.
+// Takes the second run's outputs of the models that the first run did not reach.
 void take_later_outputs(std::span<const Expectation> models, std::size_t first, RunResult& second,
                         Verdict& verdict) {
     for (std::size_t i = first; i < taken_by(second); ++i) {
@@ -117,7 +118,7 @@ void take_later_outputs(std::span<const Expectation> models, std::size_t first, 
     }
 }
 
-// Are there models that the run did not come to and that have no error?
+// Are there models without errors that the run did not reach?
 bool leaves_models(std::span<const Expectation> models, const RunResult& result) {
     if (!result.failed) return false;
     const auto rest = models.subspan(taken_by(result) + 1);
@@ -167,7 +168,7 @@ Expectation expectation_of(const Model& model) {
 }
 
 std::future<RunResult> start_judging(const Court& court) {
-    // For less, starting a thread takes longer than it saves.
+    // For a smaller file, starting a thread takes longer than it saves.
     constexpr std::size_t large = std::size_t{1} << 20U;
     const bool alone = court.source.bytes.size() < large;
     const auto judge_all = [court] {
@@ -181,7 +182,7 @@ std::future<RunResult> start_judging(const Court& court) {
         const InterruptsHeld held;
         return std::async(std::launch::async, judge_all);
     } catch (const std::system_error&) {
-        // The system gives no more threads.
+        // The system provides no more threads.
         return std::async(std::launch::deferred, judge_all);
     }
 }

@@ -20,7 +20,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// The files of a run in its folder, beside the outputs, which all end in .GEN and .HDR.
+// Files of a run in its folder, next to the outputs, which all end in .GEN or .HDR.
 constexpr char control_file[] = "control";
 constexpr char input_file[] = "input";
 constexpr char error_file[] = "error";
@@ -45,7 +45,7 @@ void empty_folder(const std::string& path) {
     ::closedir(folder);
 }
 
-// Removes the files of a run on every way out of it.
+// Removes the files of a run, however it ends.
 class Cleaner {
   public:
     Cleaner(const TempDir& place, const std::vector<std::string>& names)
@@ -56,13 +56,13 @@ class Cleaner {
     Cleaner& operator=(const Cleaner&) = delete;
     Cleaner& operator=(Cleaner&&) = delete;
 
-    // A file that stays could be taken for one of the next run.
+    // A remaining file could be taken for one of the next run.
     void clean() {
         if (const int error = remove_all(); error != 0) throw FolderFailure{place_.parent(), error};
     }
 
   private:
-    // Returns 0, or the errno of a file that stays.
+    // Returns 0, or the errno for a file that remains.
     int remove_all() {
         int error = 0;
         const auto remove = [&](const std::string& name) {
@@ -113,7 +113,7 @@ std::string control_text(const RunSettings& settings) {
     return control;
 }
 
-// The words of a stream as one line.
+// The words of a stream on one line.
 std::string words_of(std::string_view text) {
     std::string words;
     while (!text.empty()) {
@@ -138,10 +138,10 @@ void expect_orderly_end(const std::string& program, const Ended& ended) {
     if (const std::string words = words_of(ended.out); !words.empty()) throw StartFailure{words};
 }
 
-// An output as it was found.
+// An output as found.
 struct Found {
     std::string text;
-    // errno where it could not be read; ENOENT where it is not there.
+    // errno if it could not be read; ENOENT if it does not exist.
     int error = 0;
 };
 
@@ -156,7 +156,7 @@ std::string unread(const std::string& file, int error) {
 }
 
 // The report has ten lines: the second names the model, the fourth is the message, the eighth the
-// last line read. A report of another form tells that the translator itself has failed.
+// last line read. A report of another form means that the translator itself has failed.
 struct Report {
     bool whole = false;
     std::string model, message, last_record;
@@ -182,7 +182,7 @@ struct Outputs {
     bool are_kept;
 };
 
-// Takes the model of a run that ended well, or says why nobody can tell whether it did.
+// Takes the model of a run that ended well, or returns why that is unknown.
 std::string take_model(const Outputs& outputs, const std::string& name, RunResult& result) {
     const std::string path = outputs.folder + "/" + name;
     Found generator = find(path + ".GEN");
@@ -190,7 +190,7 @@ std::string take_model(const Outputs& outputs, const std::string& name, RunResul
     if (generator.error == ENOENT && header.error == ENOENT) return ended_early;
     if (generator.error != 0) return unread("`" + name + ".GEN`", generator.error);
     if (header.error != 0) return unread("`" + name + ".HDR`", header.error);
-    // The last line of a header file: the error block would follow it.
+    // The last line of a complete header file: an error block would follow it.
     if (!header.text.ends_with("\n" + name + ".INTEGER1=1;\n"))
         return "`" + name + ".HDR` is not complete, and no report says why";
     result.models.push_back({name, {}, {}, true});
@@ -208,7 +208,7 @@ std::string take_models(const Outputs& outputs, const std::vector<std::string>& 
     return cause;
 }
 
-// Takes the report of the model that the run stopped in.
+// Takes the report about the model in which the run stopped.
 std::string take_report(const Outputs& outputs, const std::string& text,
                         const std::vector<std::string>& names, RunResult& result) {
     Report report = read_report(text);
@@ -253,7 +253,7 @@ std::string own_folder() {
     return path.substr(0, path.find_last_of('/') + 1);
 }
 
-// A path that also holds in another working folder.
+// A path that is also valid in another working folder.
 std::string absolute(const std::string& path) {
     char* const real = ::realpath(path.c_str(), nullptr);
     if (real == nullptr) throw StartFailure{path + ": " + system_message(errno)};

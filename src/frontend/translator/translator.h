@@ -1,5 +1,5 @@
-// One run of the translator, as the host starts it: a control file in a private folder, and what
-// the run leaves there.
+// One run of the translator, started as the host does: with a control file in a private folder. And
+// the files that the run leaves there.
 #pragma once
 
 #include "frontend/base/process.h"
@@ -13,7 +13,7 @@
 
 namespace orvex::frontend {
 
-// The folder for temporary files cannot be used: it is not there, is full, ...
+// The folder for temporary files cannot be used: it is missing, full, ...
 struct FolderFailure {
     std::string folder;
     int error = 0;  // errno
@@ -22,8 +22,8 @@ struct FolderFailure {
 // "cannot use the temporary folder /tmp: ...".
 std::string text_of(const FolderFailure& failure);
 
-// A temporary folder of its own (in TMPDIR, or /tmp), gone with the object. Throws FolderFailure
-// where none can be made.
+// A private temporary folder (in TMPDIR, or /tmp), removed with the object. Throws FolderFailure if
+// none can be made.
 class TempDir {
   public:
     TempDir();
@@ -35,29 +35,29 @@ class TempDir {
 
     const std::string& path() const { return path_; }
 
-    // The folder that it is in.
+    // The parent folder.
     std::string parent() const { return path_.substr(0, path_.rfind('/')); }
 
   private:
     std::string path_;
 };
 
-// The longest value of a line of the control file.
+// The longest value on a line of the control file.
 constexpr std::size_t longest_setting = notation::record_columns;
 
-// What the control file says beside the input and the error file.
+// The control file's settings apart from the input and the error file.
 struct RunSettings {
     // SCR: the path in the host's FILE statement.
     std::string put_file;
-    // TIM: blank for none.
+    // TIM: none if blank.
     std::string time;
     // NMO
     int first_model = 0;
     // NCO
     int first_constraint = 0;
-    // Whether the texts of good models are wanted, or only that they are good.
+    // Whether the texts of good models are wanted, or only the fact that they are good.
     bool keeps_outputs = true;
-    // Ends the run once it is true; null where nothing does.
+    // Ends the run once it is true; null if nothing does.
     const std::atomic<bool>* stop = nullptr;
 };
 
@@ -66,20 +66,20 @@ struct ModelOutput {
     std::string name;
     std::string generator;
     std::string header;
-    // The translator accepted the model: both files were read, and the header file to its closing
-    // lines. Otherwise the run stopped in the model, and the texts are empty.
+    // The translator accepted the model: both files were read, and the header file is complete.
+    // Otherwise the run stopped in the model, and the texts are empty.
     bool complete = false;
 };
 
-// What a run came to. Where `cause` is not empty, nobody can tell: nothing but `err` is set then,
-// and no model counts as right or wrong. Otherwise there are two ways:
-// - `failed`: a whole report was read. The last of `models` is the one that it names; those before
-//   it are complete, and those after it were not reached.
-// - not `failed`: all models of the input are there, and complete.
+// The result of a run. If `cause` is not empty, the result is unknown: only `err` is set, and no
+// model counts as right or wrong. Otherwise there are two cases:
+// - `failed`: a complete report was read. The last of `models` is the one it names; those before it
+//   are complete, and those after it were not reached.
+// - not `failed`: all models of the input are present and complete.
 struct RunResult {
     // Standard error.
     std::string err;
-    // Why the outputs tell nothing, as part of a sentence.
+    // Why the outputs show no result, as part of a sentence.
     std::string cause;
     bool failed = false;
     // The message of the report and the last line read, as the translator wrote them.
@@ -89,21 +89,20 @@ struct RunResult {
     std::vector<ModelOutput> models;
 };
 
-// The program to run: `given` where it is not empty, else orvexpp beside this program, else along
-// PATH. Throws StartFailure where there is none.
+// The program to run: `given` if it is not empty, else orvexpp next to this program, else on PATH.
+// Throws StartFailure if there is none.
 std::string find_translator(const std::string& given);
 
-// Reads what a run that ended in good order left in its folder; `names` are those of the models
-// that its input has, in their order. All of the result is set but `err`; the texts of the outputs
-// only where they are wanted.
+// Reads the files that a run left in its folder, after the program exited normally; `names` are
+// those of the models in its input, in order. Everything in the result is set except `err`; the
+// texts of the outputs only if wanted.
 RunResult read_outputs(const std::string& folder, const std::vector<std::string>& names,
                        bool keeps_outputs);
 
 // Translates `input` with the program in the folder and reads what it wrote, as read_outputs does.
-// The run's files are removed. Throws StartFailure where the program cannot be run, ends
-// by a signal or with another status than 0, or says on its standard output why it could not begin
-// (its words are the reason), and FolderFailure where a file of the run cannot be written or
-// removed.
+// The run's files are removed. Throws StartFailure if the program cannot be run, ends by a signal
+// or with a status other than 0, or reports on its standard output why it could not begin (that
+// text is the reason), and FolderFailure if a file of the run cannot be written or removed.
 RunResult run_translator(const std::string& program, const TempDir& place, std::string_view input,
                          const std::vector<std::string>& names, const RunSettings& settings);
 
