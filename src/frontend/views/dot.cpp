@@ -12,7 +12,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// What an arrow ends in, and its line.
+// The head and the line of an arrow.
 struct ArrowLook {
     std::string_view head;
     std::string_view line;
@@ -39,7 +39,7 @@ std::string_view node_attributes(Kind kind) {
     }
 }
 
-// The same where each node has one line of a column.
+// The same for a column with one line per node.
 std::string_view row_attributes(Kind kind) {
     switch (kind) {
     case Kind::commodity: return R"(shape=box, style="rounded,filled", fillcolor="#FFFFFF")";
@@ -49,7 +49,7 @@ std::string_view row_attributes(Kind kind) {
     }
 }
 
-// A text between double quotes, where Graphviz reads backslashes and entities.
+// A text in double quotes, where Graphviz interprets backslashes and entities.
 std::string escaped(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -71,7 +71,7 @@ std::string quoted_lines(const std::vector<std::string>& lines) {
     return '"' + text + '"';
 }
 
-// A text among markup, in which these characters need entities.
+// A text for markup, in which these characters need entities.
 std::string as_markup(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -96,7 +96,7 @@ std::string small_lines(const std::vector<std::string>& lines, std::string_view 
     return "<font " + std::string(attributes) + ">" + text + "</font>";
 }
 
-// The label of a node with the lines that are below or beside it in smaller letters.
+// The label of a node; the lines below or beside it are in smaller letters.
 std::string node_label(const Node& node, std::string_view separator,
                        const std::vector<std::string>& description,
                        const std::vector<std::string>& blocks) {
@@ -109,8 +109,8 @@ std::string node_label(const Node& node, std::string_view separator,
     return '<' + text + '>';
 }
 
-// What is under the picture: the model, where it has a name, the words for the arrows that occur,
-// each in its colour, and a remark.
+// The text under the picture: the model's name, if any, the words for the arrows that occur, each
+// in its colour, and a remark.
 std::string key(const Graph& graph, std::string_view remark) {
     std::string text = "<br/>";
     if (!graph.model.empty()) text += "<b>" + as_markup(graph.model) + "</b>";
@@ -144,14 +144,14 @@ void put_node(const Node& node, std::size_t number, std::string_view attributes,
     out += ", tooltip=" + quoted(tip) + "];\n";
 }
 
-// What a browser shows of an arrow that is pointed at.
+// What a browser shows when pointing at an arrow.
 std::string tip_of(const Graph& graph, const Edge& edge) {
     const std::string tip = graph.nodes[edge.from].name + " -> " + graph.nodes[edge.to].name +
                             ", " + std::string(row_of(edge.flow).word);
     return quoted(edge.label.empty() ? tip : tip + ": " + edge.label);
 }
 
-// A picture in which goods flow from left to right, as far as they do not come back.
+// A picture in which goods flow from left to right, except those that come back.
 
 void put_arrow(const Graph& graph, const Edge& edge, std::string& out) {
     const std::string colour = quoted(row_of(edge.flow).colour);
@@ -178,16 +178,16 @@ std::string flow_text(const Graph& graph) {
     return out + "}\n";
 }
 
-// A picture in columns. Where most sectors use most goods, the flow has no direction: Graphviz then
-// takes minutes for a rank of its own for every node, with each arrow through all ranks between its
-// ends. Columns that are given, with the order of their nodes, leave it next to nothing to search.
+// A picture in columns. If most sectors use most goods, the flow has no direction: Graphviz then
+// takes minutes to give each node a rank of its own and route each arrow through all ranks between
+// its ends. Fixed columns, with a fixed order of nodes, leave it almost nothing to search.
 
 constexpr std::size_t column_count = 4;
 
-// Of each column, its nodes.
+// For each column, its nodes.
 using Columns = std::array<std::vector<std::size_t>, column_count>;
 
-// Of each node, its column: auxiliary variables and goods that nobody makes, sectors, goods that
+// For each node, its column: auxiliary variables and goods that nobody makes, sectors, goods that
 // they make, consumers. No arrow has both ends in one column.
 std::vector<std::size_t> columns_of(const Graph& graph) {
     std::vector<std::size_t> column(graph.nodes.size(), 0);
@@ -200,7 +200,7 @@ std::vector<std::size_t> columns_of(const Graph& graph) {
     return column;
 }
 
-// The nodes of a column in their order, and the first ones of all columns in theirs.
+// The nodes of each column in order, and the first nodes of all columns in order.
 void put_columns(const Graph& graph, const std::vector<std::size_t>& column, std::string& out) {
     Columns columns;
     for (std::size_t i = 0; i < graph.nodes.size(); ++i) columns[column[i]].push_back(i);
@@ -216,7 +216,7 @@ void put_columns(const Graph& graph, const std::vector<std::size_t>& column, std
     out += "    " + firsts + " [style=invis, weight=0];\n";
 }
 
-// Pale where others cross, most of all where there are many; who makes a good is clear in any case.
+// Pale where lines cross, palest if there are many; the lines from makers are always clear.
 std::string line_colour(const Graph& graph, Flow flow) {
     constexpr std::size_t many = 1000;
     std::string colour(row_of(flow).colour);
@@ -224,7 +224,7 @@ std::string line_colour(const Graph& graph, Flow flow) {
     return colour + (flow == Flow::uses && graph.edges.size() > many ? "38" : "90");
 }
 
-// From the left to the right end, whatever the direction of the arrow.
+// Draws from the left to the right end, whatever the direction of the arrow.
 void put_line(const Graph& graph, const Edge& edge, bool is_forward, std::string& out) {
     const ArrowLook look = look_of(edge.flow);
     const std::string head(look.head);
@@ -235,7 +235,7 @@ void put_line(const Graph& graph, const Edge& edge, bool is_forward, std::string
            std::string(look.line) + ", tooltip=" + tip_of(graph, edge) + "];\n";
 }
 
-// What is drawn later is above what is drawn earlier: makers come last.
+// Lines drawn later cover earlier ones, so those from makers come last.
 void put_lines(const Graph& graph, const std::vector<std::size_t>& column, std::string& out) {
     for (const bool is_last : {false, true}) {
         for (const Edge& edge : graph.edges) {
@@ -245,7 +245,7 @@ void put_lines(const Graph& graph, const std::vector<std::size_t>& column, std::
     }
 }
 
-// Inches between columns: lines that are too steep cannot be told apart.
+// Inches between columns: lines that are too steep are hard to distinguish.
 std::size_t distance_of_columns(const Graph& graph) {
     constexpr std::size_t nodes_for_an_inch = 20;
     constexpr std::size_t least = 2;
@@ -253,7 +253,7 @@ std::size_t distance_of_columns(const Graph& graph) {
     return std::clamp(graph.nodes.size() / nodes_for_an_inch, least, most);
 }
 
-// A description beside its name. What it takes more than a line is left out.
+// A description beside its name, cut to one line.
 std::vector<std::string> line_beside(const Node& node) {
     std::vector<std::string> lines = description_lines(node);
     if (lines.size() > 1) lines = {lines.front() + " ..."};

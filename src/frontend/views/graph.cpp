@@ -28,13 +28,13 @@ using notation::Opens;
 constexpr std::string_view tax_rate_label = "T";
 constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
 
-// A graph in the making.
+// A graph under construction.
 struct Builder {
     const Source& source;
     const Model& model;
     Graph graph;
-    std::vector<std::size_t> node_of;  // of each symbol
-    std::vector<std::size_t> blocks;   // of each node, their number
+    std::vector<std::size_t> node_of;  // for each symbol
+    std::vector<std::size_t> blocks;   // for each node, the number of its blocks
     std::map<std::tuple<std::size_t, std::size_t, Flow>, std::size_t> edge_of;
     std::set<std::pair<std::size_t, std::string>> parts;  // of the labels of the edges
 };
@@ -61,8 +61,8 @@ void add_nodes(Builder& builder) {
     }
 }
 
-// The node of a symbol of this kind. Names of other kinds can be in a block where it is wrong in a
-// way that the translator does not mind.
+// The node of a symbol if it has this kind. Other names can occur in a block whose error the
+// translator does not report.
 std::size_t node_at(const Builder& builder, Index symbol, Kind kind) {
     if (symbol == no_index || builder.model.symbols[symbol].kind != kind) return nowhere;
     return builder.node_of[symbol];
@@ -74,15 +74,15 @@ void append(std::string& list, std::string_view separator, std::string_view text
     list += text;
 }
 
-// An arrow that is drawn for an entry or a field. One end of it is the owner of the block.
+// An arrow drawn for an entry or a field. One of its ends is the owner of the block.
 struct Arrow {
     Flow flow = Flow::makes;
-    Index symbol = no_index;  // at its other end
+    Index symbol = no_index;  // at the other end
     std::string label;
     Index record = 0;
 };
 
-// A second arrow of the same kind between the same two nodes joins the first.
+// A second arrow of the same kind between the same two nodes is merged into the first.
 void add_edge(Builder& builder, std::size_t from, std::size_t to, const Arrow& arrow) {
     if (from == nowhere || to == nowhere) return;
     std::vector<Edge>& edges = builder.graph.edges;
@@ -95,7 +95,7 @@ void add_edge(Builder& builder, std::size_t from, std::size_t to, const Arrow& a
     if (edge.lines.empty() || edge.lines.back() != line) edge.lines.push_back(line);
 }
 
-// The kind of the node at the end of an arrow that is not the owner of the block.
+// The kind of the node at the other end of an arrow from or to the owner of the block.
 Kind kind_of_other(Flow flow) {
     if (flow == Flow::taxes) return Kind::consumer;
     return flow == Flow::sets ? Kind::auxiliary : Kind::commodity;
@@ -118,7 +118,7 @@ Role role_of(const Model& model, const Field& field) {
     return use == no_index ? Role::other : model.uses[use].role;
 }
 
-// A name or value with its condition and further indices: "PT#(RR)", "X0$(X0 GT 1)".
+// A name or value with its condition and extra indices: "PT#(RR)", "X0$(X0 GT 1)".
 std::string whole_text(const Builder& builder, const Field& field) {
     const std::string_view bytes = builder.source.bytes;
     const FieldParts parts = parts_of(builder.source.tree, field.record, field.node);
@@ -133,7 +133,7 @@ std::string field_text(const Builder& builder, const Field& field) {
     return capitals(text_of(builder.source.bytes, field.label)) + ':' + whole_text(builder, field);
 }
 
-// What a name with its arguments says more than the label of its node: nothing, "$C(T)", or
+// What a name with its arguments adds to the label of its node: nothing, "$C(T)", or
 // "PK(T+1)$C(T)".
 std::string shown_beside(const Builder& builder, const Field& name, std::size_t node) {
     std::string text = whole_text(builder, name);
@@ -145,10 +145,10 @@ std::string shown_beside(const Builder& builder, const Field& name, std::size_t 
     return is_same ? std::string(rest) : text;
 }
 
-// What the fields of an entry come to: the arrow of the entry itself, those of the taxes on it, and
-// those of the variables that set something in it.
+// The arrows made from the fields of an entry: the one of the entry itself, those of the taxes on
+// it, and those of the variables that set something in it.
 struct Arrows {
-    std::string block;  // which of the owner's blocks it is, where there are several
+    std::string block;  // identifies the owner's block if it has several
     Arrow own;
     std::vector<Arrow> others;
     std::size_t tax = nowhere;  // index of the tax that T: and N: belong to
@@ -175,7 +175,7 @@ void add_field(const Builder& builder, const Field& field, const std::string& en
     }
 }
 
-// Is the quantity of an entry below zero, as far as its text shows?
+// Is the quantity of an entry negative, as far as its text shows?
 bool is_below_zero(const Builder& builder, std::span<const Entry> entries) {
     const auto fields = fields_of(builder.model, entries.front());
     const auto quantity = std::find_if(fields.begin(), fields.end(), [](const Field& field) {
@@ -203,10 +203,11 @@ using Entries = std::span<const Entry>;
 // The block that arrows belong to.
 struct Owner {
     std::size_t node = nowhere;
-    std::string block;  // which of the node's blocks it is, where there are several
+    std::string block;  // identifies the node's block if it has several
 };
 
-// Adds the first of the entries. Those after it that only have values, as K:LIMIT, are part of it.
+// Adds the first of the entries. Following entries that only have values, such as K:LIMIT, are part
+// of it.
 void add_entry(Builder& builder, Entries entries, const Owner& owner) {
     const Model& model = builder.model;
     const Field& head = entries.front().head;
@@ -240,7 +241,7 @@ void add_entries(Builder& builder, Entries entries, const Owner& owner) {
     }
 }
 
-// The node of what a block is of, or nowhere.
+// The node of the owner of a block, or nowhere.
 std::size_t node_of(const Builder& builder, const Block& block) {
     const Index symbol = block.head.reference.symbol;
     if (is_opened_by(block, Opens::production)) return node_at(builder, symbol, Kind::sector);
@@ -256,7 +257,7 @@ void count_blocks(Builder& builder) {
     }
 }
 
-// Notes what the opening record of a block says.
+// Notes the contents of a block's opening record.
 Owner open_block(Builder& builder, const Block& block) {
     const std::size_t node = node_of(builder, block);
     if (node == nowhere) return {};
@@ -269,14 +270,14 @@ Owner open_block(Builder& builder, const Block& block) {
     return {node, is_one_of_several ? whole_text(builder, block.head) + ": " : ""};
 }
 
-// Entries after an option still belong to the block before it.
+// Entries after an option still belong to the previous block.
 bool ends_block(const Block& block) {
     constexpr Opens ends[] = {Opens::production, Opens::demand, Opens::declaration, Opens::report};
     return std::any_of(std::begin(ends), std::end(ends),
                        [&](Opens opens) { return is_opened_by(block, opens); });
 }
 
-// The number of arrows between a node and each other; -1 where nothing leads there.
+// The number of arrows between a node and each other node; -1 if they are not connected.
 std::vector<int> distances(const Graph& graph, std::size_t start) {
     std::vector<std::vector<std::size_t>> neighbours(graph.nodes.size());
     for (const Edge& edge : graph.edges) {

@@ -19,7 +19,7 @@ enum class Flow { makes, uses, demands, endows, taxes, sets };
 struct FlowRow {
     Flow flow;
     std::string_view word;
-    // Of a palette that the colour-blind can tell apart.
+    // From a palette suited to colour-blind readers.
     std::string_view colour;
 };
 
@@ -42,23 +42,23 @@ struct Node {
     // "Y(S)"
     std::string label;
     std::string description;
-    // An auxiliary variable that a constraint determines.
+    // An auxiliary variable determined by a constraint.
     bool constraint = false;
-    // Of each block that says more than the name: its elements or condition, and its nests with
-    // their elasticities, as "$K0(R) S:0.5 VA:1".
+    // For each block that shows more than the name: its elements or condition, and its nests with
+    // their elasticities, such as "$K0(R) S:0.5 VA:1".
     std::vector<std::string> blocks = {};
 };
 
-// An arrow, in the direction of the thing or the money that flows.
+// An arrow, in the direction in which the goods or money flow.
 struct Edge {
     // Indices of nodes.
     std::size_t from = 0;
     std::size_t to = 0;
     Flow flow = Flow::makes;
-    // Its fields: "Q:Y0(S)", after what differs from the label of the commodity, as in
-    // "PK(T+1)$C(T) Q:5"; those of several entries separated by "; ".
+    // Its fields: "Q:Y0(S)", after any difference from the label of the commodity, as in
+    // "PK(T+1)$C(T) Q:5"; those of several entries are separated by "; ".
     std::string label;
-    // Of the entries or fields that it is drawn for, ascending.
+    // Of the entries or fields for which it is drawn, ascending.
     std::vector<int> lines;
 };
 
@@ -71,9 +71,8 @@ struct Graph {
 // The graph of a model of the source.
 Graph make_graph(const Source& source, const Model& model);
 
-// The part of the graph within `depth` arrows (in any direction) of a node, or all that is
-// connected to it if depth is negative. False, with the graph unchanged, if there is no node of
-// that name.
+// The part of the graph within `depth` arrows (in any direction) of a node, or everything connected
+// to it if depth is negative. False, with the graph unchanged, if there is no node with that name.
 bool focus(Graph& graph, std::string_view name, int depth);
 
 // A picture in a format: dot, mermaid, json or table.

@@ -12,9 +12,9 @@ namespace orvex::frontend {
 
 namespace {
 
-constexpr std::size_t least_columns = 10;  // of a band, however wide the names of the rows are
+constexpr std::size_t least_columns = 10;  // of a band, however wide the row names are
 
-// What a sector or consumer does with a commodity, or with taxes.
+// How a sector or consumer deals with a commodity, or with taxes.
 struct Sign {
     bool plus = false;   // makes or owns it, receives the tax
     bool minus = false;  // uses or demands it, pays the tax
@@ -25,7 +25,7 @@ struct Table {
     std::vector<std::string> columns;
     std::size_t sectors = 0;  // columns before the first consumer
     std::vector<std::vector<Sign>> signs;
-    bool taxes = false;  // the last row is that of the taxes
+    bool taxes = false;  // the last row is for taxes
 };
 
 void add_signs(const Graph& graph, const std::vector<std::size_t>& place, Table& table) {
@@ -73,20 +73,20 @@ char letter(Sign sign) {
     return sign.minus ? '-' : '.';
 }
 
-// The columns [begin, end) of a table, their headings vertical or horizontal.
+// The columns [begin, end) of a table, with vertical or horizontal headings.
 struct Band {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool vertical = false;
-    std::size_t margin = 0;  // width of the names of the rows
+    std::size_t margin = 0;  // width of the row names
 };
 
-// The width of a column under a horizontal heading: a sign fits even where the name is empty.
+// The width of a column under a horizontal heading: a sign fits even if the name is empty.
 std::size_t horizontal_width(const std::string& name) {
     return std::max<std::size_t>(width_of(name), 1);
 }
 
-// A line of a band: the name of its row, and of each column one text.
+// A line of a band: the name of its row, and one text per column.
 template <typename Cell>
 void put_line(const Table& table, const Band& band, std::string_view name, Cell cell,
               std::string& out) {
@@ -149,8 +149,8 @@ void put_band(const Table& table, const Band& band, std::string& out) {
     }
 }
 
-// The bands of a table: one where the names of the columns fit beside each other, else as many as
-// it takes with vertical names.
+// The bands of a table: a single one if the column names fit next to each other, else as many as
+// needed with vertical names.
 std::vector<Band> bands_of(const Table& table) {
     if (table.rows.empty() || table.columns.empty()) return {};
     std::size_t margin = 0;

@@ -1,4 +1,4 @@
-// A graph as a table for a terminal: what each sector and consumer does with each commodity.
+// A graph as a table for a terminal: how each sector and consumer deals with each commodity.
 #pragma once
 
 #include "frontend/views/graph.h"
@@ -7,8 +7,8 @@
 
 namespace orvex::frontend {
 
-// Rows are commodities, columns sectors and consumers. A table wider than 100 columns is cut into
-// bands.
+// Rows are commodities, columns are sectors and consumers. A table wider than 100 columns is split
+// into bands.
 std::string incidence_table(const Graph& graph);
 
 }  // namespace orvex::frontend

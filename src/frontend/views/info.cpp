@@ -23,7 +23,7 @@ constexpr std::size_t widest_description = 36;
 
 // The columns of the table: name, line of the declaration, description, lines of the references.
 constexpr std::size_t column_count = 4;
-constexpr std::size_t number_column = 1;  // its cells stand to the right
+constexpr std::size_t number_column = 1;  // its cells are right-aligned
 using Cells = std::array<std::string, column_count>;
 using Widths = std::array<std::size_t, column_count>;
 
@@ -47,8 +47,8 @@ std::string_view title_of(Kind kind) {
     return {};
 }
 
-// A row, in as many lines as its cells need. The cells after a name wider than its column begin
-// on the next line.
+// A row, in as many lines as its cells need. If a name is wider than its column, the other cells
+// begin on the next line.
 void put_row(const Cells& cells, const Widths& widths, std::string& out) {
     std::array<std::vector<std::string>, column_count> lines;
     std::size_t height = 0;
@@ -109,7 +109,7 @@ std::vector<Section> sections_of(const Source& source, const Model& model) {
 }
 
 Widths widths_for(const std::vector<Section>& sections) {
-    Widths widths = {19, 4, 11, 0};  // of the heads
+    Widths widths = {19, 4, 11, 0};  // of the headings
     for (const Section& section : sections) {
         for (const Cells& cells : section.rows) {
             widths[0] = std::max(widths[0], std::min(width_of(cells[0]), widest_name));
@@ -121,8 +121,8 @@ Widths widths_for(const std::vector<Section>& sections) {
     return widths;
 }
 
-// What is under the head of a section is indented. The host declares and describes the parameters
-// and sets.
+// The rows below the heading of a section are indented. Parameters and sets are declared and
+// described by the host.
 void put_section(const Section& section, const Widths& widths, bool colour, std::string& out) {
     const bool of_host = section.kind == Kind::parameter || section.kind == Kind::set;
     const std::string title(title_of(section.kind));

@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// A model of the source: its names by kind, in a table that fits 100 columns, and the variables
+// A model of the source: its names by kind, in a table of at most 100 columns, and the variables
 // that have constraints.
 std::string info_text(const Source& source, const Model& model, bool colour);
 

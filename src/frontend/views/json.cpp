@@ -36,8 +36,8 @@ ordered_json texts(const std::vector<std::string>& list) {
     return result;
 }
 
-// Appends an object without its end: members follow that are written as they are found, as the uses
-// of a large model take several times the memory as objects.
+// Appends an object without its end, so that members can be written as they are found: as objects,
+// the uses of a large model take several times the memory.
 void put_open(const ordered_json& object, std::string& out) {
     out += dumped(object);
     out.pop_back();

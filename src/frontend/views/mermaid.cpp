@@ -11,7 +11,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// What opens and closes the label of a node: its shape.
+// The texts that open and close the label of a node and give its shape.
 std::pair<std::string_view, std::string_view> shape(Kind kind) {
     switch (kind) {
     case Kind::sector: return {"[", "]"};
@@ -42,7 +42,7 @@ std::string_view arrow_of(Flow flow) {
     return {};
 }
 
-// What means something to Mermaid or to the page is written as an entity.
+// Characters with a meaning for Mermaid or the page are written as entities.
 std::string escaped(std::string_view text) {
     constexpr std::string_view special = "\"#&<>`;\\";
     std::string result;

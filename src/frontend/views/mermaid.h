@@ -1,4 +1,4 @@
-// A graph as a Mermaid flowchart, which many pages show as a picture.
+// A graph as a Mermaid flowchart, which many web pages show as a picture.
 #pragma once
 
 #include "frontend/views/graph.h"

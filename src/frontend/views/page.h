@@ -1,4 +1,4 @@
-// The page that tables are made for.
+// The page width for which tables are made.
 #pragma once
 
 #include <cstddef>

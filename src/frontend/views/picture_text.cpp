@@ -9,7 +9,7 @@ namespace orvex::frontend {
 
 namespace {
 
-// Graphviz lays out a picture with this many labelled arrows at once, and a reader can still follow
+// Graphviz lays out a picture with this many labelled arrows quickly, and a reader can still follow
 // them.
 constexpr std::size_t most_labelled_arrows = 60;
 
@@ -23,7 +23,7 @@ constexpr Room in_diamond = {14, 4};  // which grows fast with its text
 constexpr Room below_description = {32, 6};
 constexpr Room on_arrow = {40, 8};
 
-// False where the lines are full: the last one says so.
+// False if the lines are full: then the last one shows it.
 bool add_lines(std::string_view text, Room room, std::vector<std::string>& lines) {
     for (const std::string& line : wrapped(text, room.width)) {
         if (lines.size() == room.lines) {

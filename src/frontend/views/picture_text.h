@@ -1,4 +1,4 @@
-// The texts in a drawn picture, cut into lines.
+// The texts in a drawn picture, split into lines.
 #pragma once
 
 #include "frontend/views/graph.h"
@@ -8,12 +8,12 @@
 
 namespace orvex::frontend {
 
-// Has a picture of the graph room for more than names: for descriptions, nests and what is on the
+// Does a picture of the graph have room for more than names: for descriptions, nests and labels of
 // arrows?
 bool has_room(const Graph& graph);
 
-// Lines below the label of a node: of its description, and of what its blocks say. Long texts end
-// with "...".
+// Lines below the label of a node: of its description, and of its blocks. Long texts end with
+// "...".
 std::vector<std::string> description_lines(const Node& node);
 std::vector<std::string> block_lines(const Node& node);
 

@@ -47,7 +47,7 @@ std::vector<NamePlace> places_of_uses(const Source& source, const Model& model) 
 std::vector<Index> uses_of(const Model& model, const Symbol& symbol) {
     std::vector<Index> uses;
     for (Index number = symbol.first_use; number != no_index; number = model.uses[number].next) {
-        // The uses of one field need not be noted in their order.
+        // The uses in one field need not be noted in order.
         auto after = uses.end();
         while (after != uses.begin() &&
                model.uses[*(after - 1)].range.begin > model.uses[number].range.begin) {

@@ -8,7 +8,7 @@
 
 namespace orvex::frontend {
 
-// A part of one line. Lines and columns count from 1, columns in characters as column_of does; the
+// A part of one line. Lines and columns count from 1, columns in characters as in column_of; the
 // ends are exclusive.
 struct NamePlace {
     int line = 0;
@@ -17,8 +17,8 @@ struct NamePlace {
     Range bytes;
 };
 
-// Finds places. It keeps its position in a line, so places in the order of the file take linear
-// time in all.
+// Finds places. It keeps its position in a line, so that places in the order of the file take
+// linear time in total.
 class PlaceFinder {
   public:
     // The source must outlive the object.

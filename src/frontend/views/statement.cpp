@@ -22,7 +22,7 @@ using nlohmann::ordered_json;
 constexpr int data_version = 2;
 constexpr int shown_digits = 10;
 
-// The amounts of an account under their names.
+// An amount of an account and its name.
 struct Amount {
     std::string_view name;
     double value;
@@ -68,7 +68,7 @@ bool holds(const std::vector<AccountIndex>& list, AccountIndex account) {
     return std::binary_search(list.begin(), list.end(), account);
 }
 
-// Head or cells of a line of the table.
+// The heading or the cells of a line of the table.
 struct Line {
     std::string name;
     std::vector<std::string> cells;
