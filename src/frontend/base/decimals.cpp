@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t most_characters = 64;
 constexpr std::string_view digits = "0123456789";
 
-// Takes the digits off the start of a text. False where there are none.
+// Takes the digits off the start of a text. False if there are none.
 bool take_digits(std::string_view& text) {
     const std::size_t count = std::min(text.find_first_not_of(digits), text.size());
     text.remove_prefix(count);
@@ -53,7 +53,7 @@ std::string rounded_decimal(double number, int digits) {
     return {text.data(), end.ptr};
 }
 
-// std::from_chars would do, but not all standard libraries have it for such numbers.
+// std::from_chars would do, but not all standard libraries have it for floating-point numbers.
 std::optional<double> decimal_in(std::string_view text) {
     if (!is_decimal(text)) return std::nullopt;
     const double number = std::strtod(std::string(text).c_str(), nullptr);

@@ -13,8 +13,8 @@ std::string shortest_decimal(double number);
 // At most `digits` significant digits, for readers: "0.333333".
 std::string rounded_decimal(double number, int digits);
 
-// The number that the whole text is: "-1.5", ".5", "1e-3"; too small a number is 0. None for
-// anything else, and for a number that is too large.
+// The number that the whole text represents: "-1.5", ".5", "1e-3"; a number too small to represent
+// is 0. None for any other text, and for a number that is too large.
 std::optional<double> decimal_in(std::string_view text);
 
 }  // namespace orvex::frontend

@@ -101,8 +101,8 @@ void warn_of(const Subject& subject, const Group& group, Findings& findings) {
     }
 }
 
-// Is the declaration the last name of its line, after others? It may be the only word of a
-// description then.
+// Is the declaration the last name of its line, after others? Then it may be the only word of a
+// description.
 bool is_last_of_several(const Tree& tree, const Symbol& symbol) {
     const Index record = symbol.declared_record;
     const Index field = field_at(tree, symbol.declaration.begin);

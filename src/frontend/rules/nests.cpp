@@ -213,7 +213,7 @@ void warn_of_parent(const Subject& subject, const Nests& nests, const Opened& ne
     suggest(subject, finding, nests.meant(nest.parent), {nest.parent_place}, 0);
 }
 
-// A single letter, or a word for the elasticity of a block, such as ELAS?
+// Is it a single letter, or the beginning of a word for the elasticity of a block, such as ELAS?
 bool may_mean_elasticity(std::string_view label) {
     constexpr std::string_view words[] = {"ELASTICITY", "ESUB", "SIGMA", "SUBSTITUTION"};
     constexpr std::size_t least = 3;
@@ -223,7 +223,7 @@ bool may_mean_elasticity(std::string_view label) {
                         [label](std::string_view word) { return word.starts_with(label); }));
 }
 
-// The elasticity of the block, with another label than `S:`?
+// Is it the elasticity of the block with a label other than `S:`?
 bool is_misspelt_root(const Nests& nests) {
     const auto unused = nests.unused();
     return unused.size() == 1 && may_mean_elasticity(unused.front()->name) && !nests.opens("S");
