@@ -23,7 +23,7 @@ Document read(const string& text) {
     return document;
 }
 
-// LINE:COLUMN of an offset, from 1.
+// LINE:COLUMN of an offset, counted from 1.
 string place(const Document& document, Offset offset) {
     const Position position = position_at(document, offset);
     return std::to_string(position.line + 1) + ":" + std::to_string(position.character + 1);
@@ -36,7 +36,7 @@ Offset offset_of(const Document& document, const string& place) {
                       static_cast<std::uint32_t>(std::stoul(place.substr(colon + 1))) - 1});
 }
 
-// Two models, of which only the first has a set in its labels, and what the host does with both.
+// Two models, of which only the first has a set in its labels, and a host program that uses both.
 const string two_models =
     "* S in a comment\n"
     "SETS S  Goods / \"S\", T /;\n"
@@ -74,7 +74,7 @@ const string two_models =
     "$OFFTEXT\n"
     "EQ(S)..Z.L =E= L.L + W.L;\n";
 
-// "PLACE=ROLE" of each place of what is named there; "!" for what defines it, "+" for what is
+// "PLACE=ROLE" for each place of a target; "!" marks its definition, "+" places where it is
 // written.
 string places(const Document& document, const Target& target) {
     string all;
@@ -99,14 +99,14 @@ TEST(NamePlaces, AreAllThatMeanTheSame) {
         {"12:9", "2:6", set},
         {"15:7", "2:6", set},   // the end of the name, before "+1"
         {"15:17", "2:6", set},  // in a label
-        {"20:5", "2:6", set},   // in the host's program
+        {"20:5", "2:6", set},   // in the host program
         {"14:16", "7:2", "7:2=declared!+ 12:7=block+ 14:16=value 20:1=host"},
         {"13:4", "9:2", "9:2=declared!+ 13:4=produced+ 15:4=used"},
-        // A name of both models: each has its own, and in between it may be either.
+        // A name of both models: each has its own, and between them it may be either.
         {"17:4", "9:8", "9:8=declared!+ 14:4=used 17:4=demanded 18:4=endowed+"},
         {"31:4", "29:2", "29:2=declared!+ 31:4=produced+ 33:9=report"},
         {"35:16", "", ""},
-        // Neither in "%H%", in a number, in quotes nor in a control line.
+        // Not in "%H%", in a number, in quotes or in a control line.
         {"16:9", "11:2", "11:2=declared!+ 16:9=block+ 20:14=host 20:45=host"},
         {"31:8", "3:11", "3:11=host! 3:19=host 13:12=value 14:10=value 31:8=value"},
         {"14:33", "", "14:32=value 16:16=condition"},
@@ -164,7 +164,7 @@ TEST(Outline, HasModelsBlocksAndTheirNames) {
               "$MODEL: 15:1-16:3 15:1\n");
 }
 
-// The text with a new name in all places, those in the host's program among them.
+// The text with a new name in all places, including those in the host program.
 string renamed_text(const Document& document, const Renaming& renaming, const string& name) {
     string text = document.source.bytes;
     for (auto at = renaming.places.rbegin(); at != renaming.places.rend(); ++at)
@@ -223,12 +223,12 @@ TEST(Rename, IsRefusedWithAReason) {
 
 TEST(Rename, ChangesAllPlacesAndNoOther) {
     const std::pair<string, string> rows[] = {
-        // A set, with labels, a lead, and the host's program.
+        // A set, with labels, a lead, and the host program.
         {"S(r)x \"S\" S.L %S%\n$MODEL:M\n$PROD:Y(S)  s:1  S.TL:1\n O:P(s-1)  Q:(S+\"S\"+%S%)  "
          "s.tl:\n",
          "RR(r)x \"S\" RR.L %S%\n$MODEL:M\n$PROD:Y(RR)  s:1  RR.TL:1\n O:P(RR-1)  "
          "Q:(RR+\"S\"+%S%)  RR.tl:\n"},
-        // What is right already stays.
+        // Places that already have the new name stay.
         {"$MODEL:M\n$SECTORS:\n rr  ! rr\n$PROD:RR\n O:P  Q:1\n",
          "$MODEL:M\n$SECTORS:\n RR  ! rr\n$PROD:RR\n O:P  Q:1\n"},
     };
@@ -241,7 +241,7 @@ TEST(Rename, ChangesAllPlacesAndNoOther) {
     }
 }
 
-// In a model with errors, and where the new name would make one.
+// In a model with errors, and where the new name would cause one.
 TEST(Rename, KnowsWhatItCannotKeep) {
     const string head = "$MODEL:M\n$SECTORS:\n  Y  ! text\n$COMMODITIES:\n  P\n";
     const string cut = "  P" + string(248, ' ') + "Q:1\n";  // ends in column 254
@@ -251,7 +251,7 @@ TEST(Rename, KnowsWhatItCannotKeep) {
         string refusal;
     };
     const Row rows[] = {
-        // Where its uses are known, another name's error is no obstacle, nor is its own.
+        // If its uses are known, another name's error does not matter, nor does its own.
         {"$PROD:Y\n O:P(S)  Q:1\n I:P  Q:1\n", "X", ""},
         {"$PROD:Y\n O:Y  Q:1\n", "X", ""},
         {"$XY:\n P\n$PROD:Y\n O:P  Q:1\n", "X", ""},
@@ -260,7 +260,7 @@ TEST(Rename, KnowsWhatItCannotKeep) {
          "`Y` is also in line 7, which cannot be read: correct that line first"},
         {"$PROD:Y\n Y P\n O:P  Q:1\n", "X",
          "`Y` is also in line 7, which cannot be read: correct that line first"},
-        // Lines and statements have room for so much.
+        // Lines and statements have only this much room.
         {"$PROD:Y\n I:" + cut + "$DEMAND:H" + string(245, ' ') + "! Y\n", "XX", ""},
         {"$CONSTRAINT:U\n P =E= Y" + string(247, '*') + ";\n", "XX",
          "line 7 would be cut after column 255"},

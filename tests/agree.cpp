@@ -1,16 +1,16 @@
 // The rules of the comparison:
 //
 // - A run that stops reports the first error of the first model that has one, and the last line
-//   that was read by then. The models without an error then pass in the judge's second run.
-// - The symbol listing has the names that the model says are entered, under the same kinds. A lead
-//   or lag (T+1), a quoted element and a blank argument are sets there, and a value that is not a
-//   plain name (A*B) is a parameter. The model has no uses of these, nor of names that begin like a
-//   number, so their references are not compared.
-// - Names that a keyword such as $AUXILIARIES declares are listed by their uses alone. Names in
+//   read by then. The models without an error then pass in the judge's second run.
+// - The symbol listing has the names that the model says are entered, with the same kinds. In the
+//   listing, a lead or lag (T+1), a quoted element and a blank argument are sets, and a value that
+//   is not a plain name (A*B) is a parameter. The model notes no uses of these, nor of names that
+//   begin like a number, so their references are not compared.
+// - Names declared by a keyword such as $AUXILIARIES are listed only where they are used. Names in
 //   conditions, constraints and expressions are never listed.
-// - A listing that has lost references (after 10,000 of them, or above line 99,999) has some of
-//   those of the model.
-// - The generator file prints each declared name, option and field of the model in its order, with
+// - A listing that has lost references (after 10,000 of them, or above line 99,999) has only some
+//   of the model's.
+// - The generator file prints each declared name, option and field of the model in order, with
 //   label and name or value. It is not compared if a statement is so long that it may be cut.
 // - Models whose names cannot be used as file names, or are used twice, are not run.
 #include "agree.h"
@@ -42,7 +42,7 @@ using notation::Opens;
 using std::string;
 using std::string_view;
 
-// Carries what differs out of the comparison.
+// Thrown to report the first difference.
 struct Difference {
     string text;
 };
@@ -51,7 +51,7 @@ void require(bool holds, const string& what) {
     if (!holds) throw Difference{what};
 }
 
-// Runs the translator in a folder of the process.
+// Runs the translator in a temporary folder of this process.
 RunResult translate(const string& input, const std::vector<string>& names) {
     static const TempDir place;
     std::filesystem::current_path(place.path());
@@ -125,7 +125,7 @@ class Comparison {
                 "more than 24 bytes a token");
     }
 
-    // A range in the line of a record, or none.
+    // Checks that a range is in the line of a record, or is empty.
     void check(Range range, Index record) const {
         const Range line = line_range(tree_, record);
         const bool is_inside =
@@ -218,7 +218,7 @@ class Comparison {
         return lines;
     }
 
-    // What a statement prints: label and name, or value. A label such as R.TL is printed apart.
+    // The text that a statement prints: label and name, or value. A label such as R.TL is separate.
     string printed(const Field& field, const string& label) const {
         const string value = capitals(text(field.text));
         const string name = value.starts_with('(') ? "(" : capitals(text(field.reference.name));
@@ -227,7 +227,7 @@ class Comparison {
         return label + (value.starts_with('-') ? ":'(" : ":'") + value;
     }
 
-    // That of all statements of a model, by the place in the input.
+    // The same for all statements of a model, by their places in the input.
     std::map<Offset, string> printed(const Model& model) const {
         std::map<Offset, string> all;
         for (const Index declared : model.declared)

@@ -1,4 +1,4 @@
-// The models that are built from a tree say what the translator says: agree.cpp has the rules.
+// The models built from a tree agree with the translator: agree.cpp has the rules.
 #include "agree.h"
 
 #include "case_file.h"
@@ -19,8 +19,8 @@ void expect_agreement(const string& input, unsigned skipped = 0) {
                                                      << input.substr(0, 5000);
 }
 
-// The input alone, and after a model whose last fields belong to an opening record and before one
-// that goes on with them, with any of the three left out.
+// The input alone, and between two models: the last fields of the one before belong to an opening
+// record, and the one after continues them. Any of the three may be left out.
 void expect_agreement_anywhere(const string& input) {
     expect_agreement(input);
     const string before = "$MODEL:BEFORE\n$PROD:Y(S)  s:1\n O:P  Q:1\n$PROD:Z\n$OFFTEXT\ntext\n";
@@ -50,8 +50,8 @@ TEST(Agree, OnMessageSamples) {
     }
 }
 
-// What made a difference once, and state that goes from record to record: models without their
-// first and last lines.
+// Inputs that once made a difference, and state that carries over between records: models without
+// their first and last lines.
 TEST(Agree, OnRows) {
     for (const string lines : {
              "$SECTORS:\n )Y(R",
@@ -76,7 +76,7 @@ TEST(Agree, OnRows) {
         expect_agreement_anywhere("$MODEL:M\n" + lines + "\n$OFFTEXT\n");
 }
 
-// A tree has most bytes a token where all lines are short.
+// A tree has the most bytes per token if all lines are short.
 TEST(Agree, OnShortLines) {
     for (const string line : {"", "x", ":", "+", "$", "$A", "$PEPS:", "$PROD:", "$REPORT:\n:"}) {
         string lines = "$MODEL:M\n";

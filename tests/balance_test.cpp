@@ -1,5 +1,5 @@
-// The accounts of models: printed texts by rows, whole models with single faults in
-// balance/faults.rows, the examples, and what the command prints.
+// The accounts of models: rows of printed texts, whole models with single faults in
+// balance/faults.rows, the examples, and the output of the command.
 #include "frontend/accounts/balance.h"
 
 #include "frontend/base/bytes.h"
@@ -102,13 +102,13 @@ TEST(Accounts, FollowTheConventions) {
         // Quantities: 1 for outputs and inputs without one, 0 for endowments.
         {"$PROD:Y;O:P;I:L;+Q:2", "Y 1=2+0? P 1=0? L 0=2?"},
         {"$DEMAND:C;E:L;D:P;+Q:1", "L 0=0 P 0=1? C 0=1?"},
-        // What is left of the income, in any order of the entries, also where that is nothing.
+        // The remaining income, in any order of the entries, even if it is zero.
         {"$DEMAND:C;D:P;E:L;+Q:5;D:R;+Q:2", "P 0=3? L 5=0? R 0=2? C 5=5"},
         {"$DEMAND:C;D:P;E:L;+Q:0.3;D:R;+Q:0.1;D:S;+Q:0.2",
          "P 0=0 L 0.3=0? R 0=0.1? S 0=0.2? C 0.3=0.30000000000000004"},
-        // A second such demand: what depends on it is unknown, the rest is judged.
+        // A second such demand: accounts that depend on it are unknown, the others are judged.
         {"$DEMAND:C;D:P;E:L;+Q:5;D:R", "P 0=0?? L 5=0? R 0=0?? C 5=0??"},
-        // A negative endowment is spending; a variable multiplies it, which is 0 without a level.
+        // A negative endowment is spending; a variable multiplies it, and is 0 without a level.
         {"$DEMAND:C;E:L;+Q:5;E:L;+Q:-2", "L 5=2? C 5=2?"},
         {"$DEMAND:C;E:L;+Q:5;E:L;+Q:-5;+R:U", "L 5=1? C 5=1?", {{"U", 0.2}}},
         {"$DEMAND:C;E:L;+Q:5;E:L;+Q:-5;+R:U", "L 5=0? C 5=0?"},
@@ -130,16 +130,16 @@ TEST(Accounts, FollowTheConventions) {
         {"$PROD:Y;I:L;+Q:10;+P:1.1;+T:0.1;+A:G;+A:H", "Y 0=10+1? L 0=10? G 1=0? H 0=0"},
         {"$PROD:Y;I:L;+Q:10;+A:G;+N:TAU", "Y 0=10+0? L 0=10? G 0=0"},
         {"$PROD:Y;I:L;+Q:10;+T:0.1", "Y 0=10+0? L 0=10?"},
-        // The reference price, where the price is 1.
+        // The reference price if the price is 1.
         {"$PROD:Y;O:P;+Q:1;+A:G;+T:0.25;I:L;+Q:1;+P:2",
          "Y 1=1+0.25? P 1=0? L 0=1? G 0.25=0? "
          "P:P=0.75 P:L=1"},
         {"$PROD:Y;I:L;+Q:1;+P:2", "Y 0=3+0? L 0=3?", {{"L", 3}}},
         {"$DEMAND:C;E:L;+Q:1;D:L;+P:2", "L 1=1 C 1=1"},
-        // Nests, elasticities, limits and other entries take no part, also with names of labels.
+        // Nests, elasticities, limits and other entries do not count, even with names of labels.
         {"$PROD:Y;+S:0.5;+T:2;+Q:1;O:P;+Q:4;+K:9;+VA:;I:P;+T:;+Q:4;+Z:X;X:L;+Q:7;S:L;+A:G",
          "Y 4=4+0 P 4=4"},
-        // All entries of a name count together, in the order of the declarations.
+        // All entries for a name count together, in the order of the declarations.
         {"$SECTORS:;X;Y;$COMMODITIES:;P;$CONSUMERS:;C;$PROD:Y;O:P;+Q:1;$DEMAND:C;D:P;+Q:1;"
          "$PROD:Y;I:P;+Q:1;$REPORT:;V:Z        D:P        DEMAND:C;$PEPS:1.E-6;",
          "X 0=0+0 Y 1=1+0 P 1=2? C 0=1?"},
@@ -169,7 +169,7 @@ TEST(Accounts, AreReadAsHostsPrintThem) {
         EXPECT_EQ(shown(balance(model(row.lines)).front()), row.accounts) << row.lines;
     const string longest(orvex::frontend::longest_line, 'x');
     EXPECT_EQ(shown(balance(model("$PROD:Y;O:P;" + longest)).front()), "Y 1=0+0 P 1=0 !4 long");
-    // Several models; what is between them, and before the first, is not looked at.
+    // Several models; text between them, and before the first, is ignored.
     const std::vector<ModelAccounts> models =
         balance("page 1\n" + model("$PROD:Y;O:P") + "O:Q\n$MODEL:N\n$DEMAND:C\nD:P\n+Q:1");
     ASSERT_EQ(models.size(), 2U);
@@ -196,7 +196,7 @@ string with_line(const string& text, std::size_t number, const string& line) {
     return result;
 }
 
-// The path of the data of a model, or nothing.
+// The path of the data for a model, or nothing.
 string data_of(const string& folder, const string& model) {
     for (const string ending : {".json", ".csv"}) {
         if (std::filesystem::exists(folder + "/" + model + ending)) return model + ending;
@@ -204,7 +204,7 @@ string data_of(const string& folder, const string& model) {
     return "";
 }
 
-// The findings of a text as rows have them.
+// The findings of a text, in the form used in rows.
 std::multiset<string> found_in(const string& text) {
     static const std::regex gap("error\\[account-unbalanced\\]: [a-z]+ `([^`]*)` .*");
     static const std::regex open("error\\[demand-quantity-missing\\]: consumer `([^`]*)` .*");
@@ -236,7 +236,7 @@ std::multiset<string> found_in(const string& text) {
     return found;
 }
 
-// Runs the command on a model of tests/balance, with a line of it or of its data replaced.
+// Runs the command on a model of tests/balance, with a line of the model or its data replaced.
 Result balance_edited(const std::vector<string>& row) {
     const string source = TESTS_DIR "/balance";
     const Folder folder;
@@ -342,7 +342,7 @@ TEST(Balance, ComparesWithATableOfAccounts) {
             "sed -E 's/^t.csv:([0-9]+):1: error: (.*) \\[[a-z-]*\\]$/\\1: \\2/' found");
         EXPECT_EQ(result.out, (each.findings.empty() ? "0\n" : "1\n") + each.findings) << each.edit;
     }
-    // What it writes it reads.
+    // It can read what it writes.
     EXPECT_EQ(folder
                   .shell("\"$ORVEX\" balance taxes.zlm --data data.json --against own.csv "
                          ">table; echo $?; head -4 table")
@@ -394,7 +394,7 @@ TEST(Balance, ReadsTextsAndModels) {
     folder.write("none.zlm", "* no model\n");
     folder.write("levels.csv", "P,2\nC,1\n");
     const std::pair<string, string> rows[] = {
-        // By the name, by the first line, and standard input: a pipe and a file.
+        // By the name, by the first line, and from standard input: a pipe and a file.
         {"a.scr", "1 3 errors"},
         {"good.put --tolerance 0.4", "0 all accounts balance"},
         {"good.put --tolerance 0.3", "1 2 errors"},
@@ -403,7 +403,7 @@ TEST(Balance, ReadsTextsAndModels) {
         {"- --stdin-filename x.zlm <m.zlm", "0 all accounts balance"},
         {"a.scr --data levels.csv", "1 3 errors"},
         {"a.scr a.scr --model a", "1 6 errors"},
-        // What is wrong with the files and the options.
+        // Errors in the files and the options.
         {"a.scr --model b", "1 1 error"},
         {"none.zlm", "1 1 error"},
         {"- </dev/null", "1 1 error"},

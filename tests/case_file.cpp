@@ -17,7 +17,7 @@ std::string replaced(std::string text, const std::string& mark, const std::strin
     return text;
 }
 
-// A line of a section as it is meant. A "\" that means nothing is left in it.
+// A line of a section with its escapes expanded. A "\" without meaning stays in it.
 std::string expanded(std::string line) {
     for (auto at = line.find("\\("); at != std::string::npos; at = line.find("\\(")) {
         const auto star = line.find('*', at);

@@ -1,5 +1,5 @@
-// What `orvex check` finds: every code by its example in docs/messages.md, all errors of a file and
-// not their consequences, each at its place.
+// The findings of `orvex check`: every code by its example in docs/messages.md; all errors of a
+// file without their consequences, each at its place.
 #include "frontend/findings/messages.h"
 #include "harness.h"
 
@@ -14,7 +14,7 @@ using std::string;
 
 namespace {
 
-// The findings on m.zlm, a line each: "LINE:COLUMN CODE", or "CODE" for the file as a whole.
+// The findings on m.zlm, one per line: "LINE:COLUMN CODE", or "CODE" for the whole file.
 string check(const Folder& folder, const string& options = "") {
     const harness::Result result =
         folder.shell("\"$ORVEX\" check --quiet --format short " + options + " m.zlm");
@@ -36,7 +36,7 @@ string block(const MessageEntry& entry, const string& kind) {
     return {};
 }
 
-// The messages of a finding, as the index has them: any text in place of each {name}.
+// A pattern for the messages of a finding in the index: any text in place of each {name}.
 string message_form(const MessageEntry& entry) {
     string forms;
     for (const auto& wording : entry.says) {
@@ -48,7 +48,7 @@ string message_form(const MessageEntry& entry) {
     return "(" + forms + ")";
 }
 
-// So that the findings are shown that are off.
+// Options that show a finding even if it is off by default.
 string options_of(const MessageEntry& entry) {
     return entry.level == "off" ? "--warn " + entry.code + "=note" : "";
 }
@@ -77,7 +77,7 @@ TEST_P(Codes, ExamplesOfTheIndex) {
     EXPECT_EQ(check_example("corrected").find(entry.code), string::npos);
 }
 
-// Those that the text of a model alone can cause.
+// The entries that the text of a model alone can cause.
 std::vector<MessageEntry> caused_by_models() {
     std::vector<MessageEntry> entries;
     for (const MessageEntry& entry : orvex::frontend::message_index()) {
@@ -93,15 +93,15 @@ INSTANTIATE_TEST_SUITE_P(Index, Codes, testing::ValuesIn(caused_by_models()), []
     return std::regex_replace(row.param.code, std::regex("-"), "_");
 });
 
-// Faults in all kinds of blocks, among them some that would cause others: names that are declared
-// on a wrong line, a block with a wrong keyword, rows that continue a wrong one.
+// Faults in all kinds of blocks, some of which could cause others: names declared on a wrong line,
+// a block with a wrong keyword, rows that continue a wrong one.
 TEST(Check, ShowsEveryFaultAndNoConsequence) {
     EXPECT_EQ(check_text("* SET R / N, S /;\n"
                          "$MODEL:FAULTS\n"
                          "$SECTORS:\n"
                          "  Y(R)  X  Z\n"
-                         "  W(R\n"         // 5: no end; W is a sector all the same
-                         "$COMODITIES:\n"  // 6: declares PA and PB all the same
+                         "  W(R\n"         // 5: no end; W is still a sector
+                         "$COMODITIES:\n"  // 6: still declares PA and PB
                          "  PA(R)  PB\n"
                          "$CONSUMERS:\n"
                          "  RA  X\n"  // 9: X is a sector
@@ -109,8 +109,8 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
                          "  TAU\n"
                          "$PROD:Y(R)  s:1\n"
                          "  O:PA(R)  Q:1\n"
-                         "  I:PA(T)  Q:1\n"                    // 14: T is a set of its own
-                         "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is no consumer
+                         "  I:PA(T)  Q:1\n"                    // 14: T is a separate set
+                         "  I:PB     Q:1      A:TAU  T:0.1\n"  // 15: TAU is not a consumer
                          "+          N:TAU(R\n"                // 16: no end
                          "  I:PB     Q:1\n"
                          "\n"
@@ -151,7 +151,7 @@ TEST(Check, ShowsEveryFaultAndNoConsequence) {
               "38:14 kind-mismatch\n");
 }
 
-// After a missing end nothing of a model can be judged.
+// After a missing end nothing in a model can be judged.
 TEST(Check, AMissingEndIsOneFault) {
     const string rows = "$SECTORS:\n  Y\n$COMMODITIES:\n  P\n$PROD:Y\n  O:P Q:1\n";
     EXPECT_EQ(
@@ -161,7 +161,7 @@ TEST(Check, AMissingEndIsOneFault) {
               "8:1 keyword-unknown\n");
 }
 
-// What may look like a fault of a row and is none, beside the like that is one.
+// Rows that look wrong but are right, next to similar ones that are wrong.
 TEST(Check, TellsRowsFromOddRows) {
     const string head = "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n";
     const string tail = "$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
@@ -194,8 +194,8 @@ TEST(Check, TellsRowsFromOddRows) {
     for (const auto& row : rows) EXPECT_EQ(check_text(head + row.block + tail), row.findings);
 }
 
-// What is after the sets of a name, beside what may be there.
-TEST(Check, FindsTextBehindTheSetsOfAName) {
+// Text after the sets of a name, next to text that is allowed there.
+TEST(Check, FindsTextAfterTheSetsOfAName) {
     const string head = "$MODEL:M\n$SECTORS:\n  Y(R)\n$COMMODITIES:\n  P(R)\n$CONSUMERS:\n  C(R)\n";
     const string tail = "$DEMAND:C(R)\n  D:P(R)\n  E:P(R)  Q:1\n$OFFTEXT\n";
     EXPECT_EQ(check_text(head +
@@ -211,7 +211,7 @@ TEST(Check, FindsTextBehindTheSetsOfAName) {
               "11:13 label-unknown\n12:11 text-ignored\n");
 }
 
-// Where the line tells more than the message, the help says it.
+// If the line shows more than the message, the help says it.
 TEST(Check, HelpsWithTheCauseThatTheLineShows) {
     const string head = "$MODEL:M\n$COMMODITIES:\n  P\n$AUXILIARY:\n  T\n";
     const std::pair<string, string> rows[] = {
@@ -233,7 +233,7 @@ TEST(Check, HelpsWithTheCauseThatTheLineShows) {
     }
 }
 
-// Who takes what, and names that are used before they are declared.
+// Who uses what, and names that are used before they are declared.
 TEST(Check, KnowsTheUsesOfNames) {
     const auto model = [](const string& endowment) {
         return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PG  PL\n$PROD:Y\n  O:PY  Q:1\n"
@@ -246,7 +246,7 @@ TEST(Check, KnowsTheUsesOfNames) {
     EXPECT_EQ(check_text(model("1")), "5:7 commodity-unused\n");
 }
 
-// Beyond line 99999 the listing does not show where a name is used, the tree does.
+// Beyond line 99999 the listing does not show where a name is used, but the tree does.
 TEST(Check, CallsNoNameUnusedThatMayBeUsed) {
     string text = "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n";
     for (int line = 0; line < 100000; ++line) text += "*\n";
@@ -254,7 +254,7 @@ TEST(Check, CallsNoNameUnusedThatMayBeUsed) {
     EXPECT_EQ(check_text(text), "100010:9 value-missing\n");
 }
 
-// A model that is left out and has no end has the next one in it, which is then not begun.
+// A model that is left out and has no end contains the next one, which then does not begin.
 TEST(Check, PassesOverWhatIsLeftOut) {
     const string model = "$MODEL:A\n$PROD:Y\n  O P\n";
     const string text = model + "$OFFTEXT\n" + model + "$MODEL:B\n  O P\n$OFFTEXT\n$MODEL:C\n+ X\n";

@@ -1,4 +1,4 @@
-// orvex as it is called: command lines with their status and streams, and what is left in the
+// orvex as users call it: command lines with their status and output, and the files left in the
 // folder.
 #include "frontend/base/files.h"
 #include "frontend/base/jobs.h"
@@ -27,7 +27,7 @@ using harness::Result;
 namespace fs = std::filesystem;
 namespace frontend = orvex::frontend;
 
-// A model without a fault, of ten lines after its name.
+// A model without errors, of ten lines after its name.
 std::string model(const std::string& name, const std::string& more_commodities = "",
                   const std::string& production = "$PROD:Y") {
     return "$MODEL:" + name + "\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL" + more_commodities +
@@ -35,7 +35,7 @@ std::string model(const std::string& name, const std::string& more_commodities =
            "\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n";
 }
 
-// good, bad (an unknown keyword in line 8), warn (PX is not used), two (M and N), row (M, a bad N,
+// good, bad (an unknown keyword on line 8), warn (PX is not used), two (M and N), row (M, a bad N,
 // and O), and folders.
 void write_files(const Folder& folder) {
     for (const char* name : {"models/inner/.hidden", "empty"}) {
@@ -59,7 +59,7 @@ constexpr const char* nothing = nullptr;
 struct CommandLine {
     const char* command;  // after "orvex", for the shell
     int status;
-    const char* out;  // a text in it; nothing: it is empty
+    const char* out;  // a part of it; if empty, there is no output
     const char* err;
 };
 
@@ -298,8 +298,8 @@ const CommandLine command_lines[] = {
     {"check --translator /bin/true good.zlm", 2, "true ended before it had read the model",
      "1 error in 1 file\n"},
     {"translate - <good.zlm; grep stdin.scr M.HDR", 0, "stdin.scr", "wrote 2 files\n"},
-    // A translator that reads another model than it is given: it accepts an error, or stops at
-    // none.
+    // A translator that reads another model than the one given: it accepts an error, or stops
+    // without one.
     {"--version; printf '#!/bin/sh\nsed -i s/PORD/PROD/ input\nexec \"$ORVEXPP\" \"$@\"\n' >kind; "
      "chmod +x kind; \"$ORVEX\" translate --translator ./kind --format short bad.zlm",
      0, "orvex 0.1.0\n",
@@ -360,7 +360,7 @@ TEST(Commands, WithoutGraphvizThereIsNoPicture) {
         "for more about an error: orvex explain graphviz-failed\n1 error in 1 file\n");
 }
 
-// Values of PATH, and the end of what the orvexpp that is run says, or that there is none.
+// Values of PATH, and the end of the message from the orvexpp that is run, or that there is none.
 constexpr const char* paths[][2] = {
     {"$PWD/none:$PWD/one:$PWD/two", "model: one"},
     {"two:one", "model: two"},
@@ -387,7 +387,7 @@ TEST(Commands, FindTheTranslatorAlongPath) {
     }
 }
 
-// A program that cannot be started leaves no descriptor open, nor does one that ends.
+// Neither a program that cannot be started nor one that has ended leaves a descriptor open.
 TEST(Processes, LeaveNoDescriptors) {
     const auto open_descriptors = [] {
         int count = 0;
@@ -413,7 +413,7 @@ TEST(Processes, LeaveNoDescriptors) {
     }
 }
 
-// A terminal of which `shown` reads what has been written on it.
+// A terminal; `shown` reads what has been written to it.
 class Terminal {
   public:
     Terminal() : screen_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
@@ -440,7 +440,7 @@ class Terminal {
     int line_ = -1;
 };
 
-// Nothing in the first second, then a line every tenth of one, which the next output erases.
+// Nothing in the first second, then a line every tenth of a second, which the next output erases.
 TEST(Progress, IsALineOfATerminal) {
     using namespace std::chrono_literals;
     const Terminal terminal;
@@ -496,7 +496,7 @@ TEST(Translate, UnchangedAndFailedModelsAreNotTouched) {
     const Folder folder;
     folder.write("two.zlm", model("N") + model("M"));
     folder.shell("\"$ORVEX\" translate two.zlm; touch -t 200001010000 *.GEN *.HDR mark");
-    // N gets a description, which only its header file shows. M is wrong now.
+    // N gets a description, which only its header file shows. M now has an error.
     folder.write("two.zlm", model("N", " ! Labour") + model("M", "", "$PORD:Y"));
     const Result result = folder.shell(
         "\"$ORVEX\" translate two.zlm; echo $?; find . -newer mark -name '*.[GH]*'; ls *.GEN");
@@ -526,7 +526,7 @@ TEST(Translate, PutFileKeepsModesLinksAndDevices) {
     const std::string link = folder.path() + "/link";
     fs::create_symlink("file", link);
     bool changed = false;
-    ASSERT_TRUE(frontend::put_file(link, "one", changed));  // the link led nowhere yet
+    ASSERT_TRUE(frontend::put_file(link, "one", changed));  // the link led nowhere until now
     EXPECT_EQ(folder.read("file"), "one");
     ::chmod(path.c_str(), 0640);
     ASSERT_TRUE(frontend::put_file(link, "two", changed));
@@ -544,7 +544,7 @@ TEST(Translate, PutFileKeepsModesLinksAndDevices) {
     EXPECT_EQ(folder.files().size(), 1U);
 }
 
-// make finds the output and asks for the input under the names that they have.
+// make finds the output, and asks for the input, under their real names.
 void expect_names_in_make(const std::string& output, const std::string& input) {
     const Folder folder;
     folder.write("d", frontend::depfile({output, "other"}, {input, "last"}));
@@ -594,7 +594,7 @@ TEST(Jobs, ManyThreadsGiveTheBytesOfOne) {
     EXPECT_EQ(result.out, "1\n1\n96\n12 errors, 20 warnings in 60 files\n");
 }
 
-// The largest memory that a program which this one started has had so far, in KiB.
+// The largest memory use so far of any program started by this one, in KiB.
 long most_memory() {
     rusage usage{};
     ::getrusage(RUSAGE_CHILDREN, &usage);
@@ -605,8 +605,8 @@ long most_memory() {
 #endif
 }
 
-// The results of 900 files that are kept take 2 MiB. A sanitizer, which needs more memory to start
-// with, keeps memory that is given back.
+// If kept, the results of 900 files would take 2 MiB. A sanitizer needs more memory from the start,
+// and keeps freed memory.
 TEST(Jobs, MemoryDoesNotGrowWithTheFiles) {
     constexpr long most_growth = 1024;  // in KiB
     const Folder folder;
@@ -642,7 +642,7 @@ std::string unused_names(int count) {
     return names;
 }
 
-// A report that is too large for the limit leaves the older one.
+// A report that is too large for the limit leaves the old file unchanged.
 TEST(Translate, AFailedWriteLeavesTheOldFile) {
     const Folder folder;
     folder.write("many.zlm", model("M", unused_names(40)));
@@ -655,8 +655,8 @@ TEST(Translate, AFailedWriteLeavesTheOldFile) {
               "many.zlm\nr.json\n");
 }
 
-// Memory that is not enough for a file ends neither the run nor the other files. Under a sanitizer
-// the program needs more than the limit to start.
+// Too little memory for one file ends neither the run nor the other files. Under a sanitizer the
+// program needs more than the limit to start.
 TEST(Commands, MissingMemoryNamesTheFile) {
     const Folder folder;
     write_files(folder);
@@ -671,7 +671,7 @@ TEST(Commands, MissingMemoryNamesTheFile) {
         << result.out;
 }
 
-// What a command waits for, and the signal.
+// Commands that wait for something, and the signal.
 const char* const waits[][2] = {
     {"translate --header full good.zlm", "TERM"},
     {"translate --depfile full --model N two.zlm", "HUP"},
@@ -708,7 +708,8 @@ TEST(Jobs, ASignalEndsEveryWait) {
 }
 
 #ifdef __linux__
-// A signal that cannot be caught: the system ends `dot`. Who reaps it is up to the system.
+// A signal that cannot be caught: the system ends `dot`. Which process reaps it depends on the
+// system.
 TEST(Jobs, DotDoesNotOutliveOrvex) {
     const Folder folder;
     write_files(folder);
@@ -726,7 +727,7 @@ void fail_at_7(std::size_t index) {
     if (index == 7) throw std::runtime_error("seven");
 }
 
-// What comes of 50 jobs of which one fails, on its thread or where its result is taken.
+// The result of 50 jobs of which one fails, on its thread or where its result is taken.
 std::string failure(int jobs, bool on_thread) {
     try {
         frontend::in_order(
@@ -759,7 +760,7 @@ TEST(Jobs, ResultsComeInOrderAndNobodyRunsFarAhead) {
     }
 }
 
-// The manual and the completions know what the program knows.
+// The manual and the completions list every option of the program.
 TEST(Documents, NameEveryOption) {
     const Result result = Folder().shell(
         "for command in translate check info graph expand explain lsp codes; do\n"
@@ -774,8 +775,8 @@ TEST(Documents, NameEveryOption) {
     EXPECT_EQ(result.out, "many\n") << result.err;
 }
 
-// What bash is offered after --warn is taken, and holds each warning but that of the symbol
-// listing.
+// Each completion that bash offers after --warn is accepted. They include each warning except that
+// of the symbol listing.
 TEST(Documents, CompletionsOfferTheWarnings) {
     const Folder folder;
     folder.write("good.zlm", model("M"));

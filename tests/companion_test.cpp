@@ -1,4 +1,4 @@
-// The companion library: conversions and loading in this process, start-ups through the program.
+// The companion library: conversions and loading in this process, and start-up through the program.
 #include "companion/glue.h"
 #include "companion/palmf9def.h"
 
@@ -140,7 +140,7 @@ TEST_F(Companion, MessageIsCutToTheBuffer) {
         const auto cut = static_cast<std::size_t>(length - 1);
         EXPECT_EQ(text.substr(0, cut + 2), full.substr(0, cut) + '\0' + "#");
     }
-    // Without a buffer only the symbol is printed.
+    // Without a buffer the symbol is only printed.
     testing::internal::CaptureStdout();
     EXPECT_EQ(palGetReadyL(path.c_str(), nullptr, 256), 0);
     EXPECT_EQ(palGetReadyD((variants + "/nosymbol").c_str(), nullptr, 0), 0);
@@ -178,7 +178,7 @@ TEST_F(Companion, LibraryLivesAsLongAsItsObjects) {
         EXPECT_TRUE(message.is_blank());
         EXPECT_EQ(objectCount, 1);
 
-        // Once the library is loaded, another place is not even looked at.
+        // Once the library is loaded, another place is not even tried.
         char text[] = "stale";
         EXPECT_EQ(palGetReadyL("/nowhere/liba.dylib", text, sizeof text), 1);
         EXPECT_STREQ(text, "");
@@ -242,7 +242,7 @@ TEST_F(Companion, CallOfAFallback) {
     setExitIndicator(0);
     callback_answer = 0;
     palF90InitMutexes();
-    setErrorCallback(tell);  // a call hangs where its lock is not given back
+    setErrorCallback(tell);  // a call hangs if its lock is not released
     for (const std::int32_t screen : {1, 0}) {
         setScreenIndicator(screen);
         testing::internal::CaptureStdout();
@@ -264,7 +264,7 @@ TEST_F(Companion, LocksOnlyWithMutexes) {
         pthread_mutex_unlock(&objMutex);
         palF90InitMutexes();
     }
-    EXPECT_EQ(palcreate(object, message), 1);  // hangs where a lock is not given back
+    EXPECT_EQ(palcreate(object, message), 1);  // hangs if a lock is not released
     palfree(object);
     EXPECT_EQ(pthread_mutex_trylock(&objMutex), 0);
 }

@@ -1,5 +1,4 @@
-// Models in many styles in which nothing is wrong, correct/*.zlm: `orvex check` must be silent on
-// them.
+// Correct models in many styles, correct/*.zlm: `orvex check` must report nothing about them.
 #include "harness.h"
 
 #include <algorithm>
@@ -14,8 +13,7 @@ using std::string;
 
 namespace {
 
-// Files with a false alarm that is known, and the code of its finding. A row whose alarm has gone
-// fails.
+// Files with a known false alarm, and the code of its finding. A row fails once its alarm is gone.
 const std::map<string, string> known_alarms = {};
 
 std::vector<string> files() {
@@ -26,7 +24,7 @@ std::vector<string> files() {
     return names;
 }
 
-// The codes at the ends of the lines; one empty code where there is no finding.
+// The codes at the ends of the lines; one empty code if there is no finding.
 std::set<string> codes_in(const string& output) {
     std::set<string> codes;
     for (const string& line : harness::lines_of(output)) codes.insert(line.substr(line.rfind('[')));

@@ -1,4 +1,5 @@
-// What the findings of errors advise, and the edits that correct them; which names may be meant.
+// The advice in findings about errors, and the edits that correct them; and which names may be
+// meant.
 #include "frontend/rules/errors.h"
 
 #include "frontend/findings/finding.h"
@@ -39,7 +40,7 @@ string help_of(const Finding& finding) {
     return help;
 }
 
-// The text with the edits of a finding, the last one first.
+// The text after the edits of a finding, applied from the last to the first.
 string corrected(string text, const Finding& finding) {
     if (!finding.fix) return "";
     const std::vector<Edit>& edits = finding.fix->edits;
@@ -53,8 +54,8 @@ const string head =
     "TAU\n";
 const string tail = "$OFFTEXT\n";
 
-// Records after the head, what the help says, and the records as the edits correct them: those that
-// are sure, or that may be wrong.
+// Records after the head, the help text, and the records after edits that are certain, or that may
+// be wrong.
 struct Row {
     string wrong;
     string help;
@@ -113,7 +114,7 @@ const Row rows[] = {
      "$PROD:X\n O:PX  Q:A(\"N\")\n"},
     {"$PROD:X\n O:PX  Q:(1+(G)  P:1\n", "add `)`", "", "$PROD:X\n O:PX  Q:(1+(G))  P:1\n"},
     {"$PROD:X\n O:PX$(G  Q:1\n", "add `)`", "", "$PROD:X\n O:PX$(G)  Q:1\n"},
-    // Names. RA has a block of its own in the third of them, and X has none.
+    // Names. In the third of them RA has a block of its own, and X has none.
     {"$PROD:X\n I:PX  A:PL\n", "did you mean `RA`?", "", "$PROD:X\n I:PX  A:RA\n"},
     {"$PROD:RA\n", "did you mean `$DEMAND:RA`?", "", "$DEMAND:RA\n"},
     {"$DEMAND:RA\n$PROD:RA\n", "did you mean `X`?", "", "$DEMAND:RA\n$PROD:X\n"},
@@ -134,7 +135,7 @@ const Row rows[] = {
     {"$CONSTRAINT:TAX\n TAX =E= 0;\n", "did you mean `TAU`?", "", "$CONSTRAINT:TAU\n TAX =E= 0;\n"},
     {"$AUXILIARIES:\n PHI\n$CONSTRAINT:PHI\n PHI =E= 0;\n", "write `$AUXILIARY:`",
      "$AUXILIARY:\n PHI\n$CONSTRAINT:PHI\n PHI =E= 0;\n", ""},
-    // Loops. All places of one cause are corrected.
+    // Loops. All places with one cause are corrected.
     {"$PROD:Y(R)\n O:PY(R+2-1)\n", "did you mean `R+1`?", "", "$PROD:Y(R)\n O:PY(R+1)\n"},
     {"$PROD:Y(R)\n O:PY(R-3+3)\n", "did you mean `R`?", "", "$PROD:Y(R)\n O:PY(R)\n"},
     {"$PROD:Y(R)\n O:PY(R) Q:A(RR)\n", "did you mean `R`?", "", "$PROD:Y(R)\n O:PY(R) Q:A(R)\n"},
@@ -161,7 +162,7 @@ const Row rows[] = {
     {"$REPORT:\n V:V1 O:PLL\n", "did you mean `PL`?", "", "$REPORT:\n V:V1 O:PL\n"},
 };
 
-// Each is one finding with one line of help. What is sure to be meant leaves no error.
+// Each row is one finding with one line of help. A certain correction leaves no error.
 TEST(Errors, AdviseAndCorrect) {
     for (const Row& row : rows) {
         const string text = head + row.wrong + tail;
@@ -178,7 +179,7 @@ TEST(Errors, AdviseAndCorrect) {
     }
 }
 
-// The note says where the name got its meaning: where it is declared, else where it is first used.
+// The note says where the name got its meaning: where it is declared, or else first used.
 TEST(Errors, NameTheFirstPlace) {
     const std::pair<string, string> notes[] = {
         {"$PROD:X\n I:PX  A:PL\n", "5:11 `PL` was declared here, as a commodity"},
@@ -198,7 +199,7 @@ TEST(Errors, NameTheFirstPlace) {
     }
 }
 
-// Names whose keyword is missing are one finding.
+// Names without their keyword are one finding.
 TEST(Errors, OfAMissingKeywordAreOne) {
     std::vector<Finding> found = errors_of("$MODEL:M\n Y X\n$PROD:Y\n O:PX\n$OFFTEXT\n");
     ASSERT_EQ(found.size(), 1U);
@@ -210,7 +211,7 @@ TEST(Errors, OfAMissingKeywordAreOne) {
               "commodity");
 }
 
-// A model that runs into the host's text ends before it.
+// A model that runs into the host's text is ended before it.
 TEST(Errors, EndAModelBeforeTheHostsText) {
     const string model = "$MODEL:M\n$PROD:X\n O:PX\n";
     for (const string host : {"SOLVE M;\n X = 1;\n", "$ONTEXT\n", "$SETLOCAL A\nX\n"}) {
@@ -220,7 +221,7 @@ TEST(Errors, EndAModelBeforeTheHostsText) {
     }
 }
 
-// The last line may be one of the model that is wrong.
+// The last line may be a wrong one of the model.
 TEST(Errors, TakeNoRowForTheHostsText) {
     for (const auto& [last, help] :
          {std::pair("$PRODX", "write `$PROD:X`"),
@@ -245,17 +246,17 @@ TEST(NearNames, AreOfTheRightSizeAndMostlyUnused) {
         string found;
     } const table[] = {
         {"PQ", 0, {used}, "PX"},
-        {"PQ", 0, {used, unused}, "PY"},  // equally near: the one without a use
+        {"PQ", 0, {used, unused}, "PY"},  // equally near: the unused one
         {"PQ", 0, {used, {"PW", 0, false}}, ""},
         {"PQ", 0, {unused, {"PW", 0, true}}, ""},
-        {"PQ", 0, {wide}, ""},  // another number of sets
+        {"PQ", 0, {wide}, ""},  // a different number of sets
         {"PQ", 1, {used, unused, wide}, "PZ"},
         {"PQ", -1, {wide}, "PZ"},
         {"PQ", 1, {{"PV", -1, false}}, "PV"},
         {"Z", 0, {{"X", 0, true}, {"Y", 0, false}}, "X"},  // too short to be compared
         {"Z", 0, {{"X", 0, true}, {"Y", 0, true}}, ""},
         {"Z", 0, {{"STEEL", 0, true}}, ""},
-        {"STEEEL", 0, {{"STEEL", 0, false}, {"STEEL12", 0, true}}, "STEEL"},  // the nearer
+        {"STEEEL", 0, {{"STEEL", 0, false}, {"STEEL12", 0, true}}, "STEEL"},  // the nearer one
     };
     for (const auto& row : table)
         EXPECT_EQ(nearest_name(row.name, row.dimension, row.candidates), row.found) << row.name;

@@ -1,5 +1,5 @@
-// What orvex expand prints: expressions, statements and data by rows, the examples of the index and
-// of the guide as a whole.
+// The output of orvex expand: rows of expressions, statements and data, and the whole examples of
+// the index and of the guide.
 #include "frontend/expansion/expand.h"
 
 #include "frontend/base/bytes.h"
@@ -32,7 +32,7 @@ const char* const usual_data = R"({
 })";
 
 // The program alone, with data as text: its lines, each with "|" after it; or the code and variant
-// of each flaw with the text that it is about, or the variant of each finding.
+// of each flaw with the text at its place, or the line and message of each finding.
 string printed(const string& generator, const string& data = usual_data) {
     DataFiles files;
     std::vector<Finding> findings;
@@ -69,7 +69,7 @@ struct Row {
 
 TEST(Expand, EvaluatesExpressions) {
     const Row rows[] = {
-        // Numbers as they are printed.
+        // Numbers as printed.
         {"100000", "1e+05"},
         {"123456", "123456"},
         {"0.1", "0.1"},
@@ -79,7 +79,7 @@ TEST(Expand, EvaluatesExpressions) {
         {"1E-400", "0"},
         {"-Z", "0"},
         {"K/3", "1.6666666666666667"},
-        // What binds more: $, **, * and /, + and -, comparisons, NOT, AND, OR and XOR.
+        // Precedence: $, **, * and /, + and -, comparisons, NOT, AND, OR and XOR.
         {"-2**2", "-4"},
         {"2**3**2", "64"},
         {"2+3*4", "14"},
@@ -123,7 +123,7 @@ TEST(Expand, EvaluatesExpressions) {
         {"SUM((S,SS)$MAP(S,SS),X(S)*X(SS))", "8"},
         {"SUM(NONE,1)", "0"},
         {"SUM(S,SUM(SS$(ORD(SS) GT ORD(S)),1))", "3"},
-        // Elements, places beyond the end, and places round the end.
+        // Elements, places past the end, and wrapping round the end.
         {"X(\"b\")*10+X('A')", "21"},
         {"X(\"D\")", "0"},
         {"SUM(S,X(S+1))", "5"},
@@ -136,7 +136,7 @@ TEST(Expand, EvaluatesExpressions) {
         {"SUM(S,SUB(S+1))", "1"},
         {"SUB(\"B\")+SUB(\"A\")", "1"},
         {"SUM(SUB,ORD(SUB)+X(SUB))", "3"},
-        // What is before "$" is evaluated only where it counts.
+        // The operand before "$" is evaluated only if it counts.
         {"(1/Z)$Z", "0"},
         {"ORVEPS", "1e-08"},
         {"ORVREPORT", "1"},
@@ -170,7 +170,7 @@ TEST(Expand, RefusesOtherExpressions) {
         {"SUM(KK,1)", "data-missing set KK"},
         {"SUM(S,X(S+K/2))", "expression-unknown /"},
         {"SUM(S,X(S+(K/2)))", "expression-unknown offset K/2"},
-        // Each part has to be finite, whatever comes of the whole.
+        // Each part must be finite, whatever the whole is.
         {"1/Z GT 5", "value-not-finite 1/Z"},
         {"Z AND LOG(Z)", "value-not-finite LOG(Z)"},
         {"N**0.5", "value-not-finite N**0.5"},
@@ -182,7 +182,7 @@ TEST(Expand, RefusesOtherExpressions) {
         EXPECT_EQ(printed("{    1}  PUT (" + row.text + ");\n"), row.result) << row.text;
 }
 
-// More than the columns of a statement hold.
+// More levels than the columns of a statement allow.
 TEST(Expand, LimitsTheDepth) {
     const auto nested = [](std::size_t depth) {
         string text = "{    1}  PUT ";
@@ -199,7 +199,7 @@ TEST(Expand, RunsStatements) {
         {"$OFFLISTING\n* PUT 'a';\n\nPUT / '$SOLVE'/;\nPUTCLOSE   ORV;\nOPTION LIMROW=0;\n"
          "M.INTEGER1 = M.INTEGER1 + 1;\n",
          "|$SOLVE|"},
-        // Strings may follow one another; blanks in them count.
+        // Consecutive strings are allowed; blanks in them count.
         {"{    1}  PUT /,'Y''.'/'+T:'K;\n{    1}  PUT '        ';\n", "|Y.|+T:5        |"},
         // An option has no ";".
         {"{    1}  PUT /,'$PEPS:1.E-8'\n\n{    2}  PUT /;\n", "|$PEPS:1.E-8|"},
@@ -216,7 +216,7 @@ TEST(Expand, RunsStatements) {
          "{    2}    IF ( ( (ORD(T)+1 GE 1) * (ORD(T)+1 LE CARD(T )) ),\n"
          "{    2}      PUT 'O:P''.'T.TE(T+1)/;\n{    2}    );\n{    2}  );\n",
          "O:P.2|O:P.3|O:P.4|"},
-        // After what cannot be read the rest is read all the same.
+        // After a part that cannot be read, the rest is still read.
         {"{    1}  IF(ABS(K..B) GT ORVEPS,\n{    1}    PUT 'x'MISSING;\n{    1}  );\n"
          "{    2}  IF ((K), PUT 'x'S.XX; );\n{    3}  PUT FOO;\n",
          "expression-unknown .; expression-unknown S.XX; data-missing scalar MISSING; "
@@ -231,15 +231,15 @@ TEST(Expand, RunsStatements) {
     for (const Row& row : rows) EXPECT_EQ(printed(row.text), row.result) << row.text;
 }
 
-// The generator text wants K, X of one set, the set S and whether elements are in MAP; V and W are
-// variables.
+// The generator text needs K, X over one set, the set S and whether elements are in MAP; V and W
+// are variables.
 TEST(Expand, ReadsDataFiles) {
     const string wanting =
         "{    1}  LOOP((S),\n{    1}    PUT S.TL'='X(S)' 'MAP(S,S)/;\n{    1}  );\n"
         "{    2}  PUT K;\n";
     const Row rows[] = {
         {"name,e,value\nS,b\nS,a\nX,A,1.5\nK,+2e1\nMAP,B,B\nV,A,3\nW,1\n", "B=0 1|A=1.5 0|20|"},
-        // Quotes, blanks, CR LF, an empty line and the mark of UTF-8.
+        // Quotes, blanks, CR LF, an empty line and a byte order mark.
         {"\xEF\xBB\xBF\"S\",\"b,\"\"c\"\"\"\r\n\r\n s , a \r\n\"X\", a,\"2\"\r\nMAP,A,A\r\nK,1",
          "B,\"C\"=0 0|A=2 1|1|"},
         {"{\"sets\":{\"s\":[2020,\"x\"],\"map\":[[\"X\",\"x\"]]},"
@@ -290,7 +290,7 @@ string block(const MessageEntry& entry, const string& kind) {
     return {};
 }
 
-// The findings of an example, with its place.
+// The findings of an example, with their places.
 string expanded(const MessageEntry& entry, const string& model, const string& data) {
     const Folder folder;
     const string text = block(entry, data);
@@ -317,7 +317,7 @@ TEST(Expand, ExamplesOfTheIndex) {
     EXPECT_EQ(count, 6);
 }
 
-// Each example with its data, as the texts beside its outputs have it.
+// Each example with its data, as shown next to its outputs.
 TEST(Expand, ExamplesOfTheGuide) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(EXAMPLES_DIR)) {
@@ -338,7 +338,7 @@ TEST(Expand, ExamplesOfTheGuide) {
 struct CommandLine {
     string command;  // after "orvex expand"
     int status;
-    string out;  // a text in it; nothing if it is empty
+    string out;  // a part of it; if empty, there is no output
     string err;
 };
 
@@ -346,9 +346,8 @@ bool has_text(const string& stream, const string& text) {
     return text.empty() ? stream.empty() : stream.find(text) != string::npos;
 }
 
-// m.zlm has the models ONE and TWO, both with Y of the set S; TWO divides by Z, which in rule.zlm
-// only a constraint uses. bad.zlm has an
-// error in the first of two models.
+// m.zlm has the models ONE and TWO, both with Y over the set S. TWO divides by Z, which only a
+// constraint uses in rule.zlm. bad.zlm has an error in the first of two models.
 TEST(Expand, StatusAndStreams) {
     const string head = "$SECTORS:\n  Y(S)\n$COMMODITIES:\n  PY(S)  PL\n$CONSUMERS:\n  RA\n";
     const string tail = "  I:PL  Q:1\n$DEMAND:RA\n  D:PY(S)  Q:1\n  E:PL  Q:1\n$OFFTEXT\n";

@@ -1,5 +1,5 @@
-// Ten faults at once: every model of faults/*.zlm has about ten, as people make them, each in a
-// place of its own. One run of `orvex check` must show all of them, each at its place, and nothing
+// Ten faults at once: every model in faults/*.zlm has about ten, as people make them, each in a
+// separate place. One run of `orvex check` must show all of them, each at its place, and nothing
 // else.
 #include "frontend/findings/messages.h"
 #include "harness.h"
@@ -18,11 +18,11 @@ using std::string;
 
 namespace {
 
-// A finding as these tests name it: "LINE:COLUMN CODE", or "CODE" where it is about the whole file.
+// A finding in these tests: "LINE:COLUMN CODE", or "CODE" if it is about the whole file.
 using Found = std::multiset<string>;
 
-// A line "*~ 12 kind-mismatch, 20 set-not-looped" gives the columns and codes of the findings in
-// the next line that is none; without a column a code is about the whole file.
+// A line "*~ 12 kind-mismatch, 20 set-not-looped" gives the columns and codes of the findings on
+// the next line that is not of this form; a code without a column is about the whole file.
 Found expected_in(const string& text) {
     static const std::regex item(" (?:([0-9]+) )?([a-z-]+)");
     Found expected;

@@ -1,5 +1,4 @@
-// What the front end says: the index of messages in its words, findings in each format, spelling,
-// explain.
+// The front end's words: the index of messages, findings in each format, spelling, and explain.
 #include "frontend/base/printable.h"
 #include "frontend/base/spelling.h"
 #include "frontend/commands/explain.h"
@@ -30,7 +29,7 @@ namespace {
 
 // Messages.
 
-// Whether a title has no capitals and no full stop outside its back quotes.
+// Does a title have no capitals and no full stop outside its backticks?
 bool is_plain(const string& title) {
     static const std::regex quoted("`[^`]+`");
     static const std::regex plain("(<[a-z]+>|[-a-z0-9 ,:;])+");
@@ -38,7 +37,7 @@ bool is_plain(const string& title) {
            title.find("  ") == string::npos && title.find(" :") == string::npos;
 }
 
-// Why an entry is not as the page has it; empty where it is.
+// How an entry differs from the page; empty if it does not.
 string fault_of(const MessageEntry& entry, const string& page) {
     if (page.find("\n" + entry.text + "\n") == string::npos) return "not in the page";
     if (find_code(entry.code) != &entry) return "not found";
@@ -73,8 +72,8 @@ TEST(Index, HasTheLevelsOfTheRules) {
     EXPECT_EQ(of_rules, of_page);
 }
 
-// Nothing else in the sources of the front end is written like a code but the blocks of an entry
-// and what formats call a confidence.
+// Nothing else in the sources of the front end looks like a code, except the blocks of an entry and
+// the names of confidences in formats.
 TEST(Index, HasEachCodeOfTheSources) {
     const std::regex literal("\"([a-z]+(-[a-z]+)+)\"");
     const std::regex other(
@@ -93,7 +92,7 @@ TEST(Index, HasEachCodeOfTheSources) {
     EXPECT_GT(count, 40U);
 }
 
-// A message of the translator ("|" for a line end), and below it its code, values and what is said.
+// A message of the translator ("|" for a line end), and below it its code, values and finding.
 const char* const recognised = R"( *** ADDSYM: symbol dimension error:Y
 dimension-mismatch name=Y: `Y` has a different number of sets here than before
  *** Symbol type mismatch: P
@@ -159,7 +158,7 @@ const Finding placeless{Severity::error,
                         {},
                         {{Severity::help, "did you mean `--format`?", {}}}};
 
-// With a fix of two edits, the second of which puts a line in.
+// With a fix of two edits, the second of which inserts a line.
 const Finding fixed{
     Severity::warning,
     "plus-joined",
@@ -215,17 +214,17 @@ TEST(Text, ShowsAnyLine) {
         {"\tO:PX\tQ:1", 7, 10, "\tO:PX\tQ:1", "\t    \t^^^"},
         {"  P\xC3\x89X \xE2\x82\xAC", 3, 6, "  P\xC3\x89X \xE2\x82\xAC", "  ^^^"},
         {"\xC3\x89\tX", 3, 4, "\xC3\x89\tX", " \t^"},
-        // Not UTF-8: a column is a byte, and so is what is shown of it.
+        // Not UTF-8: each byte is a column, and shown as one character.
         {"\xC3\x89\xE9 Q:1", 5, 8, odd + odd + odd + " Q:1", "    ^^^"},
         {"\xF0\x9F\x98", 1, 2, odd + odd + odd, "^"},
         {"\x1b[2J \x7F\r", 2, 3, odd + "[2J " + odd + odd, " ^"},
         {string("\xC2\x9B\xE2") + "\x80\xAE-", 3, 4, odd + odd + "-", "  ^"},  // CSI; right to left
         {string("A\0B", 3), 3, 4, "A" + odd + "B", "  ^"},
-        // A place after the end, an empty one, one that goes on too far.
+        // A place past the end, an empty one, and one that continues too far.
         {"AB", 5, 6, "AB", "    ^"},
         {"AB", 1, 1, "AB", "^"},
         {"AB", 2, 99, "AB", " ^"},
-        // Long lines are shown in part.
+        // Only a part of a long line is shown.
         {hundred + sixty, 160, 161, hundred + sixty, string(159, ' ') + "^"},
         {"z" + hundred + sixty, 1, 2, "z" + hundred + sixty.substr(7) + "...", "^"},
         {hundred + sixty + "z", 161, 162, "..." + hundred.substr(7) + sixty + "z",
@@ -355,7 +354,7 @@ TEST(Sarif, HasRelativeLocations) {
         R"("partialFingerprints":{"orvexLine/v1":")";
     const string result = report_finding(Format::sarif, finding, true, true);
     EXPECT_EQ(result.substr(0, start.size()), start);
-    // The fingerprint stays where lines move and where the path is written in another way.
+    // The fingerprint stays the same when lines move or the path is written differently.
     const auto has_its_print = [&](const string& path, const string& text) {
         finding.span = {path, 99, 7, 9, 1000, 1002, text};
         return report_finding(Format::sarif, finding, true, false)
@@ -365,7 +364,7 @@ TEST(Sarif, HasRelativeLocations) {
     EXPECT_FALSE(has_its_print("a/m\xC3\xA9 1.zlm", usual.span.text + ' '));
 }
 
-// In a message of SARIF {0} is the place of an argument, and [a](b) a link.
+// In a SARIF message {0} is a placeholder for an argument, and [a](b) a link.
 TEST(Sarif, HasNoPlacesOfArgumentsAndNoLinks) {
     const string shown[][2] = {{"{0}", "{{0}}"},
                                {"[a](b)", R"(\\[a\\](b))"},
@@ -383,7 +382,7 @@ TEST(Sarif, HasNoPlacesOfArgumentsAndNoLinks) {
     }
 }
 
-// Nobody sees them, or they change what is seen of the rest.
+// They are invisible, or change how the rest is shown.
 TEST(Text, ShowsHiddenCharacters) {
     const string replacement = "\xEF\xBF\xBD";
     for (const string hidden :
@@ -423,7 +422,7 @@ const std::vector<Finding> all_kinds{usual,
                                      at("\x1b[2J\x01\"\\", 2, 3, "/a b#?.zlm"),
                                      at(string("A\0B", 3), 3, 4, "<stdin>")};
 
-// Each edit of wrong.json takes one thing away, or makes it one that must not be.
+// Each edit of wrong.json removes something required, or makes a value invalid.
 const string check_schemas =
     R"(for python in python3 /usr/bin/python3 none; do
 "$python" -c 'import jsonschema' 2>/dev/null && break
@@ -511,7 +510,7 @@ TEST(Junit, HasASuiteForEachFile) {
             "</testsuites>\n");
 }
 
-// Each suite with its counts, as a parser of XML reads them, and how many tests it has.
+// Each suite with its counts, as an XML parser reads them, and its number of tests.
 const char* const read_junit = R"(for python in python3 /usr/bin/python3 none; do
 "$python" -c 'import xml.etree' 2>/dev/null && break
 done; [ $python != none ] || exit 99
@@ -561,8 +560,8 @@ TEST(Spelling, FindsTheNearest) {
         {"PZ", {"PX", "px"}, "PX"},    // one name twice
         {"PZA", {"PXA", "PYA", "PZAB", "PZ"}, ""},
         {"ABCDEF", {"ABC", "ABCDXY", "ABCDEX"}, "ABCDEX"},  // nearer than two that are equally near
-        {"P", {"PX", "Q"}, "PX"},                           // one step, however short the word
-        {"AB", {"ABCD", "ABC"}, "ABC"},                     // the nearer, not the first
+        {"P", {"PX", "Q"}, "PX"},                           // one step, even in a short word
+        {"AB", {"ABCD", "ABC"}, "ABC"},                     // the nearer one, not the first
         {"CA", {"ABC"}, ""},                                // no change within a swap
         {"P", {""}, ""},
         {"Q", {"P"}, ""},  // nothing in common

@@ -53,7 +53,7 @@ std::size_t error_count(const std::vector<Finding>& findings) {
                       [](const Finding& finding) { return finding.severity == Severity::error; }));
 }
 
-// Are the edits in order, apart from one another and in the text, and is the rest of it as it was?
+// Are the edits in order, not touching and within the text, and is the rest of it unchanged?
 bool is_kept(const string& text, const Edits& edits, const string& edited_text) {
     std::size_t at = 0;
     std::size_t at_edited = 0;
@@ -70,7 +70,7 @@ bool is_kept(const string& text, const Edits& edits, const string& edited_text) 
     return edited_text.substr(at_edited) == text.substr(at);
 }
 
-// Takes the first line off a text, with its end.
+// Takes the first line, with its line end, off a text.
 std::string_view take(std::string_view& text) {
     const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
     const std::string_view line = text.substr(0, end);
@@ -78,7 +78,7 @@ std::string_view take(std::string_view& text) {
     return line;
 }
 
-// The text as `patch` makes it of a diff; "broken" where the diff does not fit.
+// The result of applying a diff as `patch` does; "broken" if the diff does not fit.
 string patched(std::string_view text, std::string_view diff) {
     constexpr std::string_view open_end = "\\ No newline at end of file\n";
     string made;

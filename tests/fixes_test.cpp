@@ -1,5 +1,5 @@
-// Edits: which fixes are made together, what comes of them, and their diff. The fixes of findings,
-// each made on the examples of docs/messages.md.
+// Edits: which fixes are made together, their results, and their diff. The fixes of findings, each
+// made on the examples of docs/messages.md.
 #include "fix_properties.h"
 #include "frontend/findings/messages.h"
 #include "frontend/fixes/choice.h"
@@ -47,12 +47,12 @@ TEST(Choice, TakesTheFirstOfThoseThatTouch) {
         {{with_fix(certain, {{4, 6, "b"}}), with_fix(certain, {{1, 2, "a"}})},
          certain,
          "1-2:a 4-6:b "},
-        // All edits of a fix, or none; the third one is apart from the first.
+        // All edits of a fix or none; the third one does not touch the first.
         {{with_fix(certain, {{4, 6, "b"}}), with_fix(certain, {{1, 2, "a"}, {5, 7, "c"}}),
           with_fix(certain, {{0, 2, "d"}})},
          certain,
          "0-2:d 4-6:b "},
-        // Within one another, at the same place; side by side is apart.
+        // Nested, and at the same place; adjacent edits do not touch.
         {{with_fix(certain, {{3, 9, "b"}}), with_fix(certain, {{4, 5, "c"}})}, certain, "3-9:b "},
         {{with_fix(certain, {{4, 5, "c"}}), with_fix(certain, {{3, 9, "b"}})}, certain, "4-5:c "},
         {{with_fix(certain, {{3, 3, "x"}}), with_fix(certain, {{3, 3, "y"}})}, certain, "3-3:x "},
@@ -73,7 +73,7 @@ TEST(Choice, TakesTheFirstOfThoseThatTouch) {
     }
 }
 
-// The text after two rounds of edits is the original with the edits that the revision names.
+// The text after two rounds of edits is the original with the edits that the revision returns.
 TEST(Revision, JoinsEditsOfSeveralRounds) {
     struct {
         Edits first;
@@ -105,19 +105,19 @@ TEST(Diff, IsTheUnifiedForm) {
         string diff;
     } const rows[] = {
         {"a\nb\nc\nd\ne\n", {{4, 5, "C"}}, "@@ -1,5 +1,5 @@\n a\n b\n-c\n+C\n d\n e\n"},
-        // Whole lines are put in and taken out without those around them.
+        // Whole lines are inserted and removed without the lines around them.
         {"a\nb\n", {{2, 2, "new\n"}}, "@@ -1,2 +1,3 @@\n a\n+new\n b\n"},
         {"a\nb\n", {{0, 2, ""}}, "@@ -1,2 +1,1 @@\n-a\n b\n"},
         {"a\nb\n", {{4, 4, "c\n"}}, "@@ -1,2 +1,3 @@\n a\n b\n+c\n"},
-        // A line that is broken, and lines that are joined; two edits in a line.
+        // A line that is broken, and lines that are joined; two edits on a line.
         {"ab cd\nx\n", {{2, 3, "\n  "}}, "@@ -1,2 +1,3 @@\n-ab cd\n+ab\n+  cd\n x\n"},
         {"ab\ncd\n", {{2, 3, " "}}, "@@ -1,2 +1,1 @@\n-ab\n-cd\n+ab cd\n"},
         {"abc\n", {{0, 1, "A"}, {2, 3, "C"}}, "@@ -1,1 +1,1 @@\n-abc\n+AbC\n"},
-        // Two hunks, the second of which is moved by the first.
+        // Two hunks; the first moves the second.
         {ten,
          {{0, 0, "0\n"}, {18, 20, "ten"}},
          "@@ -1,3 +1,4 @@\n+0\n 1\n 2\n 3\n@@ -7,4 +8,4 @@\n 7\n 8\n 9\n-10\n+ten\n"},
-        // A last line without an end, which stays so, gets one, or is new.
+        // A last line without an end: it stays like that, gets one, or is new.
         {"a\nb",
          {{2, 3, "B"}},
          "@@ -1,2 +1,2 @@\n a\n-b\n\\ No newline at end of file\n+B\n"
@@ -153,14 +153,13 @@ TEST(Diff, NamesAnyPath) {
 
 // The fixes of findings.
 
-// The codes of the findings on a file, and those for which there is a fix of the confidence asked
-// for.
+// The codes of the findings on a file, and those that have a fix of the requested confidence.
 struct Codes {
     std::set<string> all;
     std::set<string> fixable;
 };
 
-// The codes of all files, by their names.
+// The codes for all files, by file name.
 std::map<string, Codes> codes(const Folder& folder, const string& confidence) {
     static const std::regex form("\"code\":\"([a-z-]+)\".*?\"path\":\"([^\"]+)\"");
     std::map<string, Codes> found;
@@ -176,7 +175,7 @@ std::map<string, Codes> codes(const Folder& folder, const string& confidence) {
     return found;
 }
 
-// Makes the fixes of all examples of the index. Returns how many have one for their own code.
+// Makes the fixes of all examples in the index. Returns how many have one for their own code.
 int fix_examples(const string& confidence, const string& options) {
     const Folder folder;
     for (const MessageEntry& entry : message_index())
@@ -202,8 +201,8 @@ TEST(Fixes, RemoveTheFindingsOfAllExamples) {
     EXPECT_GE(fix_examples("maybe-incorrect", "--fix --unsafe-fixes"), 5);
 }
 
-// A model without findings but for its names and rows: line 5 has the commodities, and the rows of
-// Y begin in line 9.
+// A model without findings, except in the names and rows given: the commodities are on line 5, and
+// the rows of Y begin on line 9.
 string model(const string& rows, const string& names = "  PY  PL\n") {
     return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n" + names +
            "$CONSUMERS:\n  RA\n$PROD:Y  S:1\n" + rows +
@@ -217,7 +216,7 @@ string replaced(string text, const string& old, const string& wanted) {
     return text;
 }
 
-// Why `patch` does not make the wanted text with the diff that is shown; empty where it does.
+// How applying the shown diff with `patch` fails to give the wanted text; empty if it does not.
 string fault_of_diff(const string& text, const string& options, const string& wanted) {
     const Folder folder;
     folder.write("m.zlm", text);
@@ -236,7 +235,7 @@ TEST(Fixes, MakeTheTextThatWasMeant) {
     const string long_value = "Q:(" + string(236, 'A') + ")";
     const FixRow rows[] = {
         {"  O:PY  Q:1\n  I:PL  Q:1\n", "  O:PY  Q:1\n  I:PL  Q:1\n"},
-        // Several edits in a line, one of them in the next round.
+        // Several edits on a line, one of them in the next round.
         {"  O:PY  P:1  P:1  I:PL  I:PL  Q:1 ! two\n", "  O:PY  P:1\n  I:PL\n  I:PL  Q:1 ! two\n"},
         {"  O:PY  P:1\n+ P:1\n  I:PL  Q:1\n+ Q:1  P:2\n", "  O:PY  P:1\n  I:PL  Q:1\n+ P:2\n"},
         // Different values, and a line with a comment, stay.
@@ -244,13 +243,13 @@ TEST(Fixes, MakeTheTextThatWasMeant) {
          "  O:PY  P:1  P:2\n  I:PL  Q:1\n+ Q:1 ! so\n"},
         {"  O:PY\n  + A:RA\n+T:1\n\t+\tP:1\n  I:PL\n",
          "  O:PY\n+   A:RA\n+ T:1\n+\t \tP:1\n  I:PL\n"},
-        // A "+" before the label of an entry may be another slip.
+        // A "+" before the label of an entry may be another mistake.
         {"  O:PY\n+I:PL  Q:1\n  I:PL\n", "  O:PY\n+I:PL  Q:1\n  I:PL\n"},
         {"  O:PY\n  I:pll  Q:1\n  I:Pll\n", "  O:PY\n  I:pl  Q:1\n  I:PL\n", true},
         {"  O:PY  " + long_value + "  P:1.25\n  I:PL\n",
          "  O:PY  " + long_value + "\n+ P:1.25\n  I:PL\n", true},
         {"  O:PY\n  I:PL\n $PROD:Z\n  O:PY\n  I:PL\n", "  O:PY\n  I:PL\n$PROD:Z\n  O:PY\n  I:PL\n"},
-        // Values without their labels, and with others.
+        // Values without their labels, and with wrong ones.
         {"  O:PY  TAX:0.1  A:RA\n  I:PL 5\n", "  O:PY  T:0.1  A:RA\n  I:PL Q:5\n", true},
         {"  O:PY\n  I:PL p=1.5  Q:2\n$PROD:Z  0.5\n  O:PY\n",
          "  O:PY\n  I:PL P:1.5  Q:2\n$PROD:Z  S:0.5\n  O:PY\n", true},
@@ -297,7 +296,7 @@ TEST(Fixes, MoveAndRemoveNames) {
               "");
 }
 
-// A text with some bytes taken out, doubled, or put in.
+// A text with some bytes removed, doubled or inserted.
 string damaged(string text, std::mt19937& random) {
     const string marks = "+$*!:, (\t\r\n\"'\xE2";
     for (int edits = 0; edits < 4 && !text.empty(); ++edits) {
@@ -327,12 +326,12 @@ TEST(Fixes, KeepTheRestOfDamagedModels) {
 // Files.
 
 struct Command {
-    string command;  // m.zlm has a fault that can be fixed, n.zlm none
-    string out;      // of it and of the line that is told
+    string command;  // m.zlm has a fault that can be fixed, n.zlm has none
+    string out;      // its output and the summary line
 };
 
 TEST(Files, KeepWhatIsNotEdited) {
-    // A folder with a path so long that there is room for m.zlm in it, but not for a new file.
+    // A folder whose path is so long that m.zlm fits in it, but not a new file.
     const string deep =
         "x() { printf 'x%.0s' $(seq $1); }; p=.; while [ ${#p} -lt 3950 ]; do p=$p/$(x 100); done; "
         "p=$p/$(x $((4084 - ${#p}))); mkdir -p $p; cp m.zlm $p; ";
@@ -342,7 +341,7 @@ TEST(Files, KeepWhatIsNotEdited) {
          "fixed 1 finding in 1 file\nchecked 1 file: no errors, no warnings\n640\nm.zlm\n1\n"},
         {"touch -t 200001010000 n.zlm; orvex --fix n.zlm; find n.zlm -newermt 2001-01-01",
          "checked 1 file: no errors, no warnings\n"},
-        // A name for which there is no room in the path: the new file cannot be made.
+        // A name for which the path has no room: the new file cannot be made.
         {deep + "orvex --fix $p/m.zlm; echo $?; cmp m.zlm $p/m.zlm; ls -A $p",
          "1 error, 1 warning in 1 file\n2\nm.zlm\n"},
 
@@ -350,7 +349,7 @@ TEST(Files, KeepWhatIsNotEdited) {
         {"orvex --diff m.zlm n.zlm; echo $?; orvex --diff n.zlm; echo $?; cmp m.zlm old",
          "would fix 1 finding in 1 file\n1 warning in 2 files\n1\n"
          "checked 1 file: no errors, no warnings\n0\n"},
-        // A model that comes to light has an error.
+        // A model that only a fix reveals has an error.
         {"sed 's/^.MODEL:M/ &N/; s/PROD/XQWZ/' m.zlm | cat n.zlm - >w.zlm; cp w.zlm v; orvex --fix "
          "--unsafe-fixes "
          "w.zlm; cmp w.zlm v",
@@ -377,12 +376,12 @@ TEST(Files, KeepWhatIsNotEdited) {
     }
 }
 
-// A comment above each record with warnings, in the line ends of the file, and nothing else.
+// A comment above each record with warnings, with the line ends of the file, and nothing else.
 TEST(Allow, IsAddedToOldFiles) {
     const string rows = "  O:PY  P:1\n+P:1\n* so\n\n+ P:3\n  I:PL  Q:\n";
     const string allowed = "* orvex: allow plus-joined, label-repeated\n" +
                            replaced(rows, "  I", "* orvex: allow value-missing\n  I");
-    // Once they are right, the comments go.
+    // Once the findings are corrected, the comments are removed.
     const string corrected = "* orvex: allow plus-joined\n  O:PY  P:1\n+P:1\n* so\n\n  I:PL\n";
     for (const string line_end : {"\n", "\r\n"}) {
         const Folder folder;

@@ -1,4 +1,4 @@
-// What `orvex info` and `orvex graph` show of a model.
+// The output of `orvex info` and `orvex graph` for a model.
 #include "frontend/views/graph.h"
 
 #include "frontend/base/graphviz.h"
@@ -92,7 +92,7 @@ TEST(Graph, Dot) {
     EXPECT_NE(text.find("<b>M&lt;1&gt;</b>"), string::npos);
 }
 
-// Texts of 24, 32 and 40 columns at most, of 3, 6 and 8 lines.
+// Texts of at most 24, 32 and 40 columns, and 3, 6 and 8 lines.
 TEST(Graph, LongTextsEndInDots) {
     const string words = "aaa bbb ccc ddd eee fff ggg hhh iii jjj kkk lll mmm nnn ooo ppp qqq rrr";
     Graph graph{"", {{"Y", Kind::sector, "Y", words, false, {}}, {}}, {}};
@@ -153,7 +153,7 @@ TEST(Graph, Json) {
         "\"constraint\":false,\"blocks\":[]}],\"edges\":[]}\n");
 }
 
-// A row of values and the entries after an option belong to what is before them.
+// A row of values, and entries after an option, belong to the previous block.
 TEST(Graph, LinesOfEdges) {
     const Graph graph = graph_of(
         "$MODEL:M\n$PROD:Y\n I:PL  Q:1\n* no row\n K:LIMIT\n$PEPS:1\n O:PX\n I:PL  Q:2\n$PRICES:\n"
@@ -168,11 +168,11 @@ TEST(Graph, LinesOfEdges) {
 
 struct LabelRow {
     const char* rows;   // of a model with the sector Y(S), the commodities PX(S) and PL, and RA
-    const char* edges;  // "from to flow label" of each arrow, a line each
+    const char* edges;  // "from to flow label" of each arrow, one per line
 };
 
 const LabelRow label_rows[] = {
-    // What differs from the names in the nodes: elements, other sets, leads and lags, conditions.
+    // Differences from the names in the nodes: elements, other sets, leads and lags, conditions.
     {"$PROD:Y(S)\n O:PX(S) Q:1\n", "Y PX makes Q:1\n"},
     {"$PROD:Y(S)\n O:px(s+1) Q:1\n", "Y PX makes PX(S+1) Q:1\n"},
     {"$PROD:Y(S)\n I:PX(R) Q:X(R,S)\n", "PX Y uses PX(R) Q:X(R,S)\n"},
@@ -183,11 +183,11 @@ const LabelRow label_rows[] = {
     {"$PROD:Y(S)\n I:PL#(R) Q:X(R,S) R.TL:\n", "PL Y uses #(R) Q:X(R,S) R.TL:\n"},
     {"$PROD:Y(S)\n I:PX(S)$C(S) Q:1 A:RA T:0.1\n",
      "PX Y uses $C(S) Q:1\nY RA taxes PX(S)$C(S) T:0.1\n"},
-    // One of several blocks is named, with what differs.
+    // If there are several blocks, they are identified by what differs.
     {"$PROD:Y(\"a\")\n O:PX(\"a\") Q:1\n$PROD:Y(S)$D(S)\n O:PX(S) Q:2\n$PROD:Y(S)\n O:PL Q:3\n",
      "Y PX makes Y(\"A\"): PX(\"A\") Q:1; Y(S)$D(S): Q:2\nY PL makes Q:3\n"},
     {"$PROD:Y(\"a\")\n O:PX(\"a\") Q:1\n", "Y PX makes PX(\"A\") Q:1\n"},
-    // Endowments, and those that are negative whatever their names are.
+    // Endowments, and those that are negative whatever the signs of their names.
     {"$DEMAND:RA\n E:PL Q:5\n E:PL Q:X0\n", "RA PL endows Q:5; Q:X0\n"},
     {"$DEMAND:RA\n E:PL Q:-5\n E:PL Q:(-X0)\n", "PL RA demands E: Q:-5; E: Q:(-X0)\n"},
     {"$DEMAND:RA\n E:PL\n E:PL P:-1\n", "RA PL endows P:-1\n"},
@@ -219,7 +219,7 @@ TEST(Graph, Blocks) {
     }
 }
 
-// The names and the number of arrows that are left around a node.
+// The names and the number of arrows left around a node.
 string around(const string& middle, int depth) {
     Graph graph = graph_of(small_model);
     if (!focus(graph, middle, depth)) return "no such node";
@@ -231,7 +231,7 @@ string around(const string& middle, int depth) {
 TEST(Graph, Nothing) {
     Graph graph;
     EXPECT_EQ(draw(graph, "table").substr(0, 7), "\n\nRows:");
-    EXPECT_EQ(draw(graph, "dot").find("<b>"), string::npos);  // Graphviz refuses it empty
+    EXPECT_EQ(draw(graph, "dot").find("<b>"), string::npos);  // Graphviz refuses an empty one
     graph.nodes = {{"", Kind::sector, "", "", false}, {"", Kind::commodity, "", "", false}};
     EXPECT_EQ(draw(graph, "table").substr(0, 18), "\n\n |  \n-+--\n | .\n\n");
     EXPECT_NE(draw(graph, "mermaid").find("n1[\" \"]"), string::npos);
@@ -258,7 +258,7 @@ Graph wide_graph() {
     return graph;
 }
 
-// All of them also use all goods, a factor and the household demands the goods.
+// All of them also use all goods and a factor, and the household demands the goods.
 Graph dense_graph() {
     Graph graph = wide_graph();
     for (std::size_t user = 0; user < 120; user += 2) {
@@ -273,8 +273,8 @@ Graph dense_graph() {
     return graph;
 }
 
-// More than 60 arrows: no labels on them, and a column each for factors, sectors, goods and
-// consumers. An arrow to the left is written from its end.
+// More than 60 arrows: they have no labels, and factors, sectors, goods and consumers have a column
+// each. An arrow to the left is written from its end.
 TEST(Graph, Columns) {
     const string text = draw(dense_graph(), "dot");
     const string parts[] = {
@@ -290,7 +290,7 @@ TEST(Graph, Columns) {
         R"~(tooltip="GOOD02 -> S01, uses: Q:1 VA:"];)~",
     };
     for (const string& part : parts) EXPECT_NE(text.find(part), string::npos) << part;
-    EXPECT_EQ(text.rfind("makes\"];\n}\n"), text.size() - 11);  // on top of the others
+    EXPECT_EQ(text.rfind("makes\"];\n}\n"), text.size() - 11);  // drawn over the others
     Graph few = wide_graph();
     EXPECT_EQ(draw(few, "dot").find("splines=line"), string::npos);
     few.edges.push_back({1, 0, Flow::uses, "", {}});
@@ -307,7 +307,7 @@ TEST(Graph, WideTable) {
     }
     EXPECT_LE(widest, 100U);
     EXPECT_EQ(marks, 60);
-    // The names of the columns are vertical: S01 to S45, then S46 to S60.
+    // The column names are vertical: S01 to S45, then S46 to S60.
     EXPECT_EQ(lines[3].substr(0, 30) + "\n" + lines[4].substr(0, 30),
               "       | 0 0 0 0 0 0 0 0 0 1 1\n"
               "       | 1 2 3 4 5 6 7 8 9 0 1");
@@ -315,7 +315,7 @@ TEST(Graph, WideTable) {
     EXPECT_EQ(lines[68].substr(0, 12) + lines[69].substr(0, 12), "       | 4 4       | 6 7");
 }
 
-// A character is as wide as another, however many bytes it has.
+// Every character counts as one column, however many bytes it has.
 TEST(Graph, TableOfManyBytes) {
     Graph graph = wide_graph();
     graph.nodes[0].label = "\xC3\x84\xE2\x82\xAC";
@@ -345,7 +345,7 @@ TEST(Graph, Svg) {
     EXPECT_EQ(reason.find("Graphviz's `dot` failed: "), 0U) << reason;
 }
 
-// Columns of 28, 4, 36 and 24 characters, two blanks before each.
+// Columns of 28, 4, 36 and 24 characters, with two blanks before each.
 TEST(Info, Text) {
     string text =
         "$MODEL:M<1>\n$SECTORS:\n Y(A_LONG_SET,ANOTHER_LONG_SET)  ! \"A\" & b\n$PRICES:\n"
@@ -451,7 +451,7 @@ TEST(Info, Json) {
     EXPECT_EQ(shown, expected + "\n");
 }
 
-// A name in a wrong place, a line that cannot be read, a line that is not UTF-8.
+// A name in a wrong place, an unreadable line, and a line that is not UTF-8.
 TEST(Info, JsonOfModelWithErrors) {
     const ModelOfText built =
         build(model_of_uses + string("$PROD:PX\n O:T(S)  Q:1\n junk\n E:RA(\"\xE9\",B)\n"));
@@ -478,7 +478,8 @@ string table_of(const string& example) {
     return table.substr(0, table.find("\nRows"));
 }
 
-// The signs of the benchmark tables in the examples themselves; the guide shows that of taxes.
+// The signs of the tables, compared with those in the examples themselves; the guide shows the one
+// of taxes.
 TEST(Examples, Tables) {
     EXPECT_EQ(table_of("dynamic"), R"~(DYNAMIC
 

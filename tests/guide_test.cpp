@@ -1,21 +1,21 @@
 // README.md, docs/guide.md and docs/files.md teach by example. Each example is translated, and the
-// outputs shown are compared with those that the program writes. Also here: the links of all
-// documents.
+// outputs shown are compared with those that the program writes. This file also checks the links in
+// all documents.
 //
-// The kind of a block comes after its opening ```:
+// The kind of a block follows its opening ```:
 //
 //     orvex NAME     a whole input, NAME.zlm; the same text in all documents
 //     orvex          blocks of a model; the lines $MODEL:M and $OFFTEXT are put around them, and
 //                    NAME is m
-//     control        a control file, with which the last input is translated once more; the first
-//                    time is with INP, SCR and ERR of NAME, NAME.scr and NAME.err
-//     output FILE    a piece of FILE; all its pieces, one after the other, are the whole of it
+//     control        a control file, with which the last input is translated again; the first
+//                    time it was with INP, SCR and ERR of NAME, NAME.scr and NAME.err
+//     output FILE    a piece of FILE; all its pieces, in order, are the whole file
 //     part FILE      lines of FILE; "..." marks lines left out in between
-//     console        commands after "$ ", run in a folder that has the inputs NAME.zlm up to there
-//                    and the examples, and all that they print
+//     console        commands after "$ ", run in a folder that has the previous inputs NAME.zlm
+//                    and the examples, and everything that they print
 //
-// FILE is that of the last run that left one of this name. Lines are compared without trailing
-// blanks. An example translates without error, unless its error file is shown.
+// FILE is the one from the last run that made a file with this name. Lines are compared without
+// trailing blanks. An example must translate without errors, unless its error file is shown.
 #include "harness.h"
 
 #include <algorithm>
@@ -42,7 +42,7 @@ struct Block {
 };
 
 struct Translation {
-    int line = 0;  // of what it translates, in the guide
+    int line = 0;  // of the text that it translates, in the guide
     std::map<string, string> files;
     std::map<string, string> shown;  // of whole files, or empty
 };
@@ -166,7 +166,7 @@ INSTANTIATE_TEST_SUITE_P(Of, Document, testing::ValuesIn(documents), [](const au
     return std::regex_replace(row.param, std::regex("[^a-zA-Z]"), "");
 });
 
-// What a page calls tiny.zlm, say, is the same model on every page.
+// A model with a file name, say tiny.zlm, is the same on every page.
 TEST(Documents, ShowOneFileOfEachName) {
     std::map<string, string> shown;
     for (const string& page : documents) {
@@ -179,7 +179,7 @@ TEST(Documents, ShowOneFileOfEachName) {
     EXPECT_TRUE(shown.contains("tiny"));
 }
 
-// What a link calls the headings: small letters, "-" for a blank, no other punctuation.
+// The names of the headings in links: lower case, "-" for a blank, no other punctuation.
 std::set<string> anchors_of(const fs::path& path) {
     std::set<string> anchors;
     for (const Block& block : read_document(path)) {
@@ -193,7 +193,7 @@ std::set<string> anchors_of(const fs::path& path) {
     return anchors;
 }
 
-// Follows the links of a document to files beside it and to headings, and counts them.
+// Follows the links of a document to files next to it and to headings, and counts them.
 int follow_links(const fs::path& document) {
     static const std::regex link(R"(\]\(([^)#\s]*)(?:#([^)\s]*))?\))");
     int links = 0;

@@ -29,7 +29,7 @@ std::vector<char*> as_argv(const std::vector<std::string>& words) {
     return argv;
 }
 
-// In the child process: `path` receives what it writes on the descriptor.
+// In the child process: what it writes to the descriptor goes to `path`.
 void redirect(int descriptor, const std::string& path) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     ::dup2(file, descriptor);

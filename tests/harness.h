@@ -1,4 +1,4 @@
-// What the tests of whole runs stand on: a fresh folder, and the real program run in it.
+// The basis of tests of whole runs: a fresh folder, and the real program run in it.
 #pragma once
 
 #include <map>
@@ -8,12 +8,12 @@
 namespace harness {
 
 struct Result {
-    int status = 0;  // exit status, or 128 and the signal that ended it
+    int status = 0;  // exit status, or 128 plus the signal that ended it
     std::string out;
     std::string err;
 };
 
-// A temporary folder of its own, gone with the object.
+// A private temporary folder, removed with the object.
 class Folder {
   public:
     Folder();
@@ -32,7 +32,7 @@ class Folder {
     Result run(const std::vector<std::string>& arguments = {"run.ctl"},
                const std::vector<std::string>& environment = {}) const;
 
-    // The same for a command of the shell, in which "$ORVEXPP" and "$ORVEX" are the programs.
+    // The same for a shell command, in which "$ORVEXPP" and "$ORVEX" are the programs.
     Result shell(const std::string& command) const;
 
   private:
@@ -43,7 +43,7 @@ class Folder {
 
 std::string read_file(const std::string& path);
 
-// The lines of a text, without their ends.
+// The lines of a text, without their line ends.
 std::vector<std::string> lines_of(const std::string& text);
 
 }  // namespace harness

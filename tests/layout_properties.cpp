@@ -57,7 +57,7 @@ Source source_of(string text) {
 
 string laid_out(const Source& source) { return edited(source.bytes, edits_of(source)); }
 
-// The models with errors as comments.
+// The text with the contents of all models that have errors as comments.
 string without_errors(const string& text) {
     const Source source = source_of(text);
     std::vector<Index> all;
@@ -69,7 +69,7 @@ string without_errors(const string& text) {
     return second_input(source, all, expectations);
 }
 
-// An output without line numbers, the echo of the text, and the lines at which names are used.
+// An output without line numbers, the echo of the text, and the lines where names are used.
 string without_lines(const string& output) {
     std::istringstream lines(output);
     string kept;
@@ -82,7 +82,7 @@ string without_lines(const string& output) {
         if (in_echo) continue;
         kept += line + "\n";
         if (!is_listing) continue;
-        // The lines of the symbols begin with a name, those with further uses do not.
+        // Only the first line of a symbol begins with a name.
         while (std::getline(lines, line) && line != "$OFFTEXT") {
             if (!line.empty() && line[0] != ' ') kept += line.substr(0, line.find("     ")) + "\n";
         }
@@ -90,7 +90,7 @@ string without_lines(const string& output) {
     return kept;
 }
 
-// What the translator makes of an input.
+// The translator's outputs for an input.
 string outputs_of(const string& input) {
     static const TempDir place;
     std::filesystem::current_path(place.path());
@@ -110,7 +110,7 @@ string outputs_of(const string& input) {
     return outputs;
 }
 
-// The comments and what is in no model, with all descriptions in their order.
+// The comments and the text outside models, with all descriptions, in order.
 std::vector<string> comments_of(const Source& source) {
     std::vector<string> comments;
     for (Index token = 0; token + 1 < source.tree.tokens.size(); ++token) {
@@ -154,7 +154,7 @@ bool is_layout(const Tree& tree, Index record, Index token) {
             kind_at(token + 1) != TokenKind::blank && kind_at(token + 1) != TokenKind::line_end);
 }
 
-// The text with other blanks where they are layout.
+// The text with its layout blanks changed.
 string with_other_blanks(const Source& source, unsigned choice) {
     std::mt19937 random(choice);
     const Tree& tree = source.tree;
@@ -191,7 +191,7 @@ void check(const string& given, unsigned blanks) {
     const string new_outputs = outputs_of(formatted);
     require(outputs == new_outputs, "outputs:\n" + outputs + "\nof\n" + formatted + new_outputs);
     const Source other = source_of(with_other_blanks(before, blanks));
-    // Where a line is nearly full, what fits depends on its blanks.
+    // If a line is nearly full, what fits depends on its blanks.
     constexpr std::size_t nearly_full = 200;
     if (std::max({longest_line(before), longest_line(other), longest_line(after)}) > nearly_full)
         return;

@@ -1,4 +1,4 @@
-// Models are laid out in one way, and mean the same.
+// Models have one standard layout, and keep their meaning.
 #include "case_file.h"
 #include "frontend/findings/messages.h"
 #include "harness.h"
@@ -218,7 +218,7 @@ string times(std::size_t count, const string& text) {
     return all;
 }
 
-// The columns of a line count from 1; two blanks part its fields.
+// The columns of a line count from 1; two blanks separate its fields.
 const Row long_rows[] = {
     // 2 + 14 * 6 + 13 * 2 columns: the twelfth field ends in column 96.
     {"an entry is broken", "\n\n$PROD:Y\n  O:P(S) " + times(13, " Q:A(S)") + " ! so\n",
@@ -253,7 +253,7 @@ TEST(Layout, HasOneWay) {
     for (const Row& row : long_rows) expect_laid_out(row);
 }
 
-// Also where the file ends in a model, and where lines have more columns than are read.
+// Also if the file ends inside a model, and if lines have more columns than are read.
 TEST(Layout, KeepsLineEnds) {
     const string fields = times(10, " Q:A(S)");
     const string wide = times(10, "  Q:A(S)");

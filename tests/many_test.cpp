@@ -1,4 +1,4 @@
-// The files of examples/many, run by the tools they are for on a copy of the examples.
+// The files of examples/many, used by their tools on a copy of the examples.
 #include "harness.h"
 #include "tools.h"
 
@@ -12,9 +12,8 @@ using harness::Folder;
 using std::string;
 namespace fs = std::filesystem;
 
-// What a script of the shell prints in a copy of examples/many beside the other examples, where
-// "orvex" is along the path, models.txt lists the files and all/ has the outputs of one
-// translation.
+// The output of a shell script in a copy of examples/many next to the other examples, where "orvex"
+// is on the path, models.txt lists the files and all/ has the outputs of one translation.
 string printed_by(const string& script) {
     const Folder folder;
     fs::copy(EXAMPLES_DIR, folder.path(), fs::copy_options::recursive);
@@ -28,8 +27,8 @@ string printed_by(const string& script) {
 
 bool is_there(const string& command) { return Folder().shell(command).status == 0; }
 
-// Changes for a command in $tool. Of each: the status, the files that were translated, the outputs
-// that were written. The clock of a file system may go in steps of some milliseconds.
+// Changes for a command in $tool. For each: the status, the files translated, the outputs written.
+// The clock of a file system may advance in steps of some milliseconds.
 const char* const changes = R"(
 build() {
     sleep 0.02; touch mark; sleep 0.02; eval "$1"
@@ -68,7 +67,8 @@ string with_status(string text, const string& status) {
 TEST(Many, MakeTranslatesWhatChanged) {
     if (!is_there("make --version | grep GNU")) SKIP_WITHOUT("GNU make (Debian: make)");
     EXPECT_EQ(printed_by(string("tool='make -j4'\n") + changes), with_status(answers, "2"));
-    // A rule that starts from an output: it waits for the translation, and runs where that wrote.
+    // A rule that depends on an output: it waits for the translation, and runs if that wrote the
+    // output.
     EXPECT_EQ(
         printed_by(
             "echo 'copy: out/TAXES.HDR; cp $< $@; echo copied' >rule\n"

@@ -1,5 +1,5 @@
-// docs/messages.md is the table of the error tests: its form, both examples of every entry through
-// the real program, and its agreement with the messages in the sources.
+// docs/messages.md is the table of the error tests: its form, both examples of every entry run
+// through the real program, and its agreement with the messages in the sources.
 #include "harness.h"
 
 #include <filesystem>
@@ -21,9 +21,9 @@ using Texts = std::map<string, string>;
 
 struct Entry {
     string code;
-    Texts parts;  // facts and blocks; a fact that is there more than once has a line for each
+    Texts parts;  // facts and blocks; a repeated fact has one line for each occurrence
     int paragraphs = 0;
-    string faults;  // of its form
+    string faults;  // in its form
 };
 
 void PrintTo(const Entry& entry, std::ostream* out) { *out << entry.code; }
@@ -46,7 +46,7 @@ void read_fact(Entry& entry, const string& line) {
     }
 }
 
-// The introduction, which holds the files that an example does not give, and the entries after it.
+// The introduction, with the files that an example does not give, and the entries after it.
 std::vector<Entry> read_page() {
     std::vector<Entry> page(1);
     string block;  // the kind of the open block
@@ -78,7 +78,7 @@ const std::vector<Entry>& page() {
     return read;
 }
 
-// Whether only `orvex` says it; check_test.cpp runs the examples.
+// Does only `orvex` report it? check_test.cpp runs those examples.
 bool is_finding(const Entry& entry) { return entry.parts.at("Ends") == "finding\n"; }
 
 std::vector<Entry> entries() { return {page().begin() + 1, page().end()}; }
@@ -90,7 +90,7 @@ class Messages : public testing::TestWithParam<Entry> {
         return has(name) ? parts.at(name) : otherwise;
     }
 
-    // Puts the values of the example in the place of <name> and <name:width>.
+    // Replaces <name> and <name:width> by the values of the example.
     string filled(string text, Texts values = {}) const {
         static const std::regex place("<([a-z]+)(:([0-9]+))?>");
         for (const string& line : lines_of(part("Where", ""))) {
@@ -105,7 +105,7 @@ class Messages : public testing::TestWithParam<Entry> {
         return text;
     }
 
-    // Runs the wrong or the corrected example, and takes what the run leaves.
+    // Runs the wrong or the corrected example, and reads the files that the run leaves.
     void translate(const string& kind) {
         const bool wrong = kind == "wrong";
         const Texts& usual = page().front().parts;
@@ -153,7 +153,7 @@ class Messages : public testing::TestWithParam<Entry> {
                         (constrained ? "1" : "0") + "\nM.INTEGER1=1;\n");
     }
 
-    // The report of a fault in the model, where that line was the last one read.
+    // The report of a fault in the model, with that line as the last one read.
     void expect_report(const string& message, std::size_t line) {
         const string record = lines_of(input).at(line - 1) + "\n";
         const string fault = "M\n\n" + message + "\n Last input record:\n\n" + record + "\n";
@@ -172,15 +172,15 @@ class Messages : public testing::TestWithParam<Entry> {
         }
         expect_file("M.HDR", "$OFFLISTING\n\n*  ORVEX MODEL DECLARATION FILE\n",
                     "\n\n$OFFTEXT\n\n" + block);
-        // Line 1 of the listing is the one after the model's name; of each line 248 columns are
-        // left.
+        // Line 1 of the listing is the one after the model's name; 248 columns of each line are
+        // kept.
         const string number = std::to_string(line - 1);
         const string echo = string(5 - number.size(), ' ') + number + "  " + record.substr(0, 248);
         const string listing = echo + (echo.back() == '\n' ? "" : "\n") + " \n \nSymbol Listing\n";
         EXPECT_NE(files["M.HDR"].find("\n" + listing), string::npos) << listing << files["M.HDR"];
     }
 
-    // A message that is no report.
+    // A message that is not a report.
     void expect_message(const string& message) {
         const string ends = parts["Ends"];
         const string one_line = message.substr(0, message.size() - 1);
@@ -199,8 +199,8 @@ class Messages : public testing::TestWithParam<Entry> {
     Texts parts = GetParam().parts;
     string input;  // the text of m.zlm
     harness::Result result;
-    Texts files;   // all that are there after the run
-    string names;  // of those that it has made
+    Texts files;   // all files after the run
+    string names;  // of those made by the run
 };
 
 TEST_P(Messages, Examples) {
@@ -232,7 +232,8 @@ INSTANTIATE_TEST_SUITE_P(Index, Messages, testing::ValuesIn(entries()), [](const
     return std::regex_replace(row.param.code, std::regex("[^a-zA-Z0-9]"), "_");
 });
 
-// The literals of the sources that are messages, told by words that only messages have.
+// The string literals in the sources that are messages, recognised by words that only messages
+// have.
 std::set<string> messages_in(const string& source) {
     static const std::regex token(R"re(//.*|'(?:\\.|[^'\\])'|R"\((.*?)\)"|"((?:\\.|[^"\\])*)")re");
     static const std::regex mark(

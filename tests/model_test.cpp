@@ -1,5 +1,5 @@
-// What a tree means: names and their uses, blocks and nests, and all that the translator would stop
-// at, also in a text that has faults.
+// The meaning of a tree: names and their uses, blocks and nests, and everything at which the
+// translator would stop, even in a text with faults.
 #include "frontend/model/model.h"
 
 #include "frontend/findings/faults.h"
@@ -116,7 +116,7 @@ TEST(Model, HasEntriesWithTheirFields) {
 }
 
 // The errors of a model in the order of the translator's steps: place, code, further places, and
-// the last line read where it is another.
+// the last line read if it differs.
 string errors(const string& text) {
     const Built it = built(text);
     string all;
@@ -134,15 +134,16 @@ const string names = "$SECTORS:\n Y  Z(S)\n$COMMODITIES:\n P  PS(S)\n$CONSUMERS:
 TEST(Model, FindsAllErrorsInTheTranslatorsOrder) {
     const std::pair<string, string> rows[] = {
         {"$PROD:Z(S)\n O:PS(S)  Q:A(S)\n I:P  Q:A(T)\n+ T:B(T)\n", "10:11 set-not-looped +11:7"},
-        // Each name once, with the places where it is used in the same wrong way.
+        // Each name once, with the places where it is used wrongly in the same way.
         {"$PROD:Y\n O:Y Q:1\n I:Y Q:1 A:P\n I:PS Q:1\n I:P(S) Q:1\n",
          "9:4 kind-mismatch +10:4; 10:12 kind-mismatch; 11:4 dimension-mismatch; "
          "12:4 dimension-mismatch"},
-        // An entry of one field looks at the next record before its own name is entered.
+        // For an entry of one field, the next record is checked before the entry's own name is
+        // entered.
         {"$PROD:Y\n O:C\n\n* text\n+ junk\n I:C\n O:P Q:1\n",
          "12:1 label-missing; 9:4 kind-mismatch +13:4 <12"},
         {"$PROD:Y\n O:C\n* text\n", "9:4 kind-mismatch <10"},
-        // After a fault the rest is read as if the place were right.
+        // After a fault the rest is read as if that place were right.
         {"$PROD:Z(S\n O:PS(S) Q:(1\n I:P Q:1$(A T:B(S)\n",
          "8:8 argument-list-unclosed; 9:12 expression-unclosed; 10:9 condition-unbalanced"},
         {"$PORD:Z(S)\n O:PS(S)\n$DEMAND C\n D:P\n",

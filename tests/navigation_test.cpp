@@ -1,4 +1,4 @@
-// What the language server answers where a client wants to go to a name or rename it.
+// The language server's answers when a client wants to go to a name or rename it.
 #include "frontend/server/server.h"
 #include "harness.h"
 
@@ -54,7 +54,7 @@ const string model =
     "$PROD:A\n"
     " O:P  Q:K\n";
 
-// A place as the protocol has it, in one line of the text.
+// A place as in the protocol, on one line of the text.
 string range(int line, int begin, int end) {
     const auto position = [line](int column) {
         return R"({"character":)" + std::to_string(column) + R"(,"line":)" + std::to_string(line) +
@@ -119,7 +119,7 @@ TEST(Navigation, AnswersAsTheClientCanRead) {
              R"("start":{"character":0,"line":1}},"selectionRange":)" + range(1, 7, 8) + "}]"},
         {"{}", "prepareRename", at + "}", R"({"placeholder":"A","range":)" + range(4, 6, 7) + "}"},
         {"{}", "prepareRename", nowhere, R"({"code":-32803,"message":"`$PROD` is a keyword"})"},
-        // Words outside of the models change only where the client asks about them.
+        // Words outside the models change only if the client asks the user about them.
         {"{}", "rename", at + R"(,"newName":"B"})",
          R"({"changes":{"file:///m.zlm":)" + edits("") + "}}"},
         {R"({"workspace":{"workspaceEdit":{)" + versions + "}}}", "rename",

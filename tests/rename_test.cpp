@@ -1,6 +1,6 @@
-// Models mean the same after a rename: every name of every example gets another one of the same
-// length that is nowhere in its file or its outputs, and the translator runs. In the outputs the
-// old name is gone, and with it put back they are the same.
+// Models mean the same after a rename. Every name of every example is replaced by another one of
+// the same length that occurs neither in its file nor in its outputs, and the translator runs. The
+// old name is gone from the outputs, and if it is put back they are the same as before.
 #include "frontend/abilities/rename.h"
 
 #include "frontend/abilities/name_places.h"
@@ -36,7 +36,7 @@ std::vector<string> words_of(const string& text) {
     return words;
 }
 
-// In capitals, with one word for another. The lines of the symbol listing are sorted.
+// In capitals, with one word replaced by another. The lines of the symbol listing are sorted.
 string with_word(const string& text, const string& word, const string& other) {
     string all;
     for (const string& each : words_of(text)) all += each == word ? other : each;
@@ -48,7 +48,7 @@ string with_word(const string& text, const string& word, const string& other) {
     return all;
 }
 
-// Is a word between these a name? Labels, attributes, elements, macros and "=E=" are not.
+// Is a word between these two a name? Labels, attributes, elements, macros and "=E=" are not.
 bool is_between_name_ends(const string& before, const string& after) {
     return after != ":" && after != "%" && string(".\"%=").find(before) == string::npos;
 }
@@ -63,7 +63,7 @@ string without_other_words(const string& line) {
     return text.substr(0, text.find("    ", text.find_first_not_of(' ')));
 }
 
-// The lines of an output in which a name is left, but for the echo of the input.
+// The lines of an output that still have a name, not counting the echo of the input.
 string lines_with(const string& output, const string& name) {
     string found;
     for (const string& line : harness::lines_of(output.substr(0, output.find(" PREPROCESSOR ")))) {
@@ -76,7 +76,7 @@ string lines_with(const string& output, const string& name) {
     return found;
 }
 
-// Folders with a file m.zlm each, and what the translator makes of it.
+// Folders with a file m.zlm each, and the translator's outputs for it.
 class RenamedNames : public testing::Test {
   protected:
     void write(const string& name, const string& text) const {
@@ -84,7 +84,7 @@ class RenamedNames : public testing::Test {
         folder_.write(name + "/m.zlm", text);
     }
 
-    // In the folders where it has not run.
+    // In the folders where it has not run yet.
     void translate() const {
         folder_.write("run.ctl", "INP m.zlm\nSCR m.scr\nERR m.err\n");
         const auto result = folder_.shell(
@@ -139,8 +139,8 @@ class RenamedNames : public testing::Test {
   private:
     struct Row {
         string folder;  // of the renamed file
-        string file;    // folder of the file as it was
-        string model;   // whose name it is, with "."; empty for a name of the host
+        string file;    // folder of the original file
+        string model;   // the owner of the name, with "."; empty for a host name
         string name;
         string new_name;
     };

@@ -1,4 +1,4 @@
-// What the rules say of models with errors, and how findings with one cause are joined.
+// The rules' findings in models with errors, and how findings with one cause are joined.
 #include "frontend/model/build.h"
 #include "frontend/rules/host_text.h"
 #include "frontend/rules/rule.h"
@@ -34,7 +34,7 @@ std::vector<Finding> find(const string& text) {
     return findings;
 }
 
-// "LINE:COLUMN CODE", a line each.
+// "LINE:COLUMN CODE", one per line.
 string places(const string& text) {
     string shown;
     for (const Finding& finding : find(text)) {
@@ -59,9 +59,9 @@ string remarks(const string& text, const string& code) {
     return shown;
 }
 
-// A model in which nothing is wrong, and whose accounts are not judged, as it has a condition: with
-// names in line 9 that are declared as auxiliary variables, the rows of Y from line 11 on, those of
-// RA after them, and the rest at the end.
+// A model without findings, whose accounts are not checked because it has a condition: the names
+// declared as auxiliary variables are on line 9, the rows of Y begin on line 11, those of RA follow
+// them, and the rest is at the end.
 string model(const string& declared = "", const string& rows = "  O:PY  Q:1\n  I:PL  Q:1\n",
              const string& rest = "", const string& demand = "  D:PY\n  E:PL$(1)  Q:1\n") {
     return "$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n$AUXILIARY:\n  " +
@@ -76,19 +76,19 @@ struct Row {
 TEST(Rules, SayNothingOfWhatAnErrorTouches) {
     const Row rows[] = {
         {model(), ""},
-        // A row that is not closed, or has no colon: it may be the input.
+        // A row that is not closed, or lacks its colons: it may be the input.
         {model("", "  O:PY  Q:1\n  I:PL(\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL Q 1\n"), ""},
-        // The first colon alone is missing: the row is no entry Q, but an input.
+        // Only the first colon is missing: the row is an input, not an entry Q.
         {model("", "  O:PY  Q:1\n  I PL  Q:1\n"), "12:3 text-ignored\n"},
-        // An input of a consumer: it may be PL; that RA has an endowment is known.
+        // An input of a consumer: it may be PL; RA is known to have an endowment.
         {model("", "  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
         // An output of a consumer: it may be PY.
         {model("", "  O:RA  Q:1\n  I:PL  Q:1\n"), ""},
-        // TAU is not declared: the error is all; T is no auxiliary variable that is near.
+        // TAU is not declared: that is the only finding; T is not a similar auxiliary variable.
         {model("ABCDEF", "  O:PY  Q:(ABCDEF)\n  I:PL  Q:1\n", "$CONSTRAINT:TAU\n  TAU =E= 1;\n"),
          ""},
-        // TAUX is TAU, and BETA has no constraint all the same.
+        // TAUX means TAU, but BETA still has no constraint.
         {model("TAU  BETA", "  O:PY  Q:(TAU)\n  I:PL  Q:(BETA)\n",
                "$CONSTRAINT:TAUX\n  TAU =E= 1;\n"),
          "9:8 constraint-missing\n"},
@@ -96,9 +96,9 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         {"$MODEL:M\n$SECTORS:\n  Y\n$XQWZ:\n  PY  PL\n$CONSUMERS:\n  RA\n$PROD:Y\n  O:PY  Q:1\n"
          "  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          ""},
-        // After a missing end nothing is judged, and that $OFFTEXT is missing is the error.
+        // After a missing end nothing is judged: the missing $OFFTEXT is the error.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL\n$ONTEXT\n", ""},
-        // A continuation that cannot be read may be the rate; an entry may have what follows it.
+        // An unreadable continuation may be the rate; an entry may include the lines after it.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+ T 0.1\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL\n+ Q:1\n"), ""},
         // The nest may be in the part of the opening line that cannot be read.
@@ -109,14 +109,14 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
 
 TEST(Rules, JudgeTheRestOfAModelWithErrors) {
     const Row rows[] = {
-        // Line 12 has no end; Q: and T: of the row before it are judged.
+        // Line 12 has no end; Q: and T: of the previous row are judged.
         {model("TAU", "  O:PY  Q:  T:0.1\n  I:PL(\n"),
          "9:3 name-unused\n11:9 value-missing\n11:13 tax-receiver-missing\n"},
         // PX has an error, and PZ is not used.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAPITAL\n$CONSUMERS:\n  RA\n$PROD:Y\n"
          "  O:PY  Q:1\n  I:PL  Q:W(R)\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          "5:11 name-unused\n"},
-        // The wrong sets of PL leave other commodities as they are.
+        // The wrong sets of PL do not affect other commodities.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY  PL  KAP\n$CONSUMERS:\n  RA\n$PROD:Y\n"
          "  O:PY  Q:1\n  I:PL(R)  Q:1\n  I:KAP  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          "5:11 commodity-unsupplied\n"},
@@ -126,17 +126,17 @@ TEST(Rules, JudgeTheRestOfAModelWithErrors) {
 
 TEST(Rules, JoinFindingsWithOneCause) {
     const Row rows[] = {
-        // Line 14: RA demands PYY, a misspelt PY, which so is not unused.
+        // Line 14: RA demands PYY, a misspelt PY, which is therefore not unused.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1\n", "", "  D:PYY\n  E:PL  Q:1\n"),
          "14:5 name-undeclared\n"},
-        // A misspelt block: Y is not without one.
+        // A misspelt block: Y does have one.
         {"$MODEL:M\n$SECTORS:\n  STEEL\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA\n"
          "$PROD:STEAL\n  O:PY  Q:(STEEL)\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          "8:7 name-undeclared\n"},
-        // Of each kind that is not declared at all, one name: PY of line 3.
+        // For each kind without declarations, one name: PY on line 3.
         {"$MODEL:M\n$PROD:Y\n  O:PY  Q:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          "2:7 name-undeclared\n3:5 name-undeclared\n5:9 name-undeclared\n"},
-        // Names after the keyword, with a comma, and a joined entry are as they were meant.
+        // Names after the keyword, with a comma, and a joined entry are read as they were meant.
         {"$MODEL:M\n$SECTORS:\n  Y\n$COMMODITIES:\n  PY, PL\n$CONSUMERS: RA\n$PROD:Y\n"
          "  O:PY  Q:1  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
          "5:3 name-invalid\n6:13 keyword-text-ignored\n8:14 entry-joined\n"},
@@ -152,8 +152,8 @@ TEST(Rules, JoinFindingsWithOneCause) {
     for (const Row& row : rows) EXPECT_EQ(places(row.text), row.findings) << row.text;
 }
 
-// Names that occur only in expressions, conditions and constraints are used; in quotes or after a
-// point they are not.
+// Names that occur only in expressions, conditions and constraints count as used; in quotes or
+// after a point they do not.
 TEST(Rules, KnowNamesInExpressions) {
     const auto with = [](const string& rows, const string& constraint) {
         return model("TAU  BETA", rows,
@@ -175,7 +175,7 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
               "also used in lines 14, 17\ndid you mean `PL`?\n");
     string rows;
     for (int i = 10; i < 22; ++i) rows += "  I:P" + std::to_string(i) + "  Q:1\n";
-    // P10 to P21 are in lines 3 to 14; P10 is the finding, and of the others 10 are listed.
+    // P10 to P21 are on lines 3 to 14; P10 is the finding, which lists 10 of the others.
     const std::vector<Finding> found =
         find("$MODEL:M\n$PROD:Y\n" + rows + "  I:P11  Q:2\n$OFFTEXT\n");
     ASSERT_EQ(found.size(), 2U);
@@ -185,8 +185,8 @@ TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
               "`P19` (line 12), `P20` (line 13) and 1 more");
 }
 
-// What has no declaration after a keyword of a block, or where a report names a block, is compared
-// with the names of the kind that has such blocks; with as many sets, where these are known.
+// An undeclared name after a keyword of a block, or where a report names a block, is compared with
+// the names of the kind that has such blocks; only those with as many sets, if these are known.
 TEST(Rules, SuggestNamesOfTheKindOfTheBlock) {
     const string head =
         "$MODEL:M\n$SECTORS:\n  BREAD(R)\n$COMMODITIES:\n  PB(R)  PL  BRAND(R)\n"
@@ -205,7 +205,7 @@ TEST(Rules, SuggestNamesOfTheKindOfTheBlock) {
         EXPECT_EQ(remarks(row.text, "name-undeclared"), row.findings) << row.text;
 }
 
-// A text with the edits of its only finding, after what they are: "certain: TEXT".
+// The text after the edits of its only finding, with their confidence: "certain: TEXT".
 string corrected(const string& text) {
     const std::vector<Finding> found = find(text);
     if (found.size() != 1 || !found.front().fix) return places(text) + "has no fix";
@@ -304,7 +304,7 @@ TEST(Rules, CorrectRowsBlocksAndDescriptions) {
         {model("", taxed + " T:0.1\n"), "certain: " + model("", taxed + "+ T:0.1\n")},
         {model("", taxed + "T:0.1\n"), "certain: " + model("", taxed + "+ T:0.1\n")},
         {model("", taxed + "\tT:0.1\n"), "certain: " + model("", taxed + "+\tT:0.1\n")},
-        // The rate of nobody, a second price, and a row before which there is none.
+        // A rate without a receiver, a second price, and a row without a previous one.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1\n  T:0.1\n"),
          "maybe: " + model("", "  O:PY  Q:1\n  I:PL  Q:1\n+ T:0.1\n")},
         {model("", "  O:PY  Q:1\n  I:PL  P:1\n  P:2\n"),
@@ -319,10 +319,10 @@ TEST(Rules, CorrectRowsBlocksAndDescriptions) {
          "maybe: " + model("", "+ VA:1\n  O:PY  Q:1\n  I:PL  Q:1  VA:\n  I:PL  Q:2  VA:\n")},
         {model("", "+ d:1\n  O:PY  Q:1\n  I:PL  Q:1\n"),
          "maybe: " + model("", "+ s:1\n  O:PY  Q:1\n  I:PL  Q:1\n")},
-        // Little words make a description sure.
+        // With little words it is certainly a description.
         {described("of all  taxes"), "certain: " + described("! of all  taxes")},
         {described("Average rate"), "maybe: " + described("! Average rate")},
-        // The host's comment, with the line end of the file; one that is misspelt or indented.
+        // The host's comment, with the line end of the file; and one that is misspelt or indented.
         {"SET A;\n" + model(), "certain: SET A;\n$ONTEXT\n" + model()},
         {"SET A;\n$ONTEX\n\n" + model(), "certain: SET A;\n$ONTEXT\n\n" + model()},
         {"  $ontext\n" + model(), "certain: $ONTEXT\n" + model()},
@@ -332,7 +332,7 @@ TEST(Rules, CorrectRowsBlocksAndDescriptions) {
     for (const Row& row : rows) EXPECT_EQ(corrected(row.text), row.findings) << row.text;
 }
 
-// The table has each code once for a scope.
+// The table has each code once per scope.
 TEST(Rules, HaveOneRowForACodeAndScope) {
     const auto rules = orvex::frontend::rules();
     for (const auto& rule : rules) {

@@ -1,5 +1,5 @@
 // Whole runs: the cases of tests/cases, the examples, and several runs in one process. A new case
-// is found when this file's test is built again.
+// file is found when this test is built again.
 #include "driver/run.h"
 
 #include "case_file.h"
@@ -24,7 +24,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// How many of the wanted lines stand at an offset.
+// How many of the wanted lines match at an offset.
 std::size_t matching(const Lines& want, const Lines& got, std::size_t offset) {
     std::size_t count = 0;
     while (count < want.size() && offset + count < got.size() && got[offset + count] == want[count])
@@ -56,7 +56,7 @@ void expect_text(const Section& section, const std::string& text) {
         << shown(want, same) << "\n  got      " << shown(got, offset + same);
 }
 
-// The examples that are run by a control file of their own.
+// The examples that have their own control file.
 std::vector<std::string> examples() {
     std::vector<std::string> names = names_in(EXAMPLES_DIR, "");
     std::erase_if(names, [](const std::string& name) {
@@ -84,7 +84,7 @@ TEST_P(Case, Holds) {
             EXPECT_EQ(folder.shell(section.text).status, 0) << "setup";
         }
     }
-    auto named = folder.files();  // and those that were there before
+    auto named = folder.files();  // and those from before
     const harness::Result result = folder.shell(single["run"].text);
     EXPECT_EQ(std::to_string(result.status), single["status"].name);
     expect_text(single["out"], result.out);

@@ -50,7 +50,7 @@ constexpr std::array pieces = {"$",          "\n",       "$PROD:",           "  
                                "(",          "\xC3\xA4", "\xF0\x9F\x98\x80", "",       "$MODEL:M\n",
                                "$OFFTEXT\n", "Q:",       "* orvex: allow ",  "\t",     ")"};
 
-// The text as JSON can carry it.
+// The text in a form that JSON can carry.
 string valid(const string& text) {
     const string dumped = Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
     return Json::parse(dumped).get<string>();
@@ -58,7 +58,7 @@ string valid(const string& text) {
 
 bool begins_character(char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }
 
-// A client that does what the choices say.
+// A client that acts as the choices say.
 class Client {
   public:
     Client(const string& text, string choices) : text_(valid(text)), choices_(std::move(choices)) {
@@ -94,7 +94,7 @@ class Client {
         }
     }
 
-    // The choices again and again, a little different each time.
+    // Repeats the choices, slightly different each time.
     std::size_t choose(std::size_t count) {
         const std::size_t at = at_++;
         if (choices_.empty()) return at % count;
@@ -108,7 +108,7 @@ class Client {
                {{"uri", uri}, {"languageId", "orvex"}, {"version", ++version_}, {"text", text_}}}});
     }
 
-    // A place between two characters, but not within a CR LF.
+    // A place between two characters, but not inside a CR LF.
     std::size_t any_offset() {
         std::size_t offset = (choose(256) * 256 + choose(256)) % (text_.size() + 1);
         const auto is_between = [&] {
@@ -131,7 +131,7 @@ class Client {
         return {{"line", line}, {"character", units(text_.substr(begin, offset - begin))}};
     }
 
-    // Four bytes are two units of UTF-16.
+    // Characters of four bytes are two units in UTF-16.
     std::size_t units(std::string_view text) const {
         if (in_utf8_) return text.size();
         std::size_t count = 0;
@@ -188,7 +188,7 @@ class Client {
         take_message(server_, notification(method, params).dump());
     }
 
-    // Its answer comes before those of requests that were sent earlier.
+    // The answer comes before those of requests sent earlier.
     void cancel() {
         if (waiting_.empty()) return;
         const std::size_t at = choose(waiting_.size());

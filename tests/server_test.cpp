@@ -1,5 +1,5 @@
-// What holds of the language server whatever its client sends: the examples, cut off, under random
-// edits and requests.
+// Properties that hold for the language server whatever its client sends: examples, cut off, under
+// random edits and requests.
 #include "harness.h"
 #include "server_properties.h"
 

@@ -1,5 +1,5 @@
-// What `orvex check` says about single faults: each edits a model in which nothing is wrong, and is
-// listed with all findings that it must give. The lines of tests/single/*.rows are:
+// Single faults: each row edits a correct model, and lists all findings that `orvex check` must
+// then report. The lines of tests/single/*.rows are:
 //
 //   a text in brackets        the name of a model, which goes on to the next line that is "---"
 //   NUMBER|TEXT               replaces that line of the model
@@ -9,7 +9,7 @@
 //   > none                    the edited model is right
 //   # TEXT                    a comment
 //
-// Edits up to the first ">" belong together, and so do the findings up to the next edit.
+// The edits before a ">" belong together, and so do the findings up to the next edit.
 #include "harness.h"
 
 #include <filesystem>
@@ -27,7 +27,7 @@ struct Row {
     string place;  // of its first line: "values.rows:12"
     string model;
     std::vector<string> edits;
-    string findings;  // a line each
+    string findings;  // one per line
 };
 
 std::vector<Row> read_rows(const string& path) {
@@ -76,7 +76,7 @@ string edited(const Row& row) {
     return text;
 }
 
-// The findings of all rows, by the name of the file that has the text of the row.
+// The findings of all rows, by the name of the file that has the row's text.
 std::map<string, string> check(const std::vector<Row>& rows) {
     const harness::Folder folder;
     for (std::size_t i = 0; i < rows.size(); ++i)

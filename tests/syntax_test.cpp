@@ -1,4 +1,4 @@
-// The tree of a file: how lines and records are cut into tokens, and what is wrong with them.
+// The tree of a file: how lines and records are split into tokens, and their faults.
 #include "frontend/syntax/expressions.h"
 #include "frontend/syntax/fields.h"
 #include "frontend/syntax/source.h"
@@ -25,7 +25,7 @@ const char* const token_names[] = {
     "text",    "plus", "colon", "label",   "name",        "open",   "arg",     "comma",   "close",
     "list",    "if",   "word",  "attr",    "num",         "str",    "macro",   "sym"};
 
-// The tokens of a line, as "name[text]", without blanks and its end.
+// The tokens of a line, as "name[text]", without blanks and its line end.
 string tokens_of(const Source& source, Index line) {
     string all;
     const Index end = source.tree.records[line].token;
@@ -76,7 +76,7 @@ TEST(Tree, CutsRecordsIntoTokens) {
          "label[PROD] colon[:] name[Z] open[(] arg[R] close[)]"},
         {"$SECTORS:\n* $x", "comment[* $x]"},
         {"$SECTORS:\n" + string(250, ' ') + "ABCD  EF", "name[ABCD] unread[ EF]"},
-        // What has a fault is cut all the same.
+        // A record with a fault is still split.
         {"$PROD:Y\nO PX Q 1", "word[O] word[PX] word[Q] num[1]"},
         {"$PROD Y(S) T:1",
          "keyword[$PROD] name[Y] open[(] arg[S] close[)] label[T] colon[:] "
@@ -88,7 +88,7 @@ TEST(Tree, CutsRecordsIntoTokens) {
     for (const auto& [text, tokens] : rows) EXPECT_EQ(last_line(text), tokens) << text;
 }
 
-// A letter for the kind of each line, with "!" for a fault of it; then the models.
+// A letter for the kind of each line, with "!" for a fault in it; then the models.
 string lines_of(const string& text) {
     const Source source = parsed(text);
     string all;
@@ -123,8 +123,8 @@ TEST(Tree, SortsLinesAndFindsModels) {
          "m$*b-bbe. [M] 1-9"},
         {"$MODEL:M\n$constraint :T\nX\n$PROD:Y\nX:\n$SECTORS:\n+X\n$REPORT:\n+X:\n",
          "m$b$e$n$r! [M] 1-9?"},
-        // A keyword that is nearly one counts as that one; after an unknown one nothing can be
-        // told.
+        // A nearly correct keyword counts as the correct one; after an unknown one the kind of a
+        // line is unknown.
         {"$MODEL:M\n$COMODITIES:\nX\n$SECTORS\nX\n$WHAT:\nX\n$OFFTXT\n$MODEL:N",
          "m$!n$!n$!u.!m [M] 1-8 [N] 9-9?"},
     };
@@ -145,7 +145,7 @@ TEST(Tree, TakesFieldsApart) {
     EXPECT_EQ(text(parts_of(source.tree, 2, field + 1).value), "A B");
 }
 
-// Where the fault of the last line's first field is.
+// The place of the fault in the last line's first field.
 string fault_in(const string& text) {
     const Source source = parsed("$MODEL:M\n" + text);
     const Index record = line_count(source.tree) - 1;

@@ -1,4 +1,4 @@
-// What no whole run shows in single steps: texts and their operations, the splitter, the file
+// What no whole run can test in single steps: texts and their operations, the splitter, the file
 // units.
 #include "codegen/writer.h"
 #include "harness.h"
@@ -22,7 +22,7 @@ using namespace orvex;
 
 namespace {
 
-// The system call that fails in this program the next time.
+// The system call whose next use in this program fails.
 std::string failing;
 bool fails(const char* call) {
     if (failing != call) return false;
@@ -118,7 +118,7 @@ TEST(TextOperations, ChangeTheirBytesOnly) {
     EXPECT_EQ(firstnonblank(Text<80>("")), 0);
 }
 
-// The rows of a data file: routine, record, and the label, value and record that it leaves or its
+// The rows of a data file: routine, record, and the label, value and record that remain, or the
 // message.
 TEST(Splitter, CutsTheLeftmostFieldOrEntry) {
     std::istringstream rows(harness::read_file(CASES_DIR "/splitter.rows"));
@@ -140,7 +140,7 @@ TEST(Splitter, CutsTheLeftmostFieldOrEntry) {
     }
 }
 
-// Lines of up to 700 bytes, blank ends and NUL bytes among them, in all larger than any buffer.
+// Lines of up to 700 bytes, with trailing blanks and NUL bytes, in total larger than any buffer.
 std::vector<std::string> many_lines() {
     std::vector<std::string> lines = {"", " ", times(longest_line, 'x')};
     for (int i = 0; i < 2000; ++i) {
@@ -168,7 +168,7 @@ TEST(References, AreTheNewestInTheirOrder) {
     EXPECT_EQ(list, (std::array{20, 30, 30, 30}));
 }
 
-// What a scratch file has got is cut, trimmed and never empty.
+// Lines in a scratch file are cut, trimmed and never empty.
 std::string scratch_form(const std::string& line) {
     const std::string text(trimmed(View(line).substr(0, 255)));
     return text.empty() ? " " : text;
@@ -193,7 +193,7 @@ TEST(Units, GiveBackTheLinesThatTheyGot) {
     close_all_units();
 }
 
-// The output's buffer fills in the middle of a text that is copied to it from memory.
+// The output's buffer fills up in the middle of a text that is copied to it from memory.
 TEST(Units, CopyOverTheEndOfTheBuffer) {
     const harness::Folder folder;
     ASSERT_TRUE(open_output(khdr, folder.path() + "/copied"));
@@ -224,7 +224,7 @@ TEST(Units, ReadALineLongerThanTheBufferAndOneWithoutLineEnd) {
     close_all_units();
 }
 
-// Neither the old text nor half of the new one ever has the name.
+// Neither the old text nor half of the new one ever has the final name.
 TEST(Units, GiveAFileItsNameWhenItIsClosed) {
     const harness::Folder folder;
     const std::string name = folder.path() + "/file";
@@ -244,7 +244,8 @@ TEST(Units, GiveAFileItsNameWhenItIsClosed) {
     EXPECT_FALSE(file_exists(folder.path()) || file_exists("  ") || file_exists(View("a\0", 2)));
 }
 
-// An old file that cannot go is written over; one that cannot be finished is not there.
+// An old file that cannot be removed is overwritten; a new one that cannot be finished does not
+// exist.
 TEST(Units, KeepAFileThatFailsFromItsName) {
     for (const auto& [call, left] :
          {std::pair("unlink", "new\n"), std::pair("rename", "(absent)"),

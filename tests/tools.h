@@ -1,4 +1,4 @@
-// Tests that need a tool which is not on every machine.
+// Tests that need a tool which not every machine has.
 #pragma once
 
 #include <cstdlib>
@@ -6,12 +6,12 @@
 
 namespace harness {
 
-// Set where all tools must be there, so that no test is left out unnoticed.
+// Set if all tools must be present, so that no test is skipped unnoticed.
 inline bool tools_are_required() { return std::getenv("ORVEX_REQUIRE_TOOLS") != nullptr; }
 
 }  // namespace harness
 
-// Leaves the test: skipped, with the tool that is missing, or failed where tools are required.
+// Leaves the test: skipped, naming the missing tool, or failed if tools are required.
 #define SKIP_WITHOUT(tool)                                                       \
     do {                                                                         \
         if (harness::tools_are_required()) FAIL() << "missing here: " << (tool); \

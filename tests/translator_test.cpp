@@ -1,4 +1,4 @@
-// What the front end reads: files of models, a run of the translator, and the two files that it
+// What the front end reads: files with models, a run of the translator, and the two files that it
 // writes.
 #include "frontend/translator/translator.h"
 
@@ -29,7 +29,7 @@ std::string numbers(const std::vector<int>& values) {
     return all;
 }
 
-// A header file: as the translator lays it out, with texts that look like its headings.
+// A header file as the translator writes it, with texts that look like its headings.
 const std::string header_text = R"($OFFLISTING
 
 *  ORVEX MODEL DECLARATION FILE
@@ -135,7 +135,7 @@ TEST(Translator, LeavesTheOutputsOfTheModels) {
     EXPECT_NE(whole.generator.find("==\"1:2\" $EXIT"), std::string::npos);
 }
 
-// Of models A and B, of which B is right, has an unknown keyword, or a name that is too long.
+// Models A and B, of which B is right, has an unknown keyword, or a name that is too long.
 constexpr const char* right = "$SECTORS:\n Y";
 constexpr const char* stopped = "$PORD:Y";
 const std::string overflowing = "$SECTORS:\n " + std::string(66, 'N');
@@ -144,7 +144,7 @@ struct Damage {
     // The text of B.
     std::string model;
     const char* command;
-    // The cause; else the message and the models, "+" where they are complete.
+    // The cause; or the message and the models, with "+" if they are complete.
     std::string result;
 };
 

@@ -1,9 +1,9 @@
-/* Loaded before the C library with LD_PRELOAD: read() and write() as on a slow, an interrupted or a
- * full system. The standard streams are left alone.
+/* Loaded before the C library with LD_PRELOAD: read() and write() as on a slow, interrupted or full
+ * system. The standard streams are left alone.
  *
  *   SHORT_IO_BYTES  the most that one call transfers
  *   SHORT_IO_EINTR  set: every second call is interrupted before it transfers anything
- *   SHORT_IO_ROOM   how many bytes can be written in all before the disk is full
+ *   SHORT_IO_ROOM   how many bytes can be written in total before the disk is full
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
