@@ -1,6 +1,6 @@
-// Compares the translator with the tree and its models on what the fuzzer makes up. The data are
-// those of the other fuzzer: the first byte says which models are left out, and what comes before
-// the input is not used.
+// Compares the translator with the tree and its models on fuzzed input. The data have the same form
+// as for the other fuzzers: the first byte says which models are left out, and the settings before
+// the input are not used.
 #include "agree.h"
 
 #include <cstdint>

@@ -1,7 +1,6 @@
-// Balances a printed text that the fuzzer makes up, and compares the accounts with a table that it
-// makes up, too: the data are, up to the first zero byte, the text, and after it the table. What
-// all accounts receive is what they pay, and a row of the table of accounts is what its account
-// receives.
+// Balances a fuzzed printed text, and compares the accounts with a fuzzed table: the data are the
+// text up to the first zero byte, followed by the table. All accounts together receive what they
+// pay, and the sum of a row in the table of accounts is what its account receives.
 #include "frontend/accounts/account_findings.h"
 #include "frontend/accounts/balance.h"
 #include "frontend/accounts/comparison.h"

@@ -1,6 +1,5 @@
-// Reads a data file that the fuzzer makes up, and runs a generator file with it. The data are, up
-// to the first zero byte, the data file, and after it the generator file; if there is none, the one
-// below is used.
+// Reads a fuzzed data file, and runs a generator file with it. The data are the data file up to the
+// first zero byte, followed by the generator file; if there is none, the one below is used.
 #include "frontend/expansion/data_files.h"
 #include "frontend/expansion/interpreter.h"
 #include "frontend/expansion/model_data.h"
@@ -23,7 +22,7 @@ constexpr std::string_view usual_program =
     "{    2}    PUT /,'+Q:'(SUM(SS$(X(SS) NE 0),X(SS+K)/X(\"A\"))$MAP(S,\"A\"));\n"
     "{    3}  );\n";
 
-// Loops over what the fuzzer makes up can be long.
+// Thrown to end a run: fuzzed loops can be long.
 struct Enough {};
 
 }  // namespace

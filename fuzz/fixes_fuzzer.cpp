@@ -1,5 +1,5 @@
-// Makes the fixes of what the fuzzer makes up. The data are those of the other fuzzers; what comes
-// before the input is not used.
+// Makes the fixes of fuzzed input. The data have the same form as for the other fuzzers; the
+// settings before the input are not used.
 #include "agree.h"
 #include "fix_properties.h"
 

@@ -1,5 +1,5 @@
-// Lays out what the fuzzer makes up. The data are those of the other fuzzers: the first byte says
-// which other blanks a text gets, and what comes before the input is not used.
+// Lays out fuzzed input. The data have the same form as for the other fuzzers: the first byte
+// chooses other blanks for the text, and the settings before the input are not used.
 #include "agree.h"
 #include "layout_properties.h"
 

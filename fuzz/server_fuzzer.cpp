@@ -1,5 +1,5 @@
-// Edits what the fuzzer makes up in the language server, and asks about it. The data are those of
-// the other fuzzers; what comes before the input chooses the edits and questions, then the input.
+// Edits fuzzed input in the language server, and asks about it. The data have the same form as for
+// the other fuzzers: the part before the input chooses the edits and requests; the input follows.
 #include "agree.h"
 #include "server_properties.h"
 

@@ -1,5 +1,5 @@
-// Runs whole translations in one process on what the fuzzer makes up, and checks what must hold
-// after any of them, and between two runs whose inputs differ only where it must not matter.
+// Runs whole translations of fuzzed input in one process. Checks what must hold after each of them,
+// and that two runs agree if their inputs differ only in ways that must not matter.
 //
 // The data: a byte that chooses the comparison, a byte that chooses a place for it, lines of the
 // run control file up to the first NUL byte, and the input.
@@ -21,7 +21,7 @@ namespace {
 
 using std::string;
 
-constexpr std::size_t text_start = 9;  // after the line number and its braces
+constexpr std::size_t text_start = 9;  // after the line number in braces
 constexpr std::size_t widest_text = 255;
 const string option_start = "PUT /,'$";
 const string closing_lines = ".INTEGER1=1;\n";
@@ -36,14 +36,14 @@ void require(bool holds, const char* what, const string& detail) {
     if (!holds) fail(what, detail);
 }
 
-// Plain system calls: a run takes less time than the library's streams around it would.
+// Plain system calls: library streams would take longer than the run itself.
 void write_file(const string& path, const string& text) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     const ssize_t written = ::write(file, text.data(), text.size());
     require(written == static_cast<ssize_t>(text.size()) && ::close(file) == 0, "disk", path);
 }
 
-// The file's text, or nothing when there is none. The file is gone then.
+// The file's text, or nothing if there is none. Removes the file.
 string take_file(const string& path) {
     const int file = ::open(path.c_str(), O_RDONLY);
     if (file < 0) return "";
@@ -56,7 +56,7 @@ string take_file(const string& path) {
     return text;
 }
 
-// The folder of all runs. It lies so deep that no name of a model leads out of it.
+// The folder of all runs. It is so deep that no model name leads out of it.
 const string& folder() {
     static string top;
     static const string made = [] {
@@ -81,7 +81,7 @@ struct Outcome {
     bool succeeded() const { return header.ends_with(closing_lines); }
 };
 
-// The settings that name files are put last, where they win.
+// The settings that name files come last, so that they win.
 string control_text(const string& settings) {
     return settings + "\nINP " + folder() + "m.zlm\nHDR " + folder() + "m.hdr\nSCD " + folder() +
            "generated/\n" +
@@ -123,8 +123,8 @@ string changed_lines(const string& text, Change change) {
     return result;
 }
 
-// The levels of a generator file, told by its indentation alone: every line is indented by two
-// blanks for each open level after the number; a line ");" closes one; an empty line finds all
+// The levels of a generator file, judging only by its indentation: after the number, every line is
+// indented by two blanks for each open level; a line ");" closes one; at an empty line all are
 // closed. The condition of a report block is closed like a level, but indents nothing.
 class Levels {
   public:
@@ -140,7 +140,7 @@ class Levels {
         if (text == ");" && depth_ == 0 && indent == 0)
             return require(reports_-- > 0, "closed twice", line);
         const std::size_t expected = 2 * (text == ");" ? depth_ - 1 : depth_);
-        if (indent == expected + 2 && text != ");") ++depth_;  // the line before opened a level
+        if (indent == expected + 2 && text != ");") ++depth_;  // the previous line opened a level
         if (text == ");") depth_ = indent / 2;
         require(indent == 2 * depth_, "indentation", line);
     }
@@ -149,7 +149,7 @@ class Levels {
   private:
     std::size_t depth_ = 0;
     int reports_ = 0;
-    bool deep_ = false;  // indented past the last column: the levels can be seen no more
+    bool deep_ = false;  // indented past the last column: the levels are no longer visible
 };
 
 void check_generator(const string& text, bool complete) {
@@ -215,10 +215,10 @@ string with_line_inserted(const string& input, std::size_t place) {
     return input.substr(0, start) + inserted[place % 4] + "\n" + input.substr(start);
 }
 
-// The model after another gives what it gives alone, started with the other's counters.
+// A second model gives the same as alone with the first model's counters.
 void compare_second_model(const string& input) {
     const string all = "ERR\n";
-    if (("\n" + input).find("\n+") != string::npos) return;  // may continue the model before
+    if (("\n" + input).find("\n+") != string::npos) return;  // may continue the previous model
     const Outcome once = translate(all, input);
     const std::size_t models = once.header.rfind("n_models   1");
     if (!once.succeeded() || models == string::npos) return;
