@@ -1,2 +1,2 @@
-/* The least that a program can be: what the system takes to start and end one. */
+/* The smallest program: measures the time that the system needs to start and end one. */
 int main(void) { return 0; }

@@ -1,4 +1,4 @@
-// Times of what every command of orvex does with a text first, and of its layout.
+// Times the first steps of every orvex command on a text, and its layout.
 #include "frontend/layout/layout.h"
 
 #include "frontend/fixes/revision.h"
@@ -14,7 +14,7 @@ namespace {
 
 using namespace orvex::frontend;
 
-// A model of some thousand lines, with its blanks as people write them.
+// A model of some thousand lines, with blanks as people write them.
 std::string written_model() {
     std::string text = "$MODEL:M\n";
     for (int block = 0; block < 400; ++block) {

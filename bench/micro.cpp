@@ -1,5 +1,5 @@
-// Times of the four routines that nearly every line of a model passes: the record reader, the field
-// splitter, the symbol lookup and the line writer.
+// Times the four routines that nearly every line of a model passes through: the record reader, the
+// field splitter, the symbol lookup and the line writer.
 #include "codegen/writer.h"
 #include "input/fields.h"
 #include "input/records.h"
@@ -18,7 +18,7 @@ namespace {
 
 using namespace orvex;
 
-// Lines as they follow each other in a production block.
+// Typical consecutive lines of a production block.
 constexpr View typical_lines[] = {
     "$PROD:YAGR1(R)  S:0.5",
     "    O:PAGR1(R)        Q:QRAGR3(R)",
@@ -28,7 +28,7 @@ constexpr View typical_lines[] = {
     "    I:PFOO2(R,T)      Q:QRTFOO(R,T)  P:1.2  A:HAGR  T:TAXFOO   ! with a tax",
 };
 
-// A file of typical lines that is gone with this object.
+// A file of typical lines, removed with this object.
 class InputFile {
   public:
     static constexpr int lines = 1200;
@@ -71,7 +71,7 @@ void split_fields(benchmark::State& state) {
 }
 BENCHMARK(split_fields);
 
-// Fills the table, then looks every name up in turn.
+// Fills the table, then looks up each name in turn.
 void look_up(benchmark::State& state, View prefix) {
     constexpr int names = 1000;
     std::vector<Name> all;

@@ -1,9 +1,9 @@
-/* The least that a translator can be: it loads the companion library, reads the control file and
-   the input, and puts two files, whose bytes are in the program, in the place of old ones: written
-   under another name, the old one removed, renamed. When it is compiled,
+/* The smallest possible translator: it loads the companion library, reads the control file and the
+   input, and replaces two old files by bytes embedded in the program: it writes each file under
+   another name, removes the old one, and renames the new one. When it is compiled,
    COMPANION  is the name of the library,
    CONTROL, INPUT, GENERATOR, HEADER  are the names of the files,
-   GENERATOR_BYTES, HEADER_BYTES  are the paths of the files that hold the bytes. */
+   GENERATOR_BYTES, HEADER_BYTES  are the paths of the files with the bytes. */
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <stdio.h>

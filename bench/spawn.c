@@ -1,12 +1,12 @@
-/* Runs two sides in turn, A B A B, and measures each run from its start to its end:
+/* Runs two sides alternately, A B A B, and measures each run from start to end:
 
        spawn RUNS SIDE -- SIDE
 
-   A side is a folder to run in, then commands with ";" between them; "> FILE" sends the standard
-   output of a command to a file, which is emptied first. If a command ends with a
-   status other than 0, everything ends. Prints one line for each side: the lower quartile of its
-   wall times in nanoseconds (what else the machine does only ever adds to a time), the median of
-   its page faults and its largest resident size in KiB. */
+   A side is a folder to run in, then commands separated by ";"; "> FILE" sends the standard output
+   of a command to a file, which is emptied first. If a command ends with a status other than 0, the
+   program stops. Prints one line for each side: the lower quartile of its wall times in nanoseconds
+   (other work of the machine can only add to a time), the median of its page faults and its largest
+   resident size in KiB. */
 #define _GNU_SOURCE
 #include <fcntl.h>
 #include <signal.h>
@@ -43,7 +43,8 @@ static long long now(void) {
     return time.tv_sec * 1000000000LL + time.tv_nsec;
 }
 
-/* Replaces the separator word that ends a list of words by a null pointer; returns what follows. */
+/* Replaces the separator that ends a list of words by a null pointer; returns the words after it.
+ */
 static char** cut(char** words, const char* separator) {
     while (*words != NULL && strcmp(*words, separator) != 0) ++words;
     if (*words == NULL) return words;
@@ -66,7 +67,7 @@ static void run_command(char** words, const char* output, struct rusage* usage) 
     posix_spawn_file_actions_destroy(&actions);
 }
 
-/* Each command's words end with a null pointer, as do those of an output. */
+/* The words of a command end with a null pointer, and so does its output. */
 struct command {
     char** words;
     const char* output;
@@ -91,7 +92,7 @@ static int ascending(const void* a, const void* b) {
     return (left > right) - (left < right);
 }
 
-/* The value that `quarters` of the values do not reach. */
+/* The value below which `quarters` quarters of the values are. */
 static long long quartile(int quarters, long long* values, int count) {
     qsort(values, (size_t)count, sizeof *values, ascending);
     return values[count * quarters / 4];
