@@ -43,8 +43,7 @@ static long long now(void) {
     return time.tv_sec * 1000000000LL + time.tv_nsec;
 }
 
-/* Replaces the separator that ends a list of words by a null pointer; returns the words after it.
- */
+/* Replaces the separator that ends a list of words by a null pointer; returns the words after. */
 static char** cut(char** words, const char* separator) {
     while (*words != NULL && strcmp(*words, separator) != 0) ++words;
     if (*words == NULL) return words;

@@ -257,7 +257,7 @@ bool keep_mode(const Unit& unit, const Replaced& replaced) {
 }
 
 // Opens the temporary file and removes any file with the final name; false if either fails.
-bool open_beside(Unit& unit) {
+bool open_replacement(Unit& unit) {
     const Replaced replaced = find_replaced(unit.name.data());
     if (!replaced.can_be) return false;
     unit.descriptor = open_temporary(unit, replaced.mode);
@@ -333,7 +333,7 @@ bool open_input(int number, View path) {
 bool open_output(int number, View path) {
     Unit& unit = fresh_unit(number);
     if (!to_path(path, unit.name)) return false;
-    unit.in_place = !open_beside(unit);
+    unit.in_place = !open_replacement(unit);
     if (unit.in_place)
         unit.descriptor = open_descriptor(unit.name.data(), O_WRONLY | O_CREAT | O_TRUNC);
     if (unit.descriptor == no_descriptor) return false;

@@ -21,8 +21,8 @@ bool is_model_file(const fs::path& path) {
 
 // Adds the files of one folder to `found`, and its folders to `folders`. An unreadable folder is
 // added to `found`, too: reading it later reports why.
-void look_into(const fs::path& folder, std::vector<fs::path>& folders,
-               std::vector<std::string>& found) {
+void list_folder(const fs::path& folder, std::vector<fs::path>& folders,
+                 std::vector<std::string>& found) {
     std::error_code error;
     fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
@@ -59,7 +59,7 @@ std::vector<std::string> search(const std::string& path) {
     while (!folders.empty()) {
         const fs::path folder = folders.back();
         folders.pop_back();
-        look_into(folder, folders, found);
+        list_folder(folder, folders, found);
     }
     return found;
 }

@@ -91,7 +91,7 @@ std::string verdict(const Reporter& reporter) {
     return text;
 }
 
-void tell(Reporter& reporter, const std::string& summary_line) {
+void put_closing_lines(Reporter& reporter, const std::string& summary_line) {
     if (reporter.options.quiet || !for_people(reporter.options.format)) return;
     if (!reporter.first_code.empty() && reporter.options.format == Format::text) {
         put(reporter.err, "for more about an error: orvex explain " + reporter.first_code + "\n");
@@ -254,7 +254,7 @@ int end(Reporter& reporter, const std::string& summary_line) {
     Report& report = reporter.reports.front();
     write(reporter, report, tail(report, reporter.summary));
     const bool good = flush(reporter.out);
-    tell(reporter, summary_line);
+    put_closing_lines(reporter, summary_line);
     if (!good) {
         reporter.summary.status = 2;
         put(reporter.err, failure_line(reporter.out));

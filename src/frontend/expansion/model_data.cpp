@@ -312,7 +312,7 @@ class ElementFinder {
     }
 
     // Should the element be reported, and has it not been reported yet?
-    bool is_unsaid(Index element) {
+    bool is_unreported(Index element) {
         const bool is_unknown = element == no_index || !is_known_[element];
         if (!has_sets_ || !is_unknown || files_.unknown.size() >= most_findings) return false;
         return element == no_index || files_.unknown.insert(element).second;
@@ -361,7 +361,7 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
         const std::string& name = files.names.text(row.name);
         if (!data.parameters.contains(name) && !data.levels.contains(name)) continue;
         for (const Index element : cells_of(files, row)) {
-            if (!finder.is_unsaid(element)) continue;
+            if (!finder.is_unreported(element)) continue;
             const Values values = finder.values_of(files.names.text(element));
             findings.push_back(
                 warning("element-unknown", values, data_line(files.texts[row.text], row.offset)));
@@ -371,7 +371,8 @@ void find_unknown_elements(DataFiles& files, const GeneratorProgram& program, co
     std::set<Index> seen;
     for (const UsedElement& used : program.elements) {
         const std::string& name = program.names.text(used.name);
-        if (!seen.insert(used.name).second || !finder.is_unsaid(files.names.find(name))) continue;
+        if (!seen.insert(used.name).second || !finder.is_unreported(files.names.find(name)))
+            continue;
         const Values values = finder.values_of(name);
         flaws.push_back({"element-unknown", {}, values, used.place});
     }

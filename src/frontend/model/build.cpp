@@ -320,7 +320,7 @@ class Builder {
     }
 
     void take_unlabelled(Index node) {
-        if (looked_at_ != record_) add_unlabelled(record_, node);
+        if (checked_early_ != record_) add_unlabelled(record_, node);
         reader_.touch(tree_.fields[node].token, end_token());
         if (!model_.blocks.empty()) model_.blocks.back().unclear = true;
     }
@@ -341,7 +341,7 @@ class Builder {
         const Index node = tree_.records[next].field;
         if (is_labelled(node)) return next;
         add_unlabelled(next, node);
-        looked_at_ = next;
+        checked_early_ = next;
         return no_index;
     }
 
@@ -712,8 +712,8 @@ class Builder {
     Statements statements_;
     Index next_block_ = 0;
     Index record_ = 0;
-    Index looked_at_ = no_index;  // a continuation whose error was found early
-    bool gives_type_ = false;     // the current declarations enter their names
+    Index checked_early_ = no_index;  // a continuation whose error was found early
+    bool gives_type_ = false;         // the current declarations enter their names
     Kind declared_kind_ = Kind::host;
 };
 

@@ -50,14 +50,14 @@ class Checker {
         std::vector<Lookalike> found = lookalikes(text_in(subject_, range));
         if (found.empty()) return;
         std::erase_if(found, [&](const Lookalike& each) {
-            return is_found_otherwise(range.begin + static_cast<Offset>(each.begin));
+            return has_other_finding(range.begin + static_cast<Offset>(each.begin));
         });
         if (!found.empty()) warn_of(range.begin, found);
     }
 
   private:
     // Is it in a value, or in a field with an error?
-    bool is_found_otherwise(Offset at) {
+    bool has_other_finding(Offset at) {
         if (!has_values_) values_ = values_of(subject_);
         has_values_ = true;
         const Index field = field_at(tree_, at);

@@ -206,9 +206,9 @@ void check_entry_label(const Subject& subject, Findings& findings) {
         if (row.lost_plus && !rows[i - 1].lost_plus) is_sure = Joined(subject, i).is_sure();
         if (row.entry == nullptr || row.entry->head.faulty) continue;
         const Field& head = row.entry->head;
-        const bool is_told = !row.stray || row.indented || !head.before.empty() ||
-                             has_wrong_owner(*subject.model, row);
-        if (is_told || is_after_other(rows, i)) continue;
+        const bool is_explained = !row.stray || row.indented || !head.before.empty() ||
+                                  has_wrong_owner(*subject.model, row);
+        if (is_explained || is_after_other(rows, i)) continue;
         const bool begins_run = i + 1 < rows.size() && is_after_other(rows, i + 1);
         Finding& finding =
             warn(subject, findings, label_place(subject, head),
