@@ -39,7 +39,8 @@ void cancel(Server& server, const Json& params) {
     server.send(error_answer_to(id, {request_cancelled, "the request was cancelled"}));
 }
 
-// Before initialization a server accepts only that request, and after shutdown only the exit.
+// Before initialization a server accepts only that request, and after shutdown none. `exit` is
+// always accepted.
 void expect_state(const Server& server, std::string_view method) {
     if (method == "exit") return;
     if (!server.is_initialized && method != "initialize")
