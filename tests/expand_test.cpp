@@ -10,9 +10,11 @@
 #include "tools.h"
 
 #include <algorithm>
+#include <deque>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -66,6 +68,23 @@ struct Row {
     string text;
     string result;
 };
+
+TEST(Csv, CellsAreReadAsTheyWereMeant) {
+    const std::pair<string, string> cells[] = {
+        {"A.B", "A.B"},       {"", ""}, {"A,B", "\"A,B\""}, {"a \"b\"", "\"a \"\"b\"\"\""},
+        {"A\nB", "\"A\nB\""},
+    };
+    for (const auto& [text, written] : cells) {
+        const string row = orvex::frontend::csv_cell(text);
+        EXPECT_EQ(row, written);
+        std::deque<string> unquoted;
+        const string line = row + ",end\n";
+        orvex::frontend::CsvReader reader(line, unquoted);
+        orvex::frontend::CsvRow read;
+        ASSERT_TRUE(reader.read(read)) << row;
+        EXPECT_EQ(read.cells.front(), text);
+    }
+}
 
 TEST(Expand, EvaluatesExpressions) {
     const Row rows[] = {

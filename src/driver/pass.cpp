@@ -83,10 +83,10 @@ Next dispatch_keyword() {
     case notation::Opens::demand: return dispatch_function();
     case notation::Opens::constraint: return dispatch_constraint();
     case notation::Opens::report: return dispatch_report();
-    case notation::Opens::option: return dispatch_option();
-    case notation::Opens::end: break;
+    case notation::Opens::option:
+    case notation::Opens::end: break;  // an option: ends_model() has taken the end
     }
-    return Next::end_of_model;
+    return dispatch_option();
 }
 
 Next dispatch_entry() {

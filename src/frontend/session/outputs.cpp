@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <system_error>
 
 namespace orvex::frontend {
 
@@ -73,7 +74,8 @@ int make_folder(const std::string& path) {
     const fs::path folder = fs::path(path).parent_path();
     std::error_code error;
     if (!folder.empty()) fs::create_directories(folder, error);
-    return error.value();
+    // Standard libraries differ in what they say of a file where a folder must be.
+    return error == std::errc::file_exists ? ENOTDIR : error.value();
 }
 
 void note_output(const std::string& path, bool changed, OutputFiles& files) {
