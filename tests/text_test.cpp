@@ -113,6 +113,13 @@ TEST(TextOperations, ChangeTheirBytesOnly) {
         apply(text);
         EXPECT_EQ(text.view(), after) << "from " << testing::PrintToString(before);
     }
+    struct {
+        Text<8> full = "no blank";
+        Text<8> next = "next";
+    } texts;
+    upper(texts.full);
+    EXPECT_EQ(texts.full.view(), "NO BLANK");
+    EXPECT_EQ(texts.next.view(), "next");
     EXPECT_EQ(firstnonblank(Text<80>("\tA")), 1);
     EXPECT_EQ(firstnonblank(Text<80>(last)), 80);
     EXPECT_EQ(firstnonblank(Text<80>("")), 0);
