@@ -60,6 +60,7 @@ TEST(Text, IsCutPaddedAndAppendedTo) {
     EXPECT_TRUE(text.has_room_for("1234") && !text.has_room_for("12345"));
     for (int i = 0; i < 3; ++i) text.append(text.view());
     EXPECT_EQ(text.slice(4, 99), "bb");
+    EXPECT_EQ(Text<5>("abcde").slice(2, 3), "bc");
     EXPECT_EQ(joined<6>({"a ", "", " b", "cdef"}).view(), "a  bcd");
     EXPECT_EQ(joined<3>({"a ", " b", "c"}).view(), "a");
     Text<6> same = "same";
