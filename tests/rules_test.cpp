@@ -144,6 +144,13 @@ TEST(Rules, JoinFindingsWithOneCause) {
         {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label-invalid\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indented\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 plus-joined\n"},
+        // Labels that mean something without a value name nests here; the others lack theirs.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  O:  I:  D:  E:  V:  W:\n"),
+         "12:14 nest-undeclared\n12:18 nest-undeclared\n12:22 nest-undeclared\n"
+         "12:26 nest-undeclared\n12:30 nest-undeclared\n12:34 nest-undeclared\n"},
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:  N:  R:  S:  T:  P:  K:\n"),
+         "12:14 value-missing\n12:18 value-missing\n12:22 value-missing\n12:26 value-missing\n"
+         "12:30 value-missing\n12:34 value-missing\n12:38 value-missing\n"},
         // The same owner in two reports is one finding.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1\n",
                "$REPORT:\n V:V1  O:PY  PROD:YYY\n V:V2  O:PY  PROD:YYY\n"),

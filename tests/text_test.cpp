@@ -232,6 +232,12 @@ TEST(Units, ReadALineLongerThanTheBufferAndOneWithoutLineEnd) {
     close_all_units();
 }
 
+TEST(Units, CutALineForTheConsole) {
+    testing::internal::CaptureStderr();
+    write_standard_error({"a", times(longest_line - 2, 'x'), "bc", "d"});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a" + times(longest_line - 2, 'x') + "b\n");
+}
+
 // Neither the old text nor half of the new one ever has the final name.
 TEST(Units, GiveAFileItsNameWhenItIsClosed) {
     const harness::Folder folder;
