@@ -144,8 +144,9 @@ TEST(Rules, JoinFindingsWithOneCause) {
         {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label-invalid\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indented\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 plus-joined\n"},
-        // Labels that mean something without a value name nests here; the others lack theirs.
-        {model("", "  O:PY  Q:1\n  I:PL  Q:1  O:  I:  D:  E:  V:  W:\n"),
+        // Labels that mean something without a value name nests here, again and again; the others
+        // lack theirs.
+        {model("", "  O:PY  Q:1\n  I:PL  Q:1  O:  I:  D:  E:  V:  W:  O:  I:  D:  E:  V:  W:\n"),
          "12:14 nest-undeclared\n12:18 nest-undeclared\n12:22 nest-undeclared\n"
          "12:26 nest-undeclared\n12:30 nest-undeclared\n12:34 nest-undeclared\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:  N:  R:  S:  T:  P:  K:\n"),
