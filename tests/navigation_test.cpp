@@ -117,6 +117,12 @@ TEST(Navigation, AnswersAsTheClientCanRead) {
              R"("start":{"character":0,"line":4}},"selectionRange":)" +
              range(4, 0, 7) + R"(}],"kind":2,"name":"M","range":{"end":{"character":9,"line":5},)" +
              R"("start":{"character":0,"line":1}},"selectionRange":)" + range(1, 7, 8) + "}]"},
+        // Lines and characters from the token before, length, type, and whether it is declared.
+        {"{}", "semanticTokens/full", "{" + text + "}",
+         R"({"data":[1,0,6,0,0,0,7,1,3,0,1,0,8,0,0,1,1,1,4,1,0,3,6,1,0,1,0,5,0,0,0,6,1,4,0,)"
+         R"(1,1,1,2,0,0,2,1,5,0,0,3,1,2,0,0,2,1,8,0],"resultId":"1"})"},
+        {"{}", "semanticTokens/range", "{" + text + R"(,"range":)" + range(4, 0, 7) + "}",
+         R"({"data":[4,0,5,0,0,0,6,1,4,0]})"},
         {"{}", "prepareRename", at + "}", R"({"placeholder":"A","range":)" + range(4, 6, 7) + "}"},
         {"{}", "prepareRename", nowhere, R"({"code":-32803,"message":"`$PROD` is a keyword"})"},
         // Words outside the models change only if the client asks the user about them.
