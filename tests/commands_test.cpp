@@ -566,6 +566,11 @@ TEST(Translate, ADepfileIsReadByMake) {
         expect_names_in_make(name, std::string("in ") + name);
     }
     EXPECT_EQ(frontend::depfile({"a b", "c$d"}, {"x#y"}), "a\\ b c$$d: x\\#y\n");
+    // A line has 72 columns.
+    for (const auto& [size, gap] : {std::pair(70, " "), std::pair(71, " \\\n ")}) {
+        const std::string longest(static_cast<std::size_t>(size), 'b');
+        EXPECT_EQ(frontend::depfile({"a", longest}, {"c"}), "a" + (gap + longest) + ": \\\n c\n");
+    }
     const Folder folder;
     const std::string input = R"(an $odd #name\ .zlm)";
     folder.write(input, model("M"));
@@ -705,6 +710,21 @@ TEST(Jobs, ASignalEndsEveryWait) {
             "for p in $(cat pids); do kill -0 $p && echo $p stays; done");
         EXPECT_EQ(result.out, signal + std::string("\nold"));
     }
+}
+
+// It gets no other signal, and can tidy up.
+TEST(Jobs, ASignalIsHandedOnToAProgram) {
+    const Folder folder;
+    write_files(folder);
+    folder.write("hears",
+                 "#!/bin/sh\nfor s in HUP INT TERM; do trap \"echo $s >>'$HERE/heard'; exit\" $s; "
+                 "done\nkill -s SIGNAL $PPID; while :; do sleep 0.05; done\n");
+    const Result result = folder.shell(
+        "export HERE=\"$PWD\"; for s in HUP INT TERM; do\n"
+        "sed \"s/SIGNAL/$s/\" hears >now; chmod +x now; \"$ORVEX\" check --translator ./now "
+        "good.zlm\n"
+        "done; cat heard");
+    EXPECT_EQ(result.out, "HUP\nINT\nTERM\n");
 }
 
 #ifdef __linux__

@@ -3,6 +3,7 @@
 #include "harness.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -173,6 +174,29 @@ TEST(Navigation, FindsNamesInAllFilesOfTheFolders) {
         }
         EXPECT_EQ(found, expected) << query;
     }
+}
+
+TEST(Navigation, ReportsAgainOnlyWhatHasChanged) {
+    const harness::Folder folder;
+    folder.write("b.zlm", "$MODEL:B\n");
+    folder.write("c.zlm", "$MODEL:C\n");
+    Session session("{}", model, {{{"uri", "file://" + folder.path()}, {"name", "x"}}});
+    Json known = Json::array();
+    const auto kinds = [&] {
+        std::map<string, string> found;
+        const Json answer = session.ask("workspace/diagnostic", {{"previousResultIds", known}});
+        known.clear();
+        for (const Json& item : answer["items"]) {
+            const string report = item["uri"];
+            found[report.substr(report.rfind('/') + 1)] = item["kind"];
+            known.push_back({{"uri", report}, {"value", item["resultId"]}});
+        }
+        return found;
+    };
+    using Kinds = std::map<string, string>;
+    EXPECT_EQ(kinds(), (Kinds{{"m.zlm", "full"}, {"b.zlm", "full"}, {"c.zlm", "full"}}));
+    folder.write("b.zlm", "$MODEL:D\n");
+    EXPECT_EQ(kinds(), (Kinds{{"m.zlm", "unchanged"}, {"b.zlm", "full"}, {"c.zlm", "unchanged"}}));
 }
 
 }  // namespace
