@@ -179,12 +179,16 @@ TEST(Errors, AdviseAndCorrect) {
     }
 }
 
-// The note says where the name got its meaning: where it is declared, or else first used.
+// The note says where a name got its meaning: where it is declared, or else first used; or where the
+// part begins in which a record is not allowed.
 TEST(Errors, NameTheFirstPlace) {
     const std::pair<string, string> notes[] = {
         {"$PROD:X\n I:PX  A:PL\n", "5:11 `PL` was declared here, as a commodity"},
         {"$PROD:X\n O:PX Q:A\n O:PX Q:A(R)\n", "11:9 `A` was first used here, without sets"},
         {"$PROD:Y(R)\n O:PY\n", "5:2 `PY` was declared here, with (R)"},
+        {"$REPORT:\n V:V O:PX\n$REPORT:\n$SECTORS:\n Z\n",
+         "10:1 the first report block begins here"},
+        {"$PROD:X\n O:PX\n$ONTEXT\n", "1:1 the model begins here"},
     };
     for (const auto& [wrong, note] : notes) {
         string found;
