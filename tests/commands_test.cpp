@@ -89,6 +89,10 @@ const CommandLine command_lines[] = {
     {"translate bad.zlm --exit-zero", 2, nothing,
      "`--exit-zero` is not an option of `translate`\n"},
     {"check warn.zlm --warn error --warn name-unused=off", 0, nothing, "no errors"},
+    {"lsp --log log <<END >o; echo $?; cat log\nContent-Length: 37\r\n\r\n"
+     R"({"jsonrpc":"2.0","id":1,"method":"x"})"
+     "\nEND\n",
+     0, "1\norvex lsp: the server is not initialized\n", nothing},
     {"check none.zlm", 2, "error[file-unreadable]: cannot read `none.zlm`: No such file",
      "1 error in 1 file\n"},
     {"check none.zlm bad.zlm", 2, "bad.zlm:8:1", "2 errors in 2 files\n"},
