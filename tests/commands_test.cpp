@@ -2,6 +2,7 @@
 // folder.
 #include "frontend/base/files.h"
 #include "frontend/base/jobs.h"
+#include "frontend/base/line_stream.h"
 #include "frontend/base/process.h"
 #include "frontend/cli/reporter.h"
 #include "frontend/session/depfile.h"
@@ -144,6 +145,9 @@ const CommandLine command_lines[] = {
     {"graph --mermaid good.zlm", 2, nothing, "help: write `--format mermaid`\n"},
     {"codes --json", 2, nothing, "help: `orvex codes --help` lists the options\n"},
     {"check -x good.zlm", 2, nothing, "error: unknown option `-x`\n"},
+    {"fmt --depfil x good.zlm", 2, nothing,
+     "error: unknown option `--depfil`\nhelp: `orvex fmt --help` lists the options\n"},
+    {"translate --depfil x good.zlm", 2, nothing, "help: did you mean `--depfile`?\n"},
     {"check good.zlm --format sort", 2, nothing, "not `sort`: did you mean `short`?\n"},
     {"graph good.zlm --format short", 2, nothing, "must be dot, svg, mermaid, json or table"},
     {"check good.zlm -j 0", 2, nothing, "`--jobs` must be a number from 1 to 256, not `0`\n"},
@@ -546,6 +550,26 @@ TEST(Translate, PutFileKeepsModesLinksAndDevices) {
     EXPECT_FALSE(frontend::put_file(folder.path(), "text", changed));
     EXPECT_EQ(errno, EISDIR);
     EXPECT_EQ(folder.files().size(), 1U);
+}
+
+// Pieces of the text end within its lines.
+TEST(LineStream, GivesTheLinesOfATextOfAnyLength) {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < 2000; ++i) lines.emplace_back(i % 700, "ab"[i % 2]);
+    lines.emplace_back(frontend::longest_line + 1, 'c');
+    lines.emplace_back("last");
+    std::string text;
+    for (const std::string& line : lines) text += line + '\n';
+    text.pop_back();
+    lines[lines.size() - 2].pop_back();  // it is cut
+    const Folder folder;
+    folder.write("text", text);
+    const int file = ::open((folder.path() + "/text").c_str(), O_RDONLY | O_CLOEXEC);
+    std::vector<std::string> found;
+    EXPECT_TRUE(frontend::for_each_line(file, [&](auto line) { found.emplace_back(line); }));
+    EXPECT_TRUE(found == lines);
+    ::close(file);
+    EXPECT_FALSE(frontend::for_each_line(file, [](auto) {}));
 }
 
 // make finds the output, and asks for the input, under their real names.

@@ -102,6 +102,8 @@ TEST(Navigation, AnswersAsTheClientCanRead) {
         {"{}", "documentHighlight", at + "}",
          R"([{"kind":1,"range":)" + range(0, 0, 1) + R"(},{"kind":3,"range":)" + range(3, 1, 2) +
              R"(},{"kind":3,"range":)" + range(4, 6, 7) + "}]"},
+        {"{}", "documentHighlight", "{" + text + R"(,"position":{"line":5,"character":8}})",
+         R"([{"kind":2,"range":)" + range(5, 8, 9) + "}]"},
         {"{}", "documentSymbol", "{" + text + "}",
          R"([{"kind":2,"location":)" + location(1, 7, 8) +
              R"(,"name":"M"},{"containerName":"M","kind":3,"location":)" + location(2, 0, 9) +
