@@ -150,6 +150,8 @@ const Row rows[] = {
     // Reports.
     {"$REPORT:\n V:V1 O:PX$(A)\n", "move the condition to `V:V1`", "",
      "$REPORT:\n V:V1$(A) O:PX\n"},
+    {"$REPORT:\n V:V1$(B) O:PX$(A)\n", "move the condition to `V:V1`", "", ""},
+    {"$REPORT:\n V:V1 O:PX#(R)$(A)\n", "move the condition to `V:V1`", "", ""},
     {"$REPORT:\n V:PX O:PX\n", "name a report variable here, or give one of the two another name",
      "", ""},
     {"$REPORT:\n V:V1 O:PX V:V2 O:PX\n", "begin a new line with `V:`",

@@ -176,7 +176,10 @@ TEST(Rules, KnowNamesInExpressions) {
               "9:3 name-unused\n");
 }
 
-TEST(Rules, ListThePlacesOfANameThatIsNotDeclared) {
+TEST(Rules, ListTheOtherPlaces) {
+    EXPECT_EQ(remarks(model("", "  O:PY  Q:1\n$PEPS:1\n  I:PL  Q:1\n  I:PL  Q:2\n  I:PL  Q:3\n"),
+                      "entry-outside-block"),
+              "the same in lines 14 and 15\n");
     EXPECT_EQ(remarks(model("", "  O:PY  Q:1\n  I:PL  Q:1\n  I:PLL  Q:1\n  I:PLL  Q:(PLL)\n", "",
                             "  D:PY\n  E:PLL  Q:1\n"),
                       "name-undeclared"),
