@@ -320,6 +320,16 @@ const CommandLine command_lines[] = {
      "good.zlm:1:1: error: the translator refuses what `orvex` accepts: unknown keyword `$DAMAND` "
      "[translator-disagrees]\n",
      "1 error in 1 file\n"},
+    // The server runs the translator while it waits for its client.
+    {"--version; echo '#!/none' >x; chmod +x x\n"
+     "m() { printf 'Content-Length: %d\\r\\n\\r\\n%s' ${#1} \"$1\"; }\n"
+     R"({ m '{"jsonrpc":"2.0","id":1,"method":"initialize","params":{"capabilities":{}}}')"
+     "\n"
+     R"(m '{"jsonrpc":"2.0","method":"textDocument/didOpen","params":{"textDocument":)"
+     R"({"uri":"file:///m.zlm","languageId":"orvex","version":1,"text":"$MODEL:M"}}}')"
+     "\nfor i in $(seq 100); do [ -s log ] || sleep 0.1; done; } |\n"
+     "\"$ORVEX\" lsp --log log --translator ./x >o; cat log",
+     0, "orvex lsp: the translator cannot be run: cannot run ", nothing},
 };
 
 void expect_text(const std::string& stream, const char* text, const char* name) {

@@ -176,6 +176,16 @@ TEST(Rules, KnowNamesInExpressions) {
               "9:3 name-unused\n");
 }
 
+TEST(Rules, NameTheMissingBlock) {
+    const std::vector<Finding> found = find(
+        "$MODEL:M\n$SECTORS:\n  Y  Z\n$COMMODITIES:\n  PY  PL\n$CONSUMERS:\n  RA  RB\n"
+        "$PROD:Y\n  O:PY  Q:(Z)  A:RB  T:1\n  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n"
+        "$OFFTEXT\n");
+    string messages;
+    for (const Finding& finding : found) messages += finding.message + "\n";
+    EXPECT_EQ(messages, "sector `Z` has no `$PROD` block\nconsumer `RB` has no `$DEMAND` block\n");
+}
+
 TEST(Rules, ListTheOtherPlaces) {
     EXPECT_EQ(remarks(model("", "  O:PY  Q:1\n$PEPS:1\n  I:PL  Q:1\n  I:PL  Q:2\n  I:PL  Q:3\n"),
                       "entry-outside-block"),
