@@ -1,5 +1,6 @@
 // orvex as users call it: command lines with their status and output, and the files left in the
 // folder.
+#include "frontend/base/descriptors.h"
 #include "frontend/base/files.h"
 #include "frontend/base/jobs.h"
 #include "frontend/base/line_stream.h"
@@ -560,6 +561,12 @@ TEST(Translate, PutFileKeepsModesLinksAndDevices) {
     EXPECT_FALSE(frontend::put_file(folder.path(), "text", changed));
     EXPECT_EQ(errno, EISDIR);
     EXPECT_EQ(folder.files().size(), 1U);
+    // The first failure counts, and that of closing too.
+    EXPECT_FALSE(frontend::close_written(-1, true));
+    EXPECT_EQ(errno, EBADF);
+    errno = ENOSPC;
+    EXPECT_FALSE(frontend::close_written(-1, false));
+    EXPECT_EQ(errno, ENOSPC);
 }
 
 // Pieces of the text end within its lines.
