@@ -92,6 +92,10 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         {model("TAU  BETA", "  O:PY  Q:(TAU)\n  I:PL  Q:(BETA)\n",
                "$CONSTRAINT:TAUX\n  TAU =E= 1;\n"),
          "9:8 constraint-missing\n"},
+        // What is after column 255 of line 17 is not read, and may be the relation.
+        {model("TAU", "  O:PY  Q:(TAU)\n  I:PL  Q:1\n",
+               "$CONSTRAINT:TAU\n  TAU" + string(250, ' ') + " =E= 1;\n"),
+         "17:256 line-too-long\n"},
         // After an unknown keyword the name may be declared.
         {"$MODEL:M\n$SECTORS:\n  Y\n$XQWZ:\n  PY  PL\n$CONSUMERS:\n  RA\n$PROD:Y\n  O:PY  Q:1\n"
          "  I:PL  Q:1\n$DEMAND:RA\n  D:PY\n  E:PL  Q:1\n$OFFTEXT\n",
