@@ -105,6 +105,9 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         // An unreadable continuation may be the rate; an entry may include the lines after it.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+ T 0.1\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL\n+ Q:1\n"), ""},
+        // What is in the nest may be in the row that is wrong.
+        {model("", "+ VA:1\n  O:PY  Q:1\n  I:PL(\n"), ""},
+        {model("", "+ VA:1\n  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
         // The nest may be in the part of the opening line that cannot be read.
         {model("", "+ VA 1\n  O:PY  Q:1\n  I:PL  Q:1  VA:\n"), ""},
     };
