@@ -178,6 +178,19 @@ TEST(Navigation, FindsNamesInAllFilesOfTheFolders) {
     }
 }
 
+TEST(Navigation, RefusesToWriteOutsideOfTheFolders) {
+    Session session("{}", model);
+    const auto answer = [&](const string& command) {
+        const Json params = {{"command", command}, {"arguments", Json::array({uri})}};
+        return session.ask("workspace/executeCommand", params).dump();
+    };
+    const string outside =
+        R"({"code":-32803,"message":"`/m.zlm` is not in a folder of the workspace"})";
+    EXPECT_EQ(answer("orvex.translate"), outside);
+    EXPECT_EQ(answer("orvex.picture"), outside);
+    EXPECT_EQ(answer("orvex.x"), R"({"code":-32602,"message":"unknown command `orvex.x`"})");
+}
+
 TEST(Navigation, ReportsAgainOnlyWhatHasChanged) {
     const harness::Folder folder;
     folder.write("b.zlm", "$MODEL:B\n");
