@@ -1,4 +1,5 @@
 // What an editor asks about a text: abilities of the language server, without its protocol.
+#include "frontend/abilities/completion.h"
 #include "frontend/abilities/name_places.h"
 #include "frontend/abilities/outline.h"
 #include "frontend/abilities/rename.h"
@@ -170,6 +171,17 @@ string renamed_text(const Document& document, const Renaming& renaming, const st
     for (auto at = renaming.places.rbegin(); at != renaming.places.rend(); ++at)
         text.replace(at->range.begin, at->range.end - at->range.begin, name);
     return text;
+}
+
+// First those of the block, then those of the entry, then the others.
+TEST(Completion, OffersTheSetsThatAreLoopedOver) {
+    const string text =
+        "$MODEL:M\n$SECTORS:\n Y(R)\n$COMMODITIES:\n P(R,S)  PT(T)\n$PROD:Y(R)\n O:P(R,S)  Q:A(";
+    string found;
+    for (const CompletionItem& item :
+         complete_at(read(text), static_cast<Offset>(text.size())).items)
+        found += item.label + " " + item.detail + "\n";
+    EXPECT_EQ(found, "R looped over here\nS looped over here\nT \n");
 }
 
 TEST(Rename, IsRefusedWithAReason) {
