@@ -173,15 +173,21 @@ string renamed_text(const Document& document, const Renaming& renaming, const st
     return text;
 }
 
-// First those of the block, then those of the entry, then the others.
-TEST(Completion, OffersTheSetsThatAreLoopedOver) {
-    const string text =
-        "$MODEL:M\n$SECTORS:\n Y(R)\n$COMMODITIES:\n P(R,S)  PT(T)\n$PROD:Y(R)\n O:P(R,S)  Q:A(";
-    string found;
-    for (const CompletionItem& item :
-         complete_at(read(text), static_cast<Offset>(text.size())).items)
-        found += item.label + " " + item.detail + "\n";
-    EXPECT_EQ(found, "R looped over here\nS looped over here\nT \n");
+TEST(Completion, OffersWhatFitsThere) {
+    const string head = "$MODEL:M\n$SECTORS:\n Y(R)\n$COMMODITIES:\n P(R,S)  PT(T)\n$PROD:Y(R)\n";
+    const std::pair<string, string> rows[] = {
+        // The sets of the block, then those of the entry, then the others.
+        {" O:P(R,S)  Q:A(", "R looped over here\nS looped over here\nT \n"},
+        {" O:", "P(R,S) \nPT(T) \n"},
+    };
+    for (const auto& [row, offered] : rows) {
+        const Document document = read(head + row);
+        string found;
+        for (const CompletionItem& item :
+             complete_at(document, static_cast<Offset>(document.source.bytes.size())).items)
+            found += item.label + " " + item.detail + "\n";
+        EXPECT_EQ(found, offered) << row;
+    }
 }
 
 TEST(Rename, IsRefusedWithAReason) {
