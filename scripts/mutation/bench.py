@@ -6,13 +6,11 @@ outside of an array ends a run. Objects come from a cache where that is installe
 import fcntl
 import json
 import os
-import pathlib
 import re
 import resource
 import shutil
 import signal
 import subprocess
-import sys
 import tempfile
 import time
 
@@ -65,8 +63,11 @@ class Bench:
     def __init__(self, root, folder, jobs):
         self.root, self.tree, self.make, self.jobs = root, folder / "tree", folder / "make", jobs
         self.seconds_file = folder / "seconds.json"
+        for tool in ("cmake", "ninja"):
+            if not installed(tool):
+                raise Failure(f"missing here: {tool} (scripts/setup)")
         folder.mkdir(parents=True, exist_ok=True)
-        self.lock = (folder / "lock").open("w")  # noqa: SIM115
+        self.lock = (folder / "lock").open("w")
         try:
             fcntl.flock(self.lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
         except BlockingIOError:
@@ -89,7 +90,7 @@ class Bench:
     def build(self, *targets):
         command = ["ninja", "-C", str(self.make), "-j", str(self.jobs + 1), *targets]
         with tempfile.TemporaryFile() as output:
-            process = self._start(command, output, limited=False)
+            process = self.start(command, output, limited=False)
             try:
                 return process.wait(SLOWEST_BUILD) == 0
             except subprocess.TimeoutExpired:
@@ -160,7 +161,7 @@ class Bench:
                 raise Failure(f"fails without a mutant: {killer}")
             self.seconds[program.name] = round(time.monotonic() - start, 2)
 
-    def _start(self, command, output, limited=True):
+    def start(self, command, output, limited=True):
         return subprocess.Popen(command, cwd=self.make, stdin=subprocess.DEVNULL, stdout=output,
                                 stderr=subprocess.STDOUT, env=self.environment, start_new_session=True,
                                 preexec_fn=limit_resources if limited else None)
@@ -189,9 +190,9 @@ class Bench:
 
 class TestRun:
     def __init__(self, bench, name):
-        self.name, self.output = name, tempfile.TemporaryFile()  # noqa: SIM115
+        self.name, self.output = name, tempfile.TemporaryFile()
         command = [str(bench.make / "tests" / name), "--gtest_brief=1", "--gtest_fail_fast"]
-        self.process = bench._start(command, self.output)
+        self.process = bench.start(command, self.output)
         self.deadline = time.monotonic() + max(LEAST_TIME, TIMES_BASE * bench.seconds[name])
 
     def outcome(self):

@@ -54,7 +54,8 @@ def sum_or_step(source):
     """Not the sums of texts, as far as they can be seen."""
     for index in indices(source, "sign"):
         sign = source.word(index)
-        texts = any(source.tokens[near].kind == "text" for near in (index - 1, index + 1) if near < len(source.tokens))
+        near = source.tokens[index - 1:index + 2]
+        texts = any(token.kind == "text" for token in near)
         if sign in SUMS and not texts and (sign in ("++", "--") or source.is_binary(index)):
             yield index, index, [SUMS[sign]]
 

@@ -123,9 +123,9 @@ class Source:
                 token.block = token.text == "{" and self._opens_block(index)
             elif token.text in CLOSING and stack and self.word(stack[-1]) == CLOSING[token.text] and not (
                     token.text == ">" and token.spaced):
-                opening = self.tokens[stack.pop()]
-                opening.other, token.other = index, self.tokens.index(opening, token.inside)
-                token.inside, token.block = opening.inside, opening.block
+                token.other = stack.pop()
+                opening = self.tokens[token.other]
+                opening.other, token.inside, token.block = index, opening.inside, opening.block
 
     def _opens_block(self, index):
         before = self.word(index - 1)
