@@ -181,8 +181,8 @@ TEST(Errors, AdviseAndCorrect) {
     }
 }
 
-// The note says where a name got its meaning: where it is declared, or else first used; or where the
-// part begins in which a record is not allowed.
+// The note says where a name got its meaning: where it is declared, or else first used. For a
+// record that is not allowed, it says where the part begins that does not allow it.
 TEST(Errors, NameTheFirstPlace) {
     const std::pair<string, string> notes[] = {
         {"$PROD:X\n I:PX  A:PL\n", "5:11 `PL` was declared here, as a commodity"},

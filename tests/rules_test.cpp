@@ -105,7 +105,7 @@ TEST(Rules, SayNothingOfWhatAnErrorTouches) {
         // An unreadable continuation may be the rate; an entry may include the lines after it.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+ T 0.1\n"), ""},
         {model("", "  O:PY  Q:1\n  I PL\n+ Q:1\n"), ""},
-        // What is in the nest may be in the row that is wrong.
+        // The row that is wrong may belong to the nest.
         {model("", "+ VA:1\n  O:PY  Q:1\n  I:PL(\n"), ""},
         {model("", "+ VA:1\n  O:PY  Q:1\n  I:RA  Q:1\n"), ""},
         // The nest may be in the part of the opening line that cannot be read.
@@ -151,8 +151,8 @@ TEST(Rules, JoinFindingsWithOneCause) {
         {model("", "  OO:PY  Q:1\n  I:PL  Q:1\n"), "11:3 entry-label-invalid\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n  + T:0.1\n"), "13:3 line-indented\n"},
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  A:RA\n+T:0.1\n"), "13:1 plus-joined\n"},
-        // Labels that mean something without a value name nests here, again and again; the others
-        // lack theirs.
+        // Without a value, some labels name a nest, here each of them twice; the others lack
+        // theirs.
         {model("", "  O:PY  Q:1\n  I:PL  Q:1  O:  I:  D:  E:  V:  W:  O:  I:  D:  E:  V:  W:\n"),
          "12:14 nest-undeclared\n12:18 nest-undeclared\n12:22 nest-undeclared\n"
          "12:26 nest-undeclared\n12:30 nest-undeclared\n12:34 nest-undeclared\n"},
