@@ -179,6 +179,7 @@ TEST(Completion, OffersWhatFitsThere) {
         // The sets of the block, then those of the entry, then the others.
         {" O:P(R,S)  Q:A(", "R looped over here\nS looped over here\nT \n"},
         {" O:", "P(R,S) \nPT(T) \n"},
+        {"$REPORT:\n V:V  ", "O: \nI: \nD: \nW: \nPROD: \nDEMAND: \n"},
     };
     for (const auto& [row, offered] : rows) {
         const Document document = read(head + row);
