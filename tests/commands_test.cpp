@@ -589,6 +589,17 @@ TEST(LineStream, GivesTheLinesOfATextOfAnyLength) {
     EXPECT_FALSE(frontend::for_each_line(file, [](auto) {}));
 }
 
+TEST(Descriptors, ReadASingleByte) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    EXPECT_EQ(::write(ends[1], "a", 1), 1);
+    ::close(ends[1]);
+    std::string text;
+    EXPECT_TRUE(frontend::read_all(ends[0], text, 5));
+    EXPECT_EQ(text, "a");
+    ::close(ends[0]);
+}
+
 // make finds the output, and asks for the input, under their real names.
 void expect_names_in_make(const std::string& output, const std::string& input) {
     const Folder folder;
