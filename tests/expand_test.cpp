@@ -410,6 +410,8 @@ TEST(Expand, StatusAndStreams) {
         {"one.zlm --summary --set S=0", 0, "  $PROD:Y          8       0        0       0\n", ""},
         {"one.zlm --summary --set R=7", 1, "",
          "error[data-missing]: no number of elements for set"},
+        {"one.zlm level.csv d.json -q --format short", 0, "$MODEL:ONE\n",
+         "level.csv:1:1: warning: no variable `PL` has this number of elements"},
         {"one.zlm near.csv", 1, "", "  = help: did you mean `X1`?\n"},
         {"one.zlm d.json | head -n 1", 0, "$MODEL:ONE\n", ""},
     };
@@ -430,6 +432,7 @@ TEST(Expand, StatusAndStreams) {
         folder.write("near.csv", "S,AGR\nX1,AGR,1\n");
         folder.write("z.csv", "Z,2\n");
         folder.write("zero.csv", "Z,0\n");
+        folder.write("level.csv", "PL,AGR,2\n");
         const Result result = folder.shell("\"$ORVEX\" expand " + row.command);
         EXPECT_EQ(result.status, row.status) << row.command;
         EXPECT_TRUE(has_text(result.out, row.out)) << row.command << "\n" << result.out;
