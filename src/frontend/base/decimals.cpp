@@ -12,11 +12,11 @@ namespace orvex::frontend {
 namespace {
 
 constexpr std::size_t most_characters = 64;
-constexpr std::string_view digits = "0123456789";
+constexpr std::string_view all_digits = "0123456789";
 
 // Takes the digits off the start of a text. False if there are none.
 bool take_digits(std::string_view& text) {
-    const std::size_t count = std::min(text.find_first_not_of(digits), text.size());
+    const std::size_t count = std::min(text.find_first_not_of(all_digits), text.size());
     text.remove_prefix(count);
     return count > 0;
 }
