@@ -69,7 +69,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         check_sums(model);
         findings_of(model, {of, of_account});
         compare(table, model.books, model.matrix, usual_tolerance);
-        const Statement statement{model.name, "text", model.line, model.books, model.gaps};
+        const AccountStatement statement{model.name, "text", model.line, model.books, model.gaps};
         require(!statement_text(statement, false).empty());
         require(!statement_json(statement).empty());
     }
