@@ -21,7 +21,7 @@ part_of_seed() {
 sys.stdout.buffer.write(open(sys.argv[1], "rb").read()[2:].partition(b"\0")[int(sys.argv[2])])' "$@"
 }
 
-# collect_inputs [FOLDER]: those of the examples, of docs/messages.md, and of the seeds in the folder.
+# collect_inputs [FOLDER]: copies the examples, the models of docs/messages.md, and the seeds in the folder.
 collect_inputs() {
     local name block seed
     rm -rf "$inputs" "$place/blocks"

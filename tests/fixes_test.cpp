@@ -251,8 +251,8 @@ TEST(Fixes, MakeTheTextThatWasMeant) {
         {"  O:PY\n  I:PL\n $PROD:Z\n  O:PY\n  I:PL\n", "  O:PY\n  I:PL\n$PROD:Z\n  O:PY\n  I:PL\n"},
         // Values without their labels, and with wrong ones.
         {"  O:PY  TAX:0.1  A:RA\n  I:PL 5\n", "  O:PY  T:0.1  A:RA\n  I:PL Q:5\n", true},
-        {"  O:PY\n  I:PL p=1.5  Q:2\n$PROD:Z  0.5\n  O:PY\n",
-         "  O:PY\n  I:PL P:1.5  Q:2\n$PROD:Z  S:0.5\n  O:PY\n", true},
+        {"  O:PY  -1\n  I:PL p=1.5  Q:2\n$PROD:Z  0.5\n  O:PY\n",
+         "  O:PY  Q:-1\n  I:PL P:1.5  Q:2\n$PROD:Z  S:0.5\n  O:PY\n", true},
     };
     for (const FixRow& row : rows) {
         const string options = row.is_unsafe ? "--fix --unsafe-fixes" : "--fix";

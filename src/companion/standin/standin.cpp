@@ -1,4 +1,5 @@
-// A stand-in for the companion library: it keeps a system name per object and reports who uses it.
+// Takes the place of a real companion library: keeps the name of the calling system for each
+// object, and reports who uses it.
 //
 // It is loaded by name at run time, so its exports are its whole contract. It needs only the C
 // library. Its audit line depends only on the registered name and the build.

@@ -1,3 +1,4 @@
+#include "frontend/base/decimals.h"
 #include "frontend/rules/arguments.h"
 #include "frontend/rules/checks.h"
 #include "frontend/rules/edits.h"
@@ -45,7 +46,7 @@ bool is_value_label(std::string_view text) {
 // The field that a word after a name probably means: "Q:5" for "Q=5" and for "5" (after the name of
 // a block, a number is the elasticity); empty if none.
 std::string field_meant(std::string_view word, bool is_opening) {
-    if (word.find_first_not_of("0123456789.") == std::string_view::npos) {
+    if (decimal_in(word)) {
         const std::string_view label = is_opening ? "S" : notation::quantity_label;
         return std::string(label) + ':' + std::string(word);
     }
